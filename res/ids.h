@@ -1,0 +1,34 @@
+// Every number of the program's resources, commands and timers, by who sends them. Shared with the
+// resource compiler, hence macros.
+#ifndef VERBATIX_IDS_H
+#define VERBATIX_IDS_H
+
+// Resources
+#define IDS_FRAME_CLASS 103
+#define IDI_VERBATIX 107
+#define IDR_FRAME 109
+#define IDD_MAIN 148
+
+// Controls of the main dialog
+#define IDC_LIST 1071
+
+// Frame window
+#define CMD_FINISH_START 104
+#define WM_TRAY_CALLBACK (0x8000 + 0x64)  // WM_APP + 100
+
+// Posted to the main window by the hook and the executor
+#define CMD_RENAME_ENTRY 32793
+#define CMD_COPY_SLOT 32795
+#define CMD_PASTE_SLOT 32796
+#define CMD_SAVE_SLOT 32797
+#define CMD_SHOW_PASTE_MENU 32798
+
+// Timers of the main window; the one-shot ones are killed by their own handler first
+#define TIMER_CPY_COPY 2022             // one shot, 200 ms
+#define TIMER_CPY_LAUNCH 2023           // one shot, 200 ms
+#define TIMER_EDITOR_UPDATE 2024        // one shot, 200 ms
+#define TIMER_REINSTALL_HOOK 4001       // one shot, 12 s after start
+#define TIMER_RESTORE_CLIPBOARD 4002    // one shot, 200 ms
+#define TIMER_CLOCK_JUMP 12022          // every 100 ms
+
+#endif
