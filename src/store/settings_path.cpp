@@ -1,0 +1,7 @@
+#include "store/settings_path.h"
+
+namespace verbatix {
+
+std::wstring settingsPath;
+
+}  // namespace verbatix
