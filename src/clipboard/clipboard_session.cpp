@@ -1,0 +1,28 @@
+#include "clipboard/clipboard_session.h"
+
+#include <algorithm>
+
+namespace verbatix {
+
+UniqueGlobal MakeClipboardBlock(std::string_view bytes, std::size_t size) {
+    UniqueGlobal block(GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, size));
+    char* data = block ? static_cast<char*>(GlobalLock(block.Get())) : nullptr;
+    if (!data) {
+        // A block of no bytes cannot be locked and is right as it is.
+        if (size > 0) block.Reset();
+        return block;
+    }
+    const std::size_t used = std::min(bytes.size(), size);
+    std::copy_n(bytes.data(), used, data);
+    std::fill(data + used, data + size, '\0');
+    GlobalUnlock(block.Get());
+    return block;
+}
+
+bool GiveToClipboard(UINT format, UniqueGlobal block) {
+    if (!block || !SetClipboardData(format, block.Get())) return false;
+    block.Release();
+    return true;
+}
+
+}  // namespace verbatix

@@ -1,0 +1,73 @@
+// The opened clipboard as a thing that closes itself, and global memory blocks going to and coming from it.
+// The clipboard is opened without an owner window and with exactly one attempt: when another program holds
+// it, the caller reports failure and nothing waits.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <string_view>
+
+#include "base/handle.h"
+
+namespace verbatix {
+
+// The clipboard, open for this thread for as long as the object lives. False when it could not be opened.
+class ClipboardSession {
+  public:
+    ClipboardSession() : open_(OpenClipboard(nullptr) != FALSE) {}
+    ClipboardSession(ClipboardSession&& other) noexcept : open_(std::exchange(other.open_, false)) {}
+    ClipboardSession& operator=(ClipboardSession&& other) noexcept {
+        if (this != &other) {
+            Close();
+            open_ = std::exchange(other.open_, false);
+        }
+        return *this;
+    }
+    ClipboardSession(const ClipboardSession&) = delete;
+    ClipboardSession& operator=(const ClipboardSession&) = delete;
+    ~ClipboardSession() { Close(); }
+
+    explicit operator bool() const { return open_; }
+
+    // Closes the clipboard now. Returns what the system answered; false when it was not open.
+    bool Close() { return std::exchange(open_, false) && CloseClipboard(); }
+
+  private:
+    bool open_;
+};
+
+// A global memory block of somebody else, locked for as long as the object lives. False for a null handle
+// and for what is no global memory.
+class LockedBlock {
+  public:
+    explicit LockedBlock(HGLOBAL block) : block_(block), data_(block ? GlobalLock(block) : nullptr) {}
+    LockedBlock(const LockedBlock&) = delete;
+    LockedBlock& operator=(const LockedBlock&) = delete;
+    ~LockedBlock() {
+        if (data_) GlobalUnlock(block_);
+    }
+
+    explicit operator bool() const { return data_ != nullptr; }
+
+    // The block's bytes. There may be more of them than its maker asked for, so that text in it ends at
+    // its terminator, and none of them can be taken for one.
+    std::string_view Bytes() const {
+        return data_ ? std::string_view(static_cast<const char*>(data_), GlobalSize(block_))
+                     : std::string_view();
+    }
+
+  private:
+    HGLOBAL block_;
+    void* data_;
+};
+
+// A movable block of `size` bytes that begins with `bytes`, cut at `size`; zeros fill the rest. None when
+// the memory cannot be had.
+UniqueGlobal MakeClipboardBlock(std::string_view bytes, std::size_t size);
+
+// Puts the block on the opened clipboard, which owns it from then on. When it is none or the clipboard
+// refuses it, it is freed and the result is false.
+bool GiveToClipboard(UINT format, UniqueGlobal block);
+
+}  // namespace verbatix

@@ -1,0 +1,41 @@
+// The clipboard as another process fills, reads and blocks it.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/clipboard_record.h"
+#include "support/process.h"
+
+namespace verbatix::test {
+
+struct ForeignFormat {
+    UINT format = 0;
+    std::string bytes;
+    ClipboardRecordKind kind = ClipboardRecordKind::bytes;
+};
+
+// The bytes of a text, terminator included, as CF_UNICODETEXT holds them.
+std::string WideBytes(std::wstring_view text);
+
+// Another process replaces the clipboard's content by these formats, in this order, and ends. False when
+// it could not.
+bool PutForeign(const std::vector<ForeignFormat>& formats);
+
+// The same by a process that stays, for formats announced without data; it runs until the object goes.
+Process PutForeignAndStay(const std::vector<ForeignFormat>& formats);
+
+// What another process finds on the clipboard, in its order; formats that Windows makes of others
+// (synthesised ones) are among them.
+std::vector<ForeignFormat> ReadForeign();
+
+// The bytes that another process finds under that format; "(absent)" when there is no such format.
+std::string ReadForeign(UINT format);
+
+// A process that holds the clipboard open until the object goes.
+Process HoldClipboard();
+
+}  // namespace verbatix::test
