@@ -1,0 +1,44 @@
+// The program's own key strokes: letting go what the user's hotkey still holds, single keys, the copy and
+// the paste stroke. Main thread only. Nothing here reports failure: the system does not tell whether a
+// synthetic event arrived (a window of a higher integrity level never gets it).
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <vector>
+
+namespace verbatix {
+
+// Extra information of every key event the program sends; the program's own hook lets such events pass.
+inline constexpr ULONG_PTR kSyntheticInputTag = 444;
+
+// One key event: virtual-key code and KEYEVENTF_ flags.
+struct KeyStroke {
+    BYTE key;
+    DWORD flags;
+    bool operator==(const KeyStroke&) const = default;
+};
+
+// The keys that ReleaseHeldModifiers looks at, and the record of which of them were down, in that order.
+// Shift is not among them: a hotkey held with Shift pastes with Shift.
+inline constexpr std::array<BYTE, 11> kReleasableKeys = {VK_LWIN,    VK_RWIN,    VK_RMENU,    VK_LMENU,
+                                                         VK_MENU,    VK_CONTROL, VK_RCONTROL, VK_LCONTROL,
+                                                         VK_LBUTTON, VK_MBUTTON, VK_RBUTTON};
+using HeldKeys = std::array<bool, kReleasableKeys.size()>;
+
+// The key-up events that let go what is held.
+std::vector<KeyStroke> ReleaseStrokes(const HeldKeys& held);
+
+// Sends one event with the key's scan code and the tag.
+void SendTagged(KeyStroke stroke);
+
+// Lets go every modifier key and mouse button that the system believes to be down, and records them.
+void ReleaseHeldModifiers(HeldKeys& held);
+
+// Each releases the held modifiers first. SendPaste then waits that many milliseconds before its stroke.
+void PressKey(BYTE key);
+void SendCopy();
+void SendPaste(DWORD milliseconds);
+
+}  // namespace verbatix
