@@ -1,0 +1,77 @@
+// Sees the key events that reach the end of the hook chain: what a later hook, and then the program in
+// front, gets to see. Make it before the hook under test is installed; the hook installed last is asked
+// first.
+#pragma once
+
+#include <windows.h>
+
+#include <mutex>
+#include <ostream>
+#include <utility>
+#include <vector>
+
+#include "support/message_thread.h"
+
+namespace verbatix::test {
+
+struct SeenKey {
+    DWORD key;
+    bool up;
+    ULONG_PTR tag;
+    bool operator==(const SeenKey&) const = default;
+};
+
+inline void PrintTo(const SeenKey& seen, std::ostream* out) {
+    *out << seen.key << (seen.up ? " up" : " down") << (seen.tag ? " tagged" : "");
+}
+
+class KeyWatch {
+  public:
+    KeyWatch() {
+        Take();
+        thread_.Run(
+            [] { hook = SetWindowsHookExW(WH_KEYBOARD_LL, Procedure, GetModuleHandleW(nullptr), 0); });
+    }
+    ~KeyWatch() {
+        thread_.Run([] { UnhookWindowsHookEx(hook); });
+    }
+
+    // What was seen since the last call.
+    static std::vector<SeenKey> Take() {
+        const std::lock_guard lock(mutex);
+        return std::exchange(seen, {});
+    }
+
+    // Scan code of the last event.
+    static DWORD LastScanCode() {
+        const std::lock_guard lock(mutex);
+        return scanCode;
+    }
+
+  private:
+    // Wine shows a hook the neutral code that was sent, Windows the sided one it stands for.
+    static DWORD SidedKey(const KBDLLHOOKSTRUCT& event) {
+        const bool extended = (event.flags & LLKHF_EXTENDED) != 0;
+        if (event.vkCode == VK_CONTROL) return extended ? VK_RCONTROL : VK_LCONTROL;
+        if (event.vkCode == VK_MENU) return extended ? VK_RMENU : VK_LMENU;
+        return event.vkCode;
+    }
+
+    static LRESULT CALLBACK Procedure(int code, WPARAM message, LPARAM parameter) noexcept {
+        const auto& event = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(parameter);
+        {
+            const std::lock_guard lock(mutex);
+            scanCode = event.scanCode;
+            seen.push_back({SidedKey(event), (event.flags & LLKHF_UP) != 0, event.dwExtraInfo});
+        }
+        return CallNextHookEx(nullptr, code, message, parameter);
+    }
+
+    inline static HHOOK hook;
+    inline static std::mutex mutex;
+    inline static std::vector<SeenKey> seen;
+    inline static DWORD scanCode;
+    MessageThread thread_;
+};
+
+}  // namespace verbatix::test
