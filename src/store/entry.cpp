@@ -1,0 +1,93 @@
+#include "store/entry.h"
+
+#include <windows.h>
+
+#include <cstring>
+
+#include "base/text.h"
+
+namespace verbatix {
+
+uint32_t nextEntryNumber = 0;
+
+bool Differ(const ListEntry& a, const ListEntry& b) {
+    return std::memcmp(&a, &b, sizeof a) != 0;
+}
+
+bool IsBlank(const ListEntry& entry) {
+    return entry.text[0] == L'\0' && entry.label[0] == L'\0';
+}
+
+std::optional<int> FirstBlankPosition(const EntryList& list) {
+    for (const auto& [position, slot] : list) {
+        if (IsBlank(slot.current)) return position;
+    }
+    return std::nullopt;
+}
+
+// The key as the record holds it. The code is one signed byte, so codes from 128 on become negative. Lower
+// case is lifted only outside the number pad and function keys, and the lower-case letters lie inside those
+// ranges: the lift is left to what the system calls lower case elsewhere. Files depend on it; keep it so.
+static uint32_t RecordKeyCode(unsigned keyCode) {
+    int key = static_cast<int8_t>(keyCode & 0xff);
+    const bool isFunctionKey = key >= VK_F1 && key <= VK_F12;
+    const bool isNumberPad = key >= VK_NUMPAD0 && key <= VK_DIVIDE;
+    if (!isFunctionKey && !isNumberPad && IsCharLowerW(static_cast<wchar_t>(key))) {
+        key = static_cast<int8_t>((key - 32) & 0xff);
+    }
+    return static_cast<uint32_t>(key);
+}
+
+static void Clear(ListEntry& entry) {
+    entry = ListEntry{};
+    entry.kind = -1;
+}
+
+uint32_t AddEntry(EntryList& list, std::wstring_view text, std::wstring_view label, unsigned keyCode,
+                  unsigned modifier, int /*numberRequest*/, int order) {
+    EntrySlot& slot = list[static_cast<int>(list.size())];
+    Clear(slot.current);
+    // The same slot as long as every entry came through here; where one did not, that entry counts as
+    // never written and the next save writes it.
+    if (const auto found = list.find(static_cast<int>(nextEntryNumber)); found != list.end()) {
+        Clear(found->second.saved);
+    }
+    ListEntry& entry = slot.current;
+    CopyText(entry.text, text, kTextLimit);
+    CopyText(entry.label, label, kLabelLimit);
+    entry.keyCode = RecordKeyCode(keyCode);
+    entry.modifier = modifier;
+    entry.order = order;
+    entry.number = nextEntryNumber++;
+    slot.saved = slot.current;
+    return entry.number;
+}
+
+bool UpdateEntry(EntryList& list, int position, const ListEntry& edited) {
+    const auto found = list.find(position);
+    if (found == list.end()) return false;
+    ListEntry& entry = found->second.current;
+    if (std::memcmp(entry.text, edited.text, sizeof entry.text) != 0) entry.kind = -1;
+    std::memcpy(entry.text, edited.text, sizeof entry.text);
+    std::memcpy(entry.label, edited.label, sizeof entry.label);
+    entry.keyCode = edited.keyCode;
+    entry.modifier = edited.modifier;
+    return true;
+}
+
+std::optional<std::wstring> StoredFromEditorText(std::wstring_view editorText) {
+    if (editorText.size() > kEditorTextLimit) return std::nullopt;
+    std::wstring text(editorText);
+    ReplaceAll(text, L"\r\n", L"\\n");
+    ReplaceAll(text, L"\n", L"\\n");
+    if (text.empty()) text = L"???Text";
+    return text;
+}
+
+std::wstring EditorFromStoredText(std::wstring_view storedText) {
+    std::wstring text(storedText);
+    ReplaceAll(text, L"\\n", L"\r\n");
+    return text;
+}
+
+}  // namespace verbatix

@@ -1,0 +1,41 @@
+#include "store/export_text.h"
+
+#include <map>
+
+#include "base/text.h"
+
+namespace verbatix {
+
+std::wstring FormatExport(const ExportSink& sink) {
+    return L"[list_text]\r\n" + sink.textLines + L"[list_label]\r\n" + sink.labelLines +
+           L"[list_order]\r\n" + sink.orderLines;
+}
+
+using Section = std::map<std::wstring, std::wstring, std::less<>>;
+
+static std::map<std::wstring, Section> ReadSections(std::wstring_view text) {
+    std::map<std::wstring, Section> sections;
+    Section* section = nullptr;
+    for (std::wstring_view line : Split(text, L'\n')) {
+        if (line.ends_with(L'\r')) line.remove_suffix(1);
+        if (line.starts_with(L'[')) {
+            section = &sections[LowerCase(line.substr(1, line.find(L']') - 1))];
+            continue;
+        }
+        const std::size_t equals = line.find(L'=');
+        if (section == nullptr || equals == std::wstring_view::npos) continue;
+        section->try_emplace(LowerCase(TrimBlanks(line.substr(0, equals))), line.substr(equals + 1));
+    }
+    return sections;
+}
+
+std::vector<EntryTexts> ParseExport(std::wstring_view text) {
+    std::map<std::wstring, Section> sections = ReadSections(text);
+    std::vector<EntryTexts> entries;
+    for (const auto& [key, value] : sections[L"list_text"]) {
+        entries.push_back({value, sections[L"list_label"][key], sections[L"list_order"][key]});
+    }
+    return entries;
+}
+
+}  // namespace verbatix
