@@ -9,7 +9,7 @@
 namespace verbatix {
 
 // Modifier code to key code to "is disabled".
-using DisabledHotkeys = std::map<int, std::map<unsigned, bool>>;
+using DisabledHotkeys = std::map<unsigned, std::map<unsigned, bool>>;
 
 // Longest value that is read, terminator included.
 inline constexpr std::size_t kDisabledHotkeysSize = 1024;

@@ -5,9 +5,10 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
+
+#include "hotkeys/disabled_hotkeys.h"
 
 namespace verbatix {
 
@@ -22,9 +23,6 @@ struct HotkeyTables {
     std::array<ByKey<std::uint32_t>, kModifierCodeCount> counts = {};  // entries on that hotkey
     std::array<ByKey<std::wstring>, kModifierCodeCount> texts;  // the last one's text; empty: no entry
 };
-
-// Modifier code to key to "disabled".
-using DisabledHotkeys = std::map<unsigned, std::map<unsigned, bool>>;
 
 void ClearHotkeys(HotkeyTables& tables);
 

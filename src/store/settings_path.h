@@ -1,11 +1,15 @@
-// Where the settings file of this run is. app/ chooses it at start, before the first setting is read.
+// Where the one settings file lies. Kept here, chosen at start by app/.
 #pragma once
 
 #include <string>
 
 namespace verbatix {
 
-// Full path; changed later only while the entries of another list file are merged, and put back then.
+// Full path of the settings file. Profile access refuses a path without backslash, because the system would
+// look for such a file in the Windows folder, and one that is longer than the profile functions take.
 extern std::wstring settingsPath;
+
+// The folder beside the settings file that keeps copies of it; empty when `path` holds no backslash.
+std::wstring BackupFolderOf(const std::wstring& path);
 
 }  // namespace verbatix

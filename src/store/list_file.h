@@ -1,0 +1,51 @@
+// The entry list in the settings file: sections "list_text", "list_label" and "list_order" with a key for
+// each entry, and their count in section "Program". (A section "list" with the same keys may stand in
+// files; nothing in it is used and it is never written.) What does not match the syntax is skipped
+// silently; only a count that cannot be written is reported. UI thread only.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "store/entry.h"
+#include "store/export_text.h"
+
+namespace verbatix {
+
+// What the list file needs from above. A null function is left out.
+struct ListClient {
+    HWND window = nullptr;             // owns the message boxes
+    void (*collectEdits)() = nullptr;  // takes pending edits of the views over into the list
+    void (*refreshViews)(bool refresh) = nullptr;
+    void (*selectNothing)() = nullptr;
+    int (*classifyEntry)(const wchar_t* text) = nullptr;  // gives the `kind` of a text
+    int(WINAPI* showMessage)(HWND owner, const wchar_t* text, const wchar_t* caption,
+                             UINT flags) = MessageBoxW;
+};
+
+// Most entries that are loaded; a bound on memory (17 KB each), not a limit anybody should meet.
+inline constexpr std::size_t kMostEntries = 10000;
+// Keys of another list file that a merge looks at: text_000 to text_1023.
+inline constexpr unsigned kMergedKeys = 1024;
+
+// Writes one entry to the settings file: all of it, or what differs from `previous`. With a sink the entry
+// goes there instead. Always 1; a failed write shows when the count is written.
+int WriteEntry(const ListEntry& entry, ExportSink* sink = nullptr, const ListEntry* previous = nullptr);
+
+// Writes the entries that differ from what the file holds, or all, then the count. Every entry is clean
+// afterwards, even after a failed write, which is reported in a message box. `refresh` is passed on to the
+// views.
+void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly);
+
+// Fills an empty list from the settings file; a file without a count gets the first-run list. Only keys
+// that are in the file are looked at, so a count that cannot be true costs nothing.
+void LoadList(EntryList& list, const ListClient& client);
+
+// Asks whether to add the entries of another settings file, and on Yes appends them and saves everything.
+void MergeListFile(EntryList& list, const ListClient& client, const std::wstring& path);
+
+// The first-run list in export layout; empty until app/ sets it.
+void SetFirstRunList(std::wstring text);
+
+}  // namespace verbatix

@@ -1,0 +1,176 @@
+#include "store/profile_section.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cwctype>
+
+#include "base/text.h"
+#include "store/profile.h"
+#include "store/section_lines.h"
+#include "store/settings_file.h"
+#include "store/settings_path.h"
+
+namespace verbatix {
+
+namespace {
+
+constexpr std::size_t kFirstBuffer = std::size_t{1} << 16;
+constexpr std::size_t kLargestBuffer = std::size_t{1} << 25;
+
+// Calls `fill(buffer, size)` with ever larger buffers until the zero-separated list fits, and splits it.
+// The calls return size - 2 when they had to cut. Nothing when it fits no buffer.
+template <typename Fill>
+std::vector<std::wstring> ReadList(Fill fill) {
+    std::wstring buffer;
+    for (std::size_t size = kFirstBuffer; size <= kLargestBuffer; size *= 4) {
+        buffer.resize(size);
+        const std::size_t length = fill(buffer.data(), static_cast<DWORD>(size));
+        if (length >= size - 2) continue;
+        std::vector<std::wstring> items;
+        for (const std::wstring_view item : Split(std::wstring_view(buffer.data(), length), L'\0')) {
+            if (!item.empty()) items.emplace_back(item);
+        }
+        return items;
+    }
+    return {};
+}
+
+// Whether the system leaves a text that begins and ends so as it is, when it is a value or a name.
+bool HasSolidEnds(std::wstring_view text) {
+    const auto isSolid = [](wchar_t c) { return c > L' ' && c != L'"' && c != L'\'' && !iswspace(c); };
+    return text.empty() || (isSolid(text.front()) && isSolid(text.back()));
+}
+
+void TakeLine(ProfileSection& section, std::wstring_view line) {
+    const std::size_t equals = line.find(L'=');
+    const std::wstring_view name = line.substr(0, equals);
+    std::optional<std::wstring> value;
+    if (equals != std::wstring_view::npos && HasSolidEnds(name) && HasSolidEnds(line.substr(equals + 1))) {
+        value = line.substr(equals + 1);
+    }
+    // Of two keys with the same name the first counts.
+    section.values.try_emplace(FoldKey(TrimSpace(name)), std::move(value));
+}
+
+const std::set<std::wstring, std::less<>>& Names(ProfileSection& section) {
+    if (section.names) return *section.names;
+    section.names.emplace();
+    if (!IsProfilePath(section.path)) return *section.names;
+    for (const std::wstring& name : ReadList([&](wchar_t*buffer, DWORD size) {
+             return GetPrivateProfileStringW(section.name.c_str(), nullptr, L"", buffer, size,
+                                             section.path.c_str());
+         })) {
+        section.names->insert(FoldKey(TrimSpace(name)));
+    }
+    return *section.names;
+}
+
+}  // namespace
+
+ProfileSection ReadSection(const std::wstring& path, std::wstring_view name) {
+    ProfileSection section{path, std::wstring(name), {}, {}};
+    if (!IsProfilePath(path)) return section;
+    for (const std::wstring& line : ReadList([&](wchar_t*buffer, DWORD size) {
+             return GetPrivateProfileSectionW(section.name.c_str(), buffer, size, path.c_str());
+         })) {
+        TakeLine(section, line);
+    }
+    return section;
+}
+
+std::wstring SectionText(ProfileSection& section, std::wstring_view key, std::size_t size,
+                         std::wstring_view old) {
+    const bool oldIsPlain = HasSolidEnds(old) && old.size() < size;
+    const std::wstring folded = FoldKey(key);
+    const auto found = section.values.find(folded);
+    if (found == section.values.end()) {
+        if (oldIsPlain && !Names(section).contains(folded)) return std::wstring(old);
+    } else if (const std::optional<std::wstring>& value = found->second; value && value->size() < size) {
+        return *value;
+    }
+    return ReadProfileTextFrom(section.path, section.name.c_str(), std::wstring(key).c_str(), size, old);
+}
+
+int SectionNumber(ProfileSection& section, std::wstring_view key, int old, int lowest, int highest) {
+    return BoundedNumber(SectionText(section, key, kNumberTextSize, Format(L"%d", old)), lowest, highest);
+}
+
+std::set<std::wstring, std::less<>> SectionKeys(ProfileSection& section) {
+    std::set<std::wstring, std::less<>> keys = Names(section);
+    for (const auto& [key, value] : section.values) keys.insert(key);
+    return keys;
+}
+
+// --- writing ---
+
+namespace {
+
+bool WriteKeyByKey(const wchar_t* section, const ProfileValues& values) {
+    bool isWritten = true;
+    for (const auto& [key, value] : values) isWritten &= WriteProfileText(section, key.c_str(), value);
+    return isWritten;
+}
+
+// The section's lines with `values` in place of, or behind, the lines they have now.
+ProfileValues Merge(ProfileValues lines, const ProfileValues& values) {
+    std::map<std::wstring, std::size_t> places;
+    for (std::size_t i = 0; i < lines.size(); ++i) places.emplace(FoldKey(lines[i].first), i);
+    for (const auto& [key, value] : values) {
+        const auto [place, isNew] = places.emplace(FoldKey(key), lines.size());
+        if (isNew) {
+            lines.emplace_back(key, value);
+        } else {
+            lines[place->second].second = value;
+        }
+    }
+    return lines;
+}
+
+bool WriteWhole(const wchar_t* section, const ProfileValues& lines) {
+    std::wstring block;
+    for (const auto& [key, value] : lines) {
+        block.append(key).append(L"=").append(TrimBlanks(value)).push_back(L'\0');
+    }
+    block.push_back(L'\0');
+    return WritePrivateProfileSectionW(section, block.c_str(), settingsPath.c_str()) != 0;
+}
+
+std::optional<ProfileValues> LinesInFile(const wchar_t* section) {
+    const std::optional<std::wstring> text = ReadSettingsFile(settingsPath);
+    return text ? PlainSectionLines(*text, section) : std::nullopt;
+}
+
+// The lines that the file does not hold as they were meant. Values with blanks or quotes at an end are
+// always among them: how those stand in the file is for the single call to decide.
+ProfileValues NotAsMeant(const wchar_t* section, const ProfileValues& meant) {
+    const std::optional<ProfileValues> inFile = LinesInFile(section);
+    if (!inFile) return meant;
+    std::map<std::wstring, std::wstring_view> found;
+    for (const auto& [key, value] : *inFile) found.emplace(FoldKey(key), value);
+    ProfileValues missing;
+    for (const auto& line : meant) {
+        const auto place = found.find(FoldKey(line.first));
+        if (place == found.end() || place->second != line.second) missing.push_back(line);
+    }
+    return missing;
+}
+
+}  // namespace
+
+bool WriteSection(const wchar_t* section, const ProfileValues& values) {
+    ProfileValues clean;
+    std::wstring all;
+    for (const auto& [key, value] : values) {
+        clean.emplace_back(key, ProfileLine(value));
+        all += clean.back().second;
+    }
+    if (!PrepareSettingsFile(settingsPath, all)) return false;
+    const std::optional<ProfileValues> lines = LinesInFile(section);
+    if (!lines) return WriteKeyByKey(section, clean);
+    const ProfileValues meant = Merge(*lines, clean);
+    if (!WriteWhole(section, meant)) return WriteKeyByKey(section, meant);
+    return WriteKeyByKey(section, NotAsMeant(section, meant));
+}
+
+}  // namespace verbatix

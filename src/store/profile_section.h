@@ -1,0 +1,50 @@
+// A whole section of a settings file in one pass, because every single profile call reads and, when it
+// writes, rewrites the whole file: a list of 1,000 entries would take seconds. The results are those of the
+// single calls; wherever that is not certain, a key is read or written by a call of its own.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace verbatix {
+
+// What one pass found. Names are folded to lower case (A to Z only, all names of the file format are
+// ASCII).
+struct ProfileSection {
+    std::wstring path;
+    std::wstring name;
+    // Values that a single call would return unchanged; nothing where the key must be read by itself.
+    std::map<std::wstring, std::optional<std::wstring>, std::less<>> values;
+    // All names that the system knows in the section; asked for when a key is missed for the first time.
+    std::optional<std::set<std::wstring, std::less<>>> names;
+};
+
+// Reads section `name` of the file. A file or section that is not there is an empty section.
+ProfileSection ReadSection(const std::wstring& path, std::wstring_view name);
+
+// What ReadProfileTextFrom would give for the key.
+std::wstring SectionText(ProfileSection& section, std::wstring_view key, std::size_t size,
+                         std::wstring_view old = {});
+
+// What ReadProfileNumber would give for the key.
+int SectionNumber(ProfileSection& section, std::wstring_view key, int old, int lowest = -1,
+                  int highest = -1);
+
+// The folded names of all keys in the section.
+std::set<std::wstring, std::less<>> SectionKeys(ProfileSection& section);
+
+// Key and value.
+using ProfileValues = std::vector<std::pair<std::wstring, std::wstring>>;
+
+// Writes the values into a section of the settings file, in that order, leaving its other keys alone: as so
+// many WriteProfileText calls would. The section is written as a whole only where it stands in the file
+// once and holds nothing but plain, different keys; the result is read back, and what is not as it was
+// meant is written key by key. False when a write failed.
+bool WriteSection(const wchar_t* section, const ProfileValues& values);
+
+}  // namespace verbatix

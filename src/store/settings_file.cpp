@@ -1,0 +1,146 @@
+#include "store/settings_file.h"
+
+#include <windows.h>
+
+#include "base/debug.h"
+#include "base/handle.h"
+#include "base/text.h"
+#include "store/settings_path.h"
+
+namespace verbatix {
+
+namespace {
+
+constexpr std::string_view kUtf16Mark = "\xff\xfe";
+constexpr std::string_view kUtf16BigEndianMark = "\xfe\xff";
+constexpr std::string_view kUtf8Mark = "\xef\xbb\xbf";
+constexpr LONGLONG kLargestFile = 64LL << 20;
+
+std::optional<std::string> ReadAll(const std::wstring& path) {
+    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    LARGE_INTEGER size;
+    if (!file || !GetFileSizeEx(file.Get(), &size) || size.QuadPart > kLargestFile) return std::nullopt;
+    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
+    DWORD read = 0;
+    if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) {
+        return std::nullopt;
+    }
+    bytes.resize(read);
+    return bytes;
+}
+
+bool WriteAll(const std::wstring& path, DWORD disposition, std::string_view bytes) {
+    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD written = 0;
+    return file &&
+           WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+           written == bytes.size() && FlushFileBuffers(file.Get());
+}
+
+std::string AsUtf16File(std::string_view bytes) {
+    const bool isUtf8 = bytes.starts_with(kUtf8Mark);
+    const std::wstring text =
+        isUtf8 ? FromBytes(bytes.substr(kUtf8Mark.size()), CP_UTF8) : FromBytes(bytes, CP_ACP);
+    return std::string(kUtf16Mark)
+        .append(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
+}
+
+// A copy of the file as it was, in the backup folder, under the time and its own name.
+bool KeepOriginal(const std::wstring& path) {
+    const std::wstring folder = BackupFolderOf(path);
+    CreateDirectoryW(folder.c_str(), nullptr);
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    const std::wstring copy = Format(L"%ls\\%02d-%02d-%02d_%02d-%02d-%02d_before_unicode_%ls",
+                                     folder.c_str(), now.wYear, now.wMonth, now.wDay, now.wHour,
+                                     now.wMinute, now.wSecond, path.c_str() + path.rfind(L'\\') + 1);
+    return CopyFileW(path.c_str(), copy.c_str(), FALSE) != 0;
+}
+
+bool ReplaceWith(const std::wstring& path, const std::wstring& replacement) {
+    // ReplaceFileW keeps access rights and attributes; file systems that cannot do it can still rename.
+    return ReplaceFileW(path.c_str(), replacement.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
+                        nullptr, nullptr) ||
+           MoveFileExW(replacement.c_str(), path.c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+}
+
+bool RewriteAsUtf16(const std::wstring& path) {
+    // The system may hold the file in its cache: what is there must be on the disk now, and be forgotten
+    // before the other file takes its place.
+    WritePrivateProfileStringW(nullptr, nullptr, nullptr, path.c_str());
+    const std::optional<std::string> bytes = ReadAll(path);
+    wchar_t temporary[MAX_PATH];
+    if (!bytes || !KeepOriginal(path) ||
+        GetTempFileNameW(path.substr(0, path.rfind(L'\\') + 1).c_str(), L"vbx", 0, temporary) == 0) {
+        DebugLine(L"Rewrite %ls as UTF-16: error %lu\n", path.c_str(), GetLastError());
+        return false;
+    }
+    if (WriteAll(temporary, CREATE_ALWAYS, AsUtf16File(*bytes)) && ReplaceWith(path, temporary))
+        return true;
+    DebugLine(L"Replace %ls: error %lu\n", path.c_str(), GetLastError());
+    DeleteFileW(temporary);
+    return false;
+}
+
+// Whether the file begins with a mark of UTF-16, in either byte order: then it is wide already.
+bool HasUtf16Mark(const std::wstring& path) {
+    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, 0, nullptr));
+    char start[2] = {};
+    DWORD read = 0;
+    if (!file || !ReadFile(file.Get(), start, sizeof start, &read, nullptr)) return false;
+    const std::string_view mark(start, read);
+    return mark == kUtf16Mark || mark == kUtf16BigEndianMark;
+}
+
+}  // namespace
+
+bool IsProfilePath(const std::wstring& path) {
+    return path.size() < MAX_PATH && path.find(L'\\') != std::wstring::npos &&
+           path.find(L'\0') == std::wstring::npos;
+}
+
+bool PrepareSettingsFile(const std::wstring& path, std::wstring_view text) {
+    if (!IsProfilePath(path)) return false;
+    WIN32_FILE_ATTRIBUTE_DATA file;
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &file)) {
+        return WriteAll(path, CREATE_NEW, kUtf16Mark) || GetLastError() == ERROR_FILE_EXISTS;
+    }
+    if (file.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return false;
+    if (file.nFileSizeLow == 0 && file.nFileSizeHigh == 0) return WriteAll(path, OPEN_EXISTING, kUtf16Mark);
+    return FitsAnsiCodePage(text) || HasUtf16Mark(path) || RewriteAsUtf16(path);
+}
+
+std::optional<std::wstring> ReadSettingsFile(const std::wstring& path) {
+    const std::optional<std::string> bytes = ReadAll(path);
+    if (!bytes || bytes->starts_with(kUtf8Mark) || bytes->starts_with(kUtf16BigEndianMark)) {
+        return std::nullopt;
+    }
+    if (bytes->starts_with(kUtf16Mark)) {
+        if (bytes->size() % sizeof(wchar_t) != 0) return std::nullopt;
+        std::wstring text(bytes->size() / sizeof(wchar_t) - 1, L'\0');
+        if (!text.empty())
+            bytes->copy(reinterpret_cast<char*>(text.data()), text.size() * sizeof(wchar_t), 2);
+        return text;
+    }
+    std::wstring text = FromBytes(*bytes, CP_ACP);
+    if (ToBytes(text, CP_ACP) != *bytes) return std::nullopt;
+    return text;
+}
+
+void WaitUntilReadable(const std::wstring& path, unsigned milliseconds) {
+    const ULONGLONG deadline = GetTickCount64() + milliseconds;
+    for (;;) {
+        const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, 0, nullptr));
+        if (file || GetLastError() != ERROR_SHARING_VIOLATION || GetTickCount64() >= deadline) return;
+        Sleep(20);
+    }
+}
+
+}  // namespace verbatix

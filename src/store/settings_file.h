@@ -1,0 +1,30 @@
+// The settings file as a file, so that no character is lost in it: the profile functions keep a UTF-16 file
+// as it is but never make one, and in any other file a character outside the ANSI code page becomes "?".
+// Failures are return values; the settings file is either untouched or wholly replaced.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace verbatix {
+
+// Whether the profile functions can be trusted with that path (see settingsPath).
+bool IsProfilePath(const std::wstring& path);
+
+// Makes the file able to hold `text`: a missing or empty file is begun with the UTF-16LE mark FF FE; a file
+// without the mark stays as it is until `text` needs a character that the ANSI code page lacks, and is then
+// rewritten once as UTF-16LE, after a copy of it went to the backup folder. False when the path is a
+// folder, cannot be created, or the rewriting failed.
+bool PrepareSettingsFile(const std::wstring& path, std::wstring_view text);
+
+// The characters of the file as the profile functions understand them. Nothing when it cannot be read, is
+// larger than 64 MB, is neither UTF-16LE with mark nor ANSI, or holds bytes that the ANSI code page does
+// not map to and fro.
+std::optional<std::wstring> ReadSettingsFile(const std::wstring& path);
+
+// Waits up to `milliseconds` while another program (a backup, a virus scanner) keeps the file locked: the
+// profile functions would answer as if it were empty.
+void WaitUntilReadable(const std::wstring& path, unsigned milliseconds);
+
+}  // namespace verbatix

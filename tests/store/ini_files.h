@@ -1,0 +1,108 @@
+// Settings files for tests: a folder with one, and seeded files as nobody would write them.
+#pragma once
+
+#include <algorithm>
+#include <random>
+#include <string>
+
+#include "base/text.h"
+#include "store/entry.h"
+#include "store/settings_path.h"
+#include "support/folder.h"
+
+namespace verbatix::test {
+
+// Points settingsPath at a file in a folder of its own; list numbers begin at 0.
+class SettingsFolder {
+  public:
+    SettingsFolder() {
+        settingsPath = folder_.File(L"Verbatix.ini");
+        nextEntryNumber = 0;
+    }
+    ~SettingsFolder() { settingsPath.clear(); }
+    SettingsFolder(const SettingsFolder&) = delete;
+    SettingsFolder& operator=(const SettingsFolder&) = delete;
+
+    std::wstring File(std::wstring_view name) const { return folder_.File(name); }
+    const std::wstring& Path() const { return folder_.Path(); }
+
+  private:
+    Folder folder_;
+};
+
+// The same file on every run for the same seed.
+class HostileFiles {
+  public:
+    explicit HostileFiles(unsigned seed) : random_(seed) {}
+
+    // Random lines of an INI file in one of the encodings, or just bytes.
+    std::string Next() {
+        switch (Below(8)) {
+            case 0: return RandomBytes(Below(2000));
+            case 1: return "\xff\xfe" + RandomBytes(Below(2000));
+            case 2: return "\xef\xbb\xbf" + ToBytes(RandomLines(), 65001);
+            case 3:
+            case 4: return ToBytes(RandomLines(), 0);
+            default: return Utf16File(RandomLines());
+        }
+    }
+
+    std::wstring RandomLines() {
+        std::wstring text;
+        const unsigned lines = Below(40);
+        for (unsigned i = 0; i < lines; ++i)
+            text += RandomLine() + Pick({L"\r\n", L"\r\n", L"\r\n", L"\n", L"\r"});
+        if (Below(4) == 0 && !text.empty()) text.resize(text.size() - 1 - Below(2) % text.size());
+        return text;
+    }
+
+    unsigned Below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
+
+    std::wstring Pick(std::initializer_list<const wchar_t*> from) {
+        return from.begin()[Below(static_cast<unsigned>(from.size()))];
+    }
+
+    std::wstring RandomKey() {
+        return Pick({L"text_000", L"text_001", L"text_002", L"TEXT_001", L"text_003", L"text_1000",
+                     L"text_7", L"topmost", L"listcmd_count", L"WinRC", L"use_menu_sort", L"", L" ",
+                     L";text_002", L"m_disables_keys"});
+    }
+
+    std::wstring RandomValue() {
+        std::wstring value =
+            Pick({L"", L"Ctrl+A=", L"R-Win+F5=", L"-5", L"300000000", L"7", L"\"", L"'", L" ", L"Ctrl+"});
+        for (unsigned pieces = Below(4); pieces > 0; --pieces) {
+            value +=
+                Pick({L"text", L" ", L"\t", L"\"", L"'", L"=", L"<E<N<D|", L"\x416", L"\x20ac", L"\xd83d",
+                      L"\xd83d\xde00", L";", L"[list_text]", L"\\n", L"|", L"\xa0", L"\x1a", L"Ctrl+A|"});
+        }
+        if (Below(50) == 0) value += std::wstring(Below(9000), L'x');
+        if (Below(40) == 0) value.push_back(L'\0');
+        return value;
+    }
+
+  private:
+    std::wstring RandomLine() {
+        switch (Below(10)) {
+            case 0:
+            case 1:
+                return Pick({L"[list_text]", L"[list_label]", L"[list_order]", L"[Program]", L"[LIST_TEXT]",
+                             L"[Verbatix]", L"[list_text", L" [list_text] ", L"[]", L"[list_text]]",
+                             L"[other]"});
+            case 2: return Pick({L"", L"; comment", L"text_001", L"=", L"  ", L"#x=y"});
+            default:
+                return Pick({L"", L"", L"", L" "}) + RandomKey() + Pick({L"=", L"=", L"=", L" = ", L"=="}) +
+                       RandomValue();
+        }
+    }
+
+    std::string RandomBytes(unsigned count) {
+        std::string bytes(count, '\0');
+        for (char& byte : bytes) byte = static_cast<char>(random_());
+        return bytes;
+    }
+
+    std::mt19937 random_;
+};
+
+}  // namespace verbatix::test

@@ -1,0 +1,358 @@
+#include "store/list_file.h"
+
+#include <gtest/gtest.h>
+
+#include "base/language.h"
+#include "store/entry_syntax.h"
+#include "store/ini_files.h"
+#include "store/profile.h"
+
+namespace verbatix {
+namespace {
+
+using test::ReadBytes;
+using test::SettingsFolder;
+using test::Utf16File;
+using test::WriteBytes;
+
+// What the client was asked, and what it answers.
+struct Asked {
+    int refreshes = 0;
+    int messages = 0;
+    int answer = IDYES;
+    UINT flags = 0;
+    std::wstring text;
+    std::wstring caption;
+    std::wstring classified;
+};
+Asked asked;
+
+int WINAPI Answer(HWND, const wchar_t* text, const wchar_t* caption, UINT flags) {
+    ++asked.messages;
+    asked.text = text;
+    asked.caption = caption;
+    asked.flags = flags;
+    return asked.answer;
+}
+
+ListClient Client() {
+    asked = {};
+    ListClient client;
+    client.refreshViews = [](bool) { ++asked.refreshes; };
+    client.classifyEntry = [](const wchar_t* text) {
+        asked.classified += text;
+        return 5;
+    };
+    client.showMessage = Answer;
+    return client;
+}
+
+EntryList Loaded() {
+    nextEntryNumber = 0;
+    EntryList list;
+    LoadList(list, Client());
+    return list;
+}
+
+void ExpectSameEntries(const EntryList& list, const EntryList& again) {
+    ASSERT_EQ(list.size(), again.size());
+    for (const auto& [position, slot] : list) {
+        EXPECT_STREQ(again.at(position).current.text, slot.current.text);
+        EXPECT_STREQ(again.at(position).current.label, slot.current.label);
+        EXPECT_FALSE(Differ(again.at(position).current, slot.current)) << position;
+        EXPECT_FALSE(IsDirty(again.at(position))) << position;
+    }
+}
+
+const wchar_t* const kHostileTexts[] = {
+    L"plain",
+    L"ends in blanks   ",
+    L"   begins with blanks",
+    L"\t tab \t",
+    L"\"quoted\"",
+    L"'quoted'",
+    L"=",
+    L"a=b=c",
+    L"",
+    L"; no comment",
+    L"[list_label]",
+    L"two\\nlines\\n",
+    L"<E<N<D|",
+    L"a<E<N<D|b",
+    L"x<E<N<D|<E<N<D|",
+    L"<E<N<D",
+    L"\x41f\x440\x438\x432\x435\x442",
+    L"\x20ac \xe4\xf6\xfc \x2014",
+    L"\xd83d\xde00 \x4e2d\x6587",
+    L"\xd83d",
+    L"%copy_text_uc% %%",
+    L"\xa0",
+};
+
+EntryList HostileList() {
+    nextEntryNumber = 0;
+    EntryList list;
+    unsigned modifier = 0;
+    for (const wchar_t* text : kHostileTexts) {
+        AddEntry(list, text, L"label \x20ac", 65 + modifier, modifier % 10, -1,
+                 static_cast<int>(modifier) - 5);
+        ++modifier;
+    }
+    AddEntry(list, std::wstring(4000, L'x'), std::wstring(255, L'l'), 0xba, 2, -1, INT_MIN);
+    AddEntry(list, L"no hotkey", L"=;[", 0, 0, -1, INT_MAX);
+    return list;
+}
+
+TEST(ListFile, HostileTextsComeBackByteForByte) {
+    // A new file, an old one in the ANSI code page, and one that holds other things.
+    const char* const files[] = {
+        nullptr, "[Program]\r\nlistcmd_count=0\r\n[list_text]\r\n",
+        "; a comment\r\n\r\n[list_text]\r\n; another\r\nforeign=1\r\n\r\n[list_label]\r\n"};
+    for (const char* file : files) {
+        const SettingsFolder folder;
+        if (file) WriteBytes(settingsPath, file);
+        EntryList list = HostileList();
+        SaveList(list, Client(), false, false);
+        EXPECT_EQ(asked.messages, 0);
+        ExpectSameEntries(list, Loaded());
+        if (file) {
+            EXPECT_NE(ReadBytes(settingsPath).find(Utf16File(L"[Program]").substr(2)), std::string::npos);
+        }
+    }
+}
+
+TEST(ListFile, FewChangesAreWrittenOneByOneWithTheSameResult) {
+    const SettingsFolder folder;
+    EntryList list = HostileList();
+    for (auto& [position, slot] : list) {
+        slot.saved = ListEntry{};  // new to the file
+        EntryList one = {{position, slot}};
+        SaveList(one, Client(), false, true);
+    }
+    WriteProgramNumber(L"listcmd_count", static_cast<int>(list.size()));
+    const std::string oneByOne = ReadBytes(settingsPath);
+    settingsPath = folder.File(L"all.ini");
+    SaveList(list, Client(), false, false);
+    WriteProgramNumber(L"listcmd_count", static_cast<int>(list.size()));
+    // The first count was written behind the first entry, which decides where its section stands.
+    EXPECT_EQ(oneByOne.size(), ReadBytes(settingsPath).size());
+    ExpectSameEntries(list, Loaded());
+    settingsPath = folder.File(L"Verbatix.ini");
+    ExpectSameEntries(list, Loaded());
+}
+
+TEST(ListFile, TheFileLooksAsItAlwaysDid) {
+    const SettingsFolder folder;
+    nextEntryNumber = 999;
+    EntryList list;
+    AddEntry(list, L"a=b ", L"Label", 67, 4, -1, 3);
+    AddEntry(list, L"", L"", 116, 9, -1, -1);
+    SaveList(list, Client(), false, false);
+    EXPECT_EQ(ReadBytes(settingsPath),
+              Utf16File(L"[list_text]\r\ntext_999=Ctrl+C=a=b <E<N<D|\r\ntext_1000=R-Mouse+F5=<E<N<D|\r\n"
+                        L"[list_order]\r\ntext_999=3\r\ntext_1000=-1\r\n"
+                        L"[list_label]\r\ntext_999=Label\r\ntext_1000=\r\n"
+                        L"[Program]\r\nlistcmd_count=2\r\n"));
+    EXPECT_EQ(asked.refreshes, 0 + 1);
+}
+
+TEST(SaveList, WritesOnlyWhatChanged) {
+    const SettingsFolder folder;
+    EntryList list = HostileList();
+    SaveList(list, Client(), false, false);
+    WriteProfileText(L"list_text", L"text_000", L"touched");
+    WriteProfileText(L"list_text", L"text_001", L"touched");
+    CopyText(list.at(1).current.text, L"new text", kTextLimit);
+    list.at(1).current.kind = 3;
+    list.at(2).current.kind = 3;
+    list.at(2).current.groupRef = 7;
+    list.at(3).current.order = 99;
+    SaveList(list, Client(), true, true);
+    EXPECT_EQ(ReadProfileText(L"list_text", L"text_000", 100), L"touched");
+    EXPECT_EQ(ReadProfileText(L"list_text", L"text_001", 100), L"R-Win+B=new text<E<N<D|");
+    EXPECT_EQ(ReadProfileText(L"list_order", L"text_003", 100), L"99");
+    EXPECT_EQ(asked.classified, L"new text");
+    EXPECT_EQ(list.at(1).current.kind, 5);
+    EXPECT_EQ(list.at(2).current.kind, 3) << "its text did not change";
+    EXPECT_EQ(asked.refreshes, 1);
+    for (auto& [position, slot] : list) slot.saved.kind = slot.current.kind;
+    for (const auto& [position, slot] : list) EXPECT_FALSE(IsDirty(slot)) << position;
+}
+
+TEST(SaveList, ReportsAFileThatCannotBeWritten) {
+    const SettingsFolder folder;
+    SetLanguageTexts({{53, L"Not saved:"}}, {});
+    settingsPath = folder.Path();
+    EntryList list = HostileList();
+    list.at(0).current.order = 77;
+    SaveList(list, Client(), false, true);
+    EXPECT_EQ(asked.messages, 1);
+    EXPECT_EQ(asked.text, L"Not saved:\n" + settingsPath);
+    EXPECT_EQ(asked.caption, L"");
+    EXPECT_EQ(asked.flags, UINT{MB_OK});
+    EXPECT_EQ(asked.refreshes, 0);
+    EXPECT_FALSE(IsDirty(list.at(0))) << "the next save writes only later changes";
+    SetLanguageTexts({}, {});
+}
+
+TEST(WriteEntry, WritesWhatDiffersFromThePreviousRecord) {
+    const SettingsFolder folder;
+    EntryList list;
+    AddEntry(list, L"text", L"label", 65, 4, -1, 1);
+    const ListEntry previous = list.at(0).current;
+    const struct {
+        void (*change)(ListEntry&);
+        bool text;
+        bool order;
+        bool label;
+    } rows[] = {
+        {[](ListEntry&) {}, false, false, false},
+        {[](ListEntry& entry) { entry.text[0] = L'x'; }, true, false, false},
+        {[](ListEntry& entry) { entry.keyCode = 66; }, true, false, false},
+        {[](ListEntry& entry) { entry.modifier = 5; }, true, false, false},
+        {[](ListEntry& entry) { entry.order = 2; }, false, true, false},
+        {[](ListEntry& entry) { entry.label[0] = L'x'; }, false, false, true},
+        {[](ListEntry& entry) { entry.kind = entry.groupRef = 9; }, false, false, false},
+    };
+    for (const auto& row : rows) {
+        DeleteFileW(settingsPath.c_str());
+        ListEntry entry = previous;
+        row.change(entry);
+        EXPECT_EQ(WriteEntry(entry, nullptr, &previous), 1);
+        EXPECT_EQ(!ReadProfileText(L"list_text", L"text_000", 100).empty(), row.text);
+        EXPECT_EQ(!ReadProfileText(L"list_order", L"text_000", 100).empty(), row.order);
+        EXPECT_EQ(!ReadProfileText(L"list_label", L"text_000", 100).empty(), row.label);
+    }
+}
+
+TEST(WriteEntry, ExportsWithoutTouchingTheFile) {
+    const SettingsFolder folder;
+    nextEntryNumber = 41;
+    EntryList list;
+    AddEntry(list, L"one ", L"L1", 65, 4, -1, 1);
+    AddEntry(list, L"two", L"", 66, 1, -1, -2);
+    ExportSink sink;
+    for (const auto& [position, slot] : list) EXPECT_EQ(WriteEntry(slot.current, &sink), 1);
+    EXPECT_EQ(FormatExport(sink),
+              L"[list_text]\r\ntext_000=Ctrl+A=one \r\ntext_001=R-Win+B=two\r\n"
+              L"[list_label]\r\ntext_000=L1\r\ntext_001=\r\n"
+              L"[list_order]\r\ntext_000=1\r\ntext_001=-2\r\n");
+    EXPECT_EQ(ReadBytes(settingsPath), "");
+}
+
+TEST(LoadList, AFileWithoutACountGetsTheFirstRunList) {
+    const SettingsFolder folder;
+    SetFirstRunList(
+        L"[list_text]\ntext_001=Ctrl+B=second \x20ac\ntext_000=L-Win+A=first\ntext_002=nonsense\n"
+        L"[list_label]\ntext_000=One\n[list_order]\ntext_001=9\n");
+    EntryList list = Loaded();
+    SetFirstRunList({});
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_STREQ(list.at(0).current.text, L"first");
+    EXPECT_STREQ(list.at(0).current.label, L"One");
+    EXPECT_STREQ(list.at(1).current.text, L"second \x20ac");
+    EXPECT_EQ(list.at(1).current.order, 9);
+    ExpectSameEntries(list, Loaded());
+}
+
+TEST(LoadList, WithoutAFirstRunListAnEmptyListIsWritten) {
+    const SettingsFolder folder;
+    EXPECT_TRUE(Loaded().empty());
+    EXPECT_EQ(ReadProgramNumber(L"listcmd_count", -1), 0);
+}
+
+TEST(LoadList, BelievesNoCountThatCannotBeTrue) {
+    const SettingsFolder folder;
+    const struct {
+        const wchar_t* count;
+        std::size_t entries;
+    } rows[] = {{L"300000000", 2}, {L"2147483647", 2}, {L"-5", 0}, {L"0", 0},
+                {L"many", 0},      {L"1", 1},          {L"2", 1},  {L"11", 2}};
+    for (const auto& row : rows) {
+        WriteBytes(settingsPath,
+                   Utf16File(L"[Program]\r\nlistcmd_count=" + std::wstring(row.count) +
+                             L"\r\n[list_text]\r\ntext_000=Ctrl+A=a\r\ntext_010=Ctrl+B=b\r\n"));
+        EXPECT_EQ(Loaded().size(), row.entries) << row.count;
+    }
+}
+
+TEST(LoadList, AnEntryBehindAGapIsNotLostByTheNextSave) {
+    const SettingsFolder folder;
+    WriteBytes(settingsPath,
+               Utf16File(L"[Program]\r\nlistcmd_count=4\r\n[list_text]\r\ntext_000=Ctrl+A=a\r\n"
+                         L"text_001=Shift+A=x\r\ntext_003=Ctrl+B=b\r\n"));
+    EntryList list = Loaded();
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_FALSE(IsDirty(list.at(0)));
+    SaveList(list, Client(), false, true);
+    ExpectSameEntries(list, Loaded());
+}
+
+TEST(LoadList, CutsWhatIsTooLong) {
+    const SettingsFolder folder;
+    WriteBytes(
+        settingsPath,
+        Utf16File(L"[Program]\r\nlistcmd_count=2\r\n[list_text]\r\ntext_000=Ctrl+A=" +
+                  std::wstring(1000000, L'x') + L"\r\ntext_001=Ctrl+B=b\r\n[list_label]\r\ntext_000=" +
+                  std::wstring(300, L'l') + L"\r\n[list_order]\r\ntext_000=12345678901234567890\r\n"));
+    const EntryList list = Loaded();
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(std::wcslen(list.at(0).current.text), 4095u - 7);
+    EXPECT_EQ(std::wcslen(list.at(0).current.label), 255u);
+    EXPECT_EQ(list.at(0).current.order, INT_MAX);
+}
+
+TEST(LoadList, BoundsItsMemory) {
+    const SettingsFolder folder;
+    std::wstring text = L"[Program]\r\nlistcmd_count=2000000\r\n[list_text]\r\n";
+    for (unsigned number = 0; number < kMostEntries + 100; ++number)
+        text += EntryKey(number) + L"=Alt+A=x\r\n";
+    WriteBytes(settingsPath, Utf16File(text));
+    EXPECT_EQ(Loaded().size(), kMostEntries);
+}
+
+TEST(MergeListFile, AppendsOnYesAndSavesAll) {
+    SetLanguageTexts({{128, L"Add them?"}, {129, L"Entries"}}, {});
+    for (const int answer : {IDYES, IDNO, IDCANCEL}) {
+        const SettingsFolder folder;
+        const std::wstring other = folder.File(L"other.ini");
+        WriteBytes(other,
+                   Utf16File(L"[list_text]\r\ntext_1023=Ctrl+C=last<E<N<D|\r\ntext_1024=Ctrl+D=beyond\r\n"
+                             L"text_005=Ctrl+A=first  <E<N<D|\r\ntext_006=no entry\r\ntext_007=xx\r\n"
+                             L"[list_label]\r\ntext_005=Label\r\n[list_order]\r\ntext_005=-3\r\n"));
+        EntryList list;
+        AddEntry(list, L"mine", L"", 65, 0, -1, 0);
+        ListClient client = Client();
+        asked.answer = answer;
+        MergeListFile(list, client, other);
+        EXPECT_EQ(asked.messages, 1);
+        EXPECT_EQ(asked.text, L"Entries: 3\n\nAdd them?");
+        EXPECT_EQ(asked.caption, L"Verbatix");
+        EXPECT_EQ(asked.flags, UINT{MB_YESNOCANCEL});
+        EXPECT_EQ(settingsPath, folder.File(L"Verbatix.ini"));
+        if (answer != IDYES) {
+            EXPECT_EQ(list.size(), 1u);
+            EXPECT_EQ(ReadBytes(settingsPath), "");
+            continue;
+        }
+        ASSERT_EQ(list.size(), 3u);
+        EXPECT_STREQ(list.at(1).current.text, L"first  ");
+        EXPECT_STREQ(list.at(1).current.label, L"Label");
+        EXPECT_EQ(list.at(1).current.order, -3);
+        EXPECT_EQ(list.at(1).current.number, 1u);
+        EXPECT_STREQ(list.at(2).current.text, L"last");
+        ExpectSameEntries(list, Loaded());
+    }
+    SetLanguageTexts({}, {});
+}
+
+TEST(MergeListFile, AMissingFileHasNoEntries) {
+    const SettingsFolder folder;
+    EntryList list;
+    MergeListFile(list, Client(), folder.File(L"missing.ini"));
+    EXPECT_EQ(asked.text, L": 0\n\n");
+    EXPECT_TRUE(list.empty());
+}
+
+}  // namespace
+}  // namespace verbatix

@@ -1,0 +1,214 @@
+#include "store/profile_section.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "store/ini_files.h"
+#include "store/profile.h"
+#include "store/section_lines.h"
+
+namespace verbatix {
+namespace {
+
+using test::HostileFiles;
+using test::ReadBytes;
+using test::SettingsFolder;
+using test::Utf16File;
+using test::WriteBytes;
+
+// Ordinary files, and what hands and other programs make of them.
+const wchar_t* const kFiles[] = {
+    L"",
+    L"[S]\r\n",
+    L"[S]",
+    L"[S]\r\na=1\r\nb=2\r\n",
+    L"[S]\r\na=1\r\nb=2",
+    L"[other]\r\na=9\r\n[S]\r\na=1\r\n[more]\r\nb=9\r\n",
+    L"[s]\r\nA=1\r\na=2\r\n",
+    L"[S]\r\na=1\r\n[other]\r\n[S]\r\nb=2\r\na=3\r\n",
+    L"[S]\r\na=\"1\"\r\nb='2'\r\nc=\"3'\r\nd=\"\r\n",
+    L"[S]\r\na=  1  \r\n b = 2\r\nc\t=\t3\t\r\n",
+    L"[S]\r\n; a=1\r\n;b=2\r\n#c=3\r\nd=4;comment\r\n",
+    L"[S]\r\n\r\na=1\r\n\r\n\r\nb=2\r\n\r\n",
+    L"[S]\r\n\r\na=1\r\n\r\n[other]\r\nx=y\r\n",
+    L"[S]\r\na\r\nb=\r\n=c\r\na=1\r\n",
+    L"[S]\na=1\nb=2\n",
+    L"[S]\ra=1\rb=2\r",
+    L"a=0\r\n[S]\r\na=1\r\n",
+    L" [S] \r\na=1\r\n",
+    L"[S\r\na=1\r\n",
+    L"[S]]\r\na=1\r\n",
+    L"[S] ; x\r\na=1\r\n",
+    L"[S]\r\na==1\r\nb=c=d\r\n",
+    L"[S]\r\na=\xe4\xf6\r\nb=\xa0x\xa0\r\n",
+    L"; only a comment\r\n",
+};
+
+void ExpectSameAsSingleReads(const std::wstring& path, const wchar_t* name,
+                             std::initializer_list<const wchar_t*> keys, const std::string& bytes) {
+    ProfileSection section = ReadSection(path, name);
+    for (const wchar_t* key : keys) {
+        for (const std::size_t size : {2u, 16u, 256u, 4096u}) {
+            for (const wchar_t* old : {L"", L"old", L" \"blank\" "}) {
+                ASSERT_EQ(SectionText(section, key, size, old),
+                          ReadProfileTextFrom(path, name, key, size, old))
+                    << key << " of size " << size << " in\n"
+                    << testing::PrintToString(bytes);
+            }
+        }
+    }
+}
+
+TEST(ReadSection, GivesWhatSingleReadsGive) {
+    const SettingsFolder folder;
+    for (const wchar_t* file : kFiles) {
+        for (const std::string& bytes : {ToBytes(file, CP_ACP), Utf16File(file)}) {
+            WriteBytes(settingsPath, bytes);
+            ExpectSameAsSingleReads(settingsPath, L"S", {L"a", L"A", L"b", L"c", L"d", L"missing"}, bytes);
+        }
+    }
+}
+
+TEST(ReadSection, GivesWhatSingleReadsGiveOfHostileFiles) {
+    const SettingsFolder folder;
+    HostileFiles files(20240611);
+    for (int i = 0; i < 400 && !HasFatalFailure(); ++i) {
+        const std::string bytes = files.Next();
+        WriteBytes(settingsPath, bytes);
+        ExpectSameAsSingleReads(settingsPath, L"list_text",
+                                {L"text_000", L"text_001", L"text_002", L"text_1000"}, bytes);
+    }
+}
+
+TEST(ReadSection, HoldsSectionsLargerThanItsFirstBuffer) {
+    const SettingsFolder folder;
+    for (const std::size_t length : {65510u, 65530u, 65531u, 65532u, 65533u, 65534u, 65540u, 300000u}) {
+        WriteBytes(settingsPath, Utf16File(L"[S]\r\na=" + std::wstring(length, L'x') + L"\r\nb=2\r\n"));
+        ProfileSection section = ReadSection(settingsPath, L"S");
+        EXPECT_EQ(SectionText(section, L"a", 4096).size(), 4095u) << length;
+        EXPECT_EQ(SectionText(section, L"b", 16), L"2") << length;
+        EXPECT_EQ(SectionKeys(section), (std::set<std::wstring, std::less<>>{L"a", L"b"})) << length;
+    }
+}
+
+TEST(ReadSection, AMissingFileIsEmpty) {
+    const SettingsFolder folder;
+    for (const std::wstring& path : {settingsPath, folder.Path(), std::wstring(L"Q:\\x.ini"),
+                                     std::wstring(), folder.File(std::wstring(300, L'x'))}) {
+        ProfileSection section = ReadSection(path, L"S");
+        EXPECT_EQ(SectionText(section, L"a", 16, L"old"), L"old");
+        EXPECT_EQ(SectionNumber(section, L"a", -1), -1);
+        EXPECT_TRUE(SectionKeys(section).empty());
+    }
+}
+
+// Writes `values` as a section into one file and key by key into another like it.
+void ExpectSameAsSingleWrites(const SettingsFolder& folder, const std::string* bytes,
+                              const wchar_t* section, const ProfileValues& values) {
+    std::string results[2];
+    for (const bool isSection : {false, true}) {
+        settingsPath = folder.File(isSection ? L"section.ini" : L"single.ini");
+        DeleteFileW(settingsPath.c_str());
+        if (bytes) WriteBytes(settingsPath, *bytes);
+        if (isSection) {
+            EXPECT_TRUE(WriteSection(section, values));
+        } else {
+            for (const auto& [key, value] : values)
+                EXPECT_TRUE(WriteProfileText(section, key.c_str(), value));
+        }
+        // Blanks at a line's end may stand there until the system rewrites the file; nobody can read them.
+        EXPECT_TRUE(WriteProfileText(L"zz", L"next", L"write"));
+        results[isSection] = ReadBytes(settingsPath);
+    }
+    ASSERT_EQ(results[0], results[1]) << "written into\n"
+                                      << testing::PrintToString(bytes ? *bytes : "(no file)");
+}
+
+TEST(WriteSection, LeavesTheFileThatSingleWritesLeave) {
+    const SettingsFolder folder;
+    const ProfileValues lists[] = {
+        {{L"b", L"new"}, {L"z", L"last"}, {L"a", L"first"}},
+        {{L"a", L" blank "}, {L"b", L"\"quoted\""}, {L"c", {}}, {L"d", L"  "}, {L"e", L"\t'x'"}},
+        {{L"a", L"\x416"}, {L"n", L"line\r\nbreak"}, {L"A", L"twice"}, {L"m", L"=x=;"}, {L"o", L"\xd83d"}},
+        {},
+    };
+    for (const ProfileValues& values : lists) {
+        ExpectSameAsSingleWrites(folder, nullptr, L"S", values);
+        for (const wchar_t* file : kFiles) {
+            for (const std::string& bytes : {ToBytes(file, CP_ACP), Utf16File(file)}) {
+                if (values.empty() && bytes.size() <= 2) continue;  // the section writer begins the file
+                ExpectSameAsSingleWrites(folder, &bytes, L"S", values);
+                if (HasFatalFailure()) return;
+            }
+        }
+    }
+}
+
+TEST(WriteSection, LeavesTheFileThatSingleWritesLeaveInHostileFiles) {
+    const SettingsFolder folder;
+    HostileFiles files(77);
+    for (int i = 0; i < 150 && !HasFatalFailure(); ++i) {
+        const std::string bytes = files.Next();
+        ProfileValues values;
+        for (unsigned count = files.Below(6) + 1; count > 0; --count) {
+            values.emplace_back(
+                files.Pick({L"text_000", L"text_001", L"text_002", L"text_999", L"TEXT_000"}),
+                files.RandomValue());
+        }
+        ExpectSameAsSingleWrites(folder, &bytes, L"list_text", values);
+    }
+}
+
+TEST(WriteSection, KeepsForeignKeysAndTheirLook) {
+    const SettingsFolder folder;
+    WriteBytes(settingsPath, Utf16File(L"[S]\r\nForeign=\"x\"\r\na=1\r\n[T]\r\n; note\r\nt=1\r\n"));
+    EXPECT_TRUE(WriteSection(L"S", {{L"a", L"2"}, {L"c", L"3"}}));
+    EXPECT_EQ(ReadBytes(settingsPath),
+              Utf16File(L"[S]\r\nForeign=\"x\"\r\na=2\r\nc=3\r\n[T]\r\n; note\r\nt=1\r\n"));
+}
+
+TEST(WriteSection, SaysWhenTheFileCannotBeWritten) {
+    const SettingsFolder folder;
+    for (const std::wstring& path :
+         {folder.Path(), std::wstring(L"Q:\\x.ini"), folder.File(std::wstring(300, L'x'))}) {
+        settingsPath = path;
+        EXPECT_FALSE(WriteSection(L"S", {{L"a", L"1"}})) << path;
+    }
+}
+
+TEST(PlainSectionLines, RefusesWhatAWholeWriteWouldDisturb) {
+    const struct {
+        const wchar_t* text;
+        int lines;  // -1 = refused
+    } rows[] = {
+        {L"", 0},
+        {L"[T]\r\n;x\r\n\r\n", 0},
+        {L"[S]\r\n", 0},
+        {L"[s]\r\na=1\r\nB=\r\n", 2},
+        {L"[S]\r\na=\"1\"\r\n", 1},
+        {L"[S]\r\na=1\r\n[T]\r\n;x\r\na =1\r\n", 1},
+        {L"[S]\r\na=1\r\n;x\r\n", -1},
+        {L"[S]\r\na=1\r\n#x=1\r\n", -1},
+        {L"[S]\r\na=1\r\n\r\n[T]\r\n", -1},
+        {L"[S]\r\na=1\r\nA=2\r\n", -1},
+        {L"[S]\r\na=1\r\n[T]\r\n[S]\r\n", -1},
+        {L"[S]\r\n [S]\r\n", -1},
+        {L"[S]x\r\n", -1},
+        {L"[S]\r\na\r\n", -1},
+        {L"[S]\r\na= 1\r\n", -1},
+        {L"[S]\r\na=1 \r\n", -1},
+        {L"[S]\r\n a=1\r\n", -1},
+        {L"[S]\r\n=1\r\n", -1},
+        {L"[S]\r\na=1", -1},
+        {L"[S]\r\na=1\nb=2\r\n", -1},
+        {L"[S]\r\na=1\rb=2\r\n", -1},
+    };
+    for (const auto& row : rows) {
+        const auto lines = PlainSectionLines(row.text, L"S");
+        EXPECT_EQ(lines ? static_cast<int>(lines->size()) : -1, row.lines) << row.text;
+    }
+    EXPECT_FALSE(PlainSectionLines(std::wstring_view(L"[S]\r\na=\0\r\n", 10), L"S"));
+}
+
+}  // namespace
+}  // namespace verbatix
