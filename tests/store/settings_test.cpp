@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <set>
 
 #include "store/ini_files.h"
 #include "store/list_hotkeys.h"
@@ -60,7 +59,6 @@ void LoadAll() {
 TEST(Settings, TableIsComplete) {
     const auto table = SettingTable();
     ASSERT_EQ(table.size(), std::size(kExpected));
-    std::set<int Settings::*const*> none;
     for (std::size_t i = 0; i < table.size(); ++i) {
         EXPECT_STREQ(table[i].key, kExpected[i].key);
         const std::wstring_view key = table[i].key;
