@@ -39,15 +39,15 @@ TEST(AsksForPortableUse, LooksAtTheFileNameOnly) {
 
 // A world in which the paths beginning with one of `writable` can be written; tells what was done.
 struct Disk {
-    std::vector<std::wstring> writable;
+    std::wstring writable;  // separated by "|"
     std::wstring done;
     bool plain = true;
 
     SettingsProbe Probe() {
         return {[this](const std::wstring& path, int secondsBack) {
                     done += Format(L"test %ls %d\n", path.c_str(), secondsBack);
-                    for (const std::wstring& prefix : writable) {
-                        if (path.starts_with(prefix)) return true;
+                    for (const std::wstring_view prefix : Split(writable, L'|')) {
+                        if (!prefix.empty() && path.starts_with(prefix)) return true;
                     }
                     return false;
                 },
@@ -73,47 +73,43 @@ TEST(DecideSettingsPath, ChoosesTheFileOfThisRun) {
     const struct {
         const wchar_t* module;
         const wchar_t* ini;
-        std::vector<std::wstring> writable;
+        const wchar_t* writable;
         std::wstring choice;
     } rows[] = {
-        {L"C:\\Tools\\Verbatix.exe", L"", {L"C:", L"D:"}, app},
-        {L"C:\\Tools\\Verbatix.exe", L"", {}, app + L" | write " + app},
-        {L"C:\\Tools\\V_p.exe", L"", {L"C:"}, L"C:\\Tools\\Verbatix.ini requested active"},
-        {L"C:\\V_p.exe", L"", {L"C:"}, L"C:\\Verbatix.ini requested active"},
-        {L"C:\\Tools\\V_p.exe", L"", {L"D:"}, app + L" requested | write C:\\Tools\\Verbatix.ini"},
-        {L"C:\\Tools\\V_p.exe",
-         L"",
-         {},
+        {L"C:\\Tools\\Verbatix.exe", L"", L"C:|D:", app},
+        {L"C:\\Tools\\Verbatix.exe", L"", L"", app + L" | write " + app},
+        {L"C:\\Tools\\V_p.exe", L"", L"C:", L"C:\\Tools\\Verbatix.ini requested active"},
+        {L"C:\\V_p.exe", L"", L"C:", L"C:\\Verbatix.ini requested active"},
+        {L"C:\\Tools\\V_p.exe", L"", L"D:", app + L" requested | write C:\\Tools\\Verbatix.ini"},
+        {L"C:\\Tools\\V_p.exe", L"", L"",
          app + L" requested | write C:\\Tools\\Verbatix.ini | write " + app},
         // In the temporary folder, written in another case, nothing stays beside the program.
-        {L"C:\\USERS\\temp\\x\\V_p.exe", L"", {L"C:", L"D:"}, app + L" requested"},
-        {L"C:\\Users\\Temp\\V_p.exe", L"", {L"C:", L"D:"}, app + L" requested"},
-        {L"C:\\Users\\Temporary\\V_p.exe",
-         L"",
-         {L"C:"},
+        {L"C:\\USERS\\temp\\x\\V_p.exe", L"", L"C:|D:", app + L" requested"},
+        {L"C:\\Users\\Temp\\V_p.exe", L"", L"C:|D:", app + L" requested"},
+        {L"C:\\Users\\Temporary\\V_p.exe", L"", L"C:",
          L"C:\\Users\\Temporary\\Verbatix.ini requested active"},
-        {L"\\\\server\\share\\V_p.exe",
-         L"",
-         {L"\\\\"},
-         L"\\\\server\\share\\Verbatix.ini requested active"},
+        {L"\\\\server\\share\\V_p.exe", L"", L"\\\\", L"\\\\server\\share\\Verbatix.ini requested active"},
         // A named file is taken as it stands when the program folder can be written.
-        {L"C:\\Tools\\Verbatix.exe", L"E:\\my\\list.INI", {L"C:"}, L"E:\\my\\list.INI"},
-        {L"C:\\Tools\\V_p.exe", L"x.ini", {L"C:"}, L"x.ini requested"},
-        {L"C:\\Users\\Temp\\V.exe", L"x.ini", {L"C:"}, L"x.ini"},
-        {L"C:\\Tools\\V_p.exe", L"x.ini", {L"D:"}, app + L" requested | write C:\\Tools\\Verbatix.ini"},
-        {L"C:\\Tools\\Verbatix.exe", L"E:\\x.txt", {L"D:"}, app + L" | extension E:\\x.txt"},
-        {L"C:\\Tools\\Verbatix.exe", L"E:\\noextension", {L"D:"}, app + L" | extension E:\\noextension"},
-        {L"C:\\Tools\\Verbatix.exe", L"E:\\x.ini\\sub", {L"D:"}, app + L" | extension E:\\x.ini\\sub"},
-        {L"C:\\Tools\\V_p.exe",
-         L"E:\\x.txt",
-         {L"C:"},
+        {L"C:\\Tools\\Verbatix.exe", L"E:\\my\\list.INI", L"C:", L"E:\\my\\list.INI"},
+        {L"C:\\Tools\\V_p.exe", L"x.ini", L"C:", L"x.ini requested"},
+        {L"C:\\Users\\Temp\\V.exe", L"x.ini", L"C:", L"x.ini"},
+        {L"C:\\Tools\\V_p.exe", L"x.ini", L"D:", app + L" requested | write C:\\Tools\\Verbatix.ini"},
+        {L"C:\\Tools\\Verbatix.exe", L"E:\\x.txt", L"D:", app + L" | extension E:\\x.txt"},
+        {L"C:\\Tools\\Verbatix.exe", L"E:\\noextension", L"D:", app + L" | extension E:\\noextension"},
+        {L"C:\\Tools\\Verbatix.exe", L"E:\\x.ini\\sub", L"D:", app + L" | extension E:\\x.ini\\sub"},
+        {L"C:\\Tools\\V_p.exe", L"E:\\x.txt", L"C:",
          L"C:\\Tools\\Verbatix.ini requested active | extension E:\\x.txt"},
-        {L"C:\\Tools\\Verbatix.exe", L"ini", {L"C:", L"D:"}, app},  // three characters name nothing
-        {L"", L"", {L"D:"}, app},
+        {L"C:\\Tools\\Verbatix.exe", L"ini", L"C:|D:", app},  // three characters name nothing
+        {L"", L"", L"D:", app},
     };
     for (const auto& row : rows) {
-        Disk disk{row.writable, L""};
-        const SettingsFacts facts = {row.module, L"C:\\Users\\Temp\\", L"D:\\Roaming", row.ini};
+        Disk disk;
+        disk.writable = row.writable;
+        SettingsFacts facts;
+        facts.modulePath = row.module;
+        facts.temporaryFolder = L"C:\\Users\\Temp\\";
+        facts.appDataFolder = L"D:\\Roaming";
+        facts.iniPathOverride.assign(row.ini);
         EXPECT_EQ(Shown(DecideSettingsPath(facts, disk.Probe())), row.choice)
             << row.module << L" " << row.ini;
     }
@@ -121,7 +117,7 @@ TEST(DecideSettingsPath, ChoosesTheFileOfThisRun) {
 
 TEST(DecideSettingsPath, TouchesOnlyWhatItNeeds) {
     const auto done = [](const wchar_t* module, const wchar_t* ini) {
-        Disk disk{{L"C:", L"D:"}, L""};
+        Disk disk{L"C:|D:", L""};
         DecideSettingsPath({module, L"T:\\", L"D:\\Roaming", ini}, disk.Probe());
         return disk.done;
     };
@@ -132,13 +128,13 @@ TEST(DecideSettingsPath, TouchesOnlyWhatItNeeds) {
 }
 
 TEST(DecideSettingsPath, WantsAPlainFileForPortableUse) {
-    Disk disk{{L"C:", L"D:"}, L"", false};
+    Disk disk{L"C:|D:", L"", false};
     EXPECT_EQ(Shown(DecideSettingsPath({L"C:\\t\\V_p.exe", L"T:\\", L"D:\\Roaming", L""}, disk.Probe())),
               std::wstring(kAppFile) + L" requested | write C:\\t\\Verbatix.ini");
 }
 
 TEST(DecideSettingsPath, TakesPathsOfAnyLengthAndMissingFacts) {
-    Disk disk{{L"C:"}, L""};
+    Disk disk{L"C:", L""};
     const std::wstring deep = L"C:\\" + std::wstring(30000, L'd');
     EXPECT_EQ(DecideSettingsPath({deep + L"\\V_p.exe", L"", deep, L""}, disk.Probe()).path,
               deep + L"\\Verbatix.ini");
