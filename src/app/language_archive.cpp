@@ -154,8 +154,9 @@ void AddTranslateFiles(const std::wstring& folder, int activeLanguage, std::map<
     FindClose(search);
     std::sort(names.begin(), names.end());
     for (const std::wstring& name : names) {
+        const std::wstring path = Format(L"%ls\\%ls", folder.c_str(), name.c_str());
         const int defaultLanguage = languages.contains(activeLanguage) ? activeLanguage : kLanguageEnglish;
-        ReadLanguageLines(DecodeTextFile(ReadSmallFile(folder + L"\\" + name)), defaultLanguage, languages);
+        ReadLanguageLines(DecodeTextFile(ReadSmallFile(path)), defaultLanguage, languages);
     }
 }
 
