@@ -17,7 +17,7 @@ DisabledHotkeys ParseDisabledHotkeys(std::wstring_view value) {
         const std::wstring_view rest = ParseModifierPrefix(item, modifier);
         // One character is passed over, the "+" where all is well.
         const unsigned key = ParseKeyName(rest.substr(rest.empty() ? 0 : 1));
-        if (key != 0) disabled[static_cast<int>(modifier)][key] = true;
+        if (key != 0) disabled[modifier][key] = true;
     }
     return disabled;
 }
@@ -27,7 +27,7 @@ std::wstring FormatDisabledHotkeys(const DisabledHotkeys& disabled) {
     for (const auto& [modifier, keys] : disabled) {
         for (const auto& [key, isDisabled] : keys) {
             if (!isDisabled) continue;
-            AppendModifierName(static_cast<unsigned>(modifier), value);
+            AppendModifierName(modifier, value);
             value += L'+' + FormatKeyName(key) + L'|';
         }
     }
