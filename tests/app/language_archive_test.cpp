@@ -76,6 +76,11 @@ TEST(ParseLanguageArchive, CutsBlocksAtFormFeedLines) {
     EXPECT_EQ(archive.languages.at(1).texts.at(1), L"a\fb");
     EXPECT_EQ(archive.firstRunList, L"[list_text]\r\ntext_000=Ctrl+A=x\r\n\r\n");
 
+    // Nothing behind the form feed is a text any more, whatever it looks like.
+    const LanguageArchive alike = ParseLanguageArchive(L"[language 1 E]\n1=a\n\f\n2=b");
+    EXPECT_EQ(alike.languages.at(1).texts, (LanguageTexts{{1, L"a"}}));
+    EXPECT_EQ(alike.firstRunList, L"2=b\r\n");
+
     for (const wchar_t* broken : {L"", L"\f", L"\f\n\f\n\f", L"nonsense", L"\n\n\n"}) {
         EXPECT_TRUE(ParseLanguageArchive(broken).languages.empty());
         EXPECT_EQ(ParseLanguageArchive(broken).firstRunList, L"");
