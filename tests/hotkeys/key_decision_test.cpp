@@ -100,7 +100,7 @@ TEST_F(DecideKeyTest, SwallowsRepeatsWithinTheGuard) {
                           {0xffff'ff00, 0x1'0000'0100, false}}) {
         state.lastTrigger = c.last;
         now = c.now;
-        for (const DWORD key : {'Q', 'W'}) {
+        for (const DWORD key : {DWORD{'Q'}, DWORD{'W'}}) {
             EXPECT_EQ(Decide(key).action == KeyAction::Swallow, c.swallowed) << c.last << " " << c.now;
         }
     }
