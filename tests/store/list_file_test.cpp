@@ -177,6 +177,12 @@ TEST(SaveList, WritesOnlyWhatChanged) {
     EXPECT_EQ(asked.refreshes, 1);
     for (auto& [position, slot] : list) slot.saved.kind = slot.current.kind;
     for (const auto& [position, slot] : list) EXPECT_FALSE(IsDirty(slot)) << position;
+
+    ListClient plain = Client();
+    plain.classifyEntry = nullptr;
+    CopyText(list.at(1).current.text, L"newer text", kTextLimit);
+    SaveList(list, plain, true, true);
+    EXPECT_EQ(list.at(1).current.kind, -1) << "a new text is not yet classified";
 }
 
 TEST(SaveList, ReportsAFileThatCannotBeWritten) {
