@@ -25,15 +25,20 @@ std::optional<int> FirstBlankPosition(const EntryList& list) {
     return std::nullopt;
 }
 
+// The low byte as a signed number.
+static int SignExtended(unsigned code) {
+    return static_cast<int>((code & 0xff) ^ 0x80) - 0x80;
+}
+
 // The key as the record holds it. The code is one signed byte, so codes from 128 on become negative. Lower
 // case is lifted only outside the number pad and function keys, and the lower-case letters lie inside those
 // ranges: the lift is left to what the system calls lower case elsewhere. Files depend on it; keep it so.
 static uint32_t RecordKeyCode(unsigned keyCode) {
-    int key = static_cast<int8_t>(keyCode & 0xff);
+    int key = SignExtended(keyCode);
     const bool isFunctionKey = key >= VK_F1 && key <= VK_F12;
     const bool isNumberPad = key >= VK_NUMPAD0 && key <= VK_DIVIDE;
     if (!isFunctionKey && !isNumberPad && IsCharLowerW(static_cast<wchar_t>(key))) {
-        key = static_cast<int8_t>((key - 32) & 0xff);
+        key = SignExtended(static_cast<unsigned>(key - 32));
     }
     return static_cast<uint32_t>(key);
 }
