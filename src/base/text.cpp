@@ -105,6 +105,12 @@ std::wstring Format(const wchar_t* format, ...) {
     return result;
 }
 
+std::wstring FillIn(std::wstring text, std::initializer_list<std::wstring_view> values) {
+    int number = 0;
+    for (const std::wstring_view value : values) ReplaceAll(text, Format(L"{%d}", ++number), value);
+    return text;
+}
+
 void CopyText(wchar_t* destination, std::size_t capacity, std::size_t limit, std::wstring_view text) {
     assert(limit > 0 && limit <= capacity);
     const std::size_t length = std::min(text.size(), limit - 1);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,10 @@ int ToInt(std::wstring_view text);
 
 // printf into a string. Wide string arguments are written %ls.
 std::wstring Format(const wchar_t* format, ...);
+
+// Puts values in the places {1}, {2}, ... of a text for the user. Such texts come from files that users can
+// replace, so none of them is ever a format for printf.
+std::wstring FillIn(std::wstring text, std::initializer_list<std::wstring_view> values);
 
 // Copies at most `limit` - 1 units into `destination` and fills all that is left of it with zeros, so that
 // two records with equal texts are equal byte for byte. `limit` counts the terminator; it may be smaller
