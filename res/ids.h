@@ -13,8 +13,17 @@
 #define IDC_LIST 1071
 
 // Frame window
+#define TIMER_FRAME 1000
 #define CMD_FINISH_START 104
 #define WM_TRAY_CALLBACK (0x8000 + 0x64)  // WM_APP + 100
+
+// The tray icon's menu
+#define CMD_TRAY_SHOW 40001
+#define CMD_TRAY_PAUSE 40002
+#define CMD_TRAY_EXIT 40003
+
+// Main window
+#define CMD_EXIT 32799
 
 // Posted to the main window by the hook and the executor
 #define CMD_RENAME_ENTRY 32793
@@ -24,11 +33,11 @@
 #define CMD_SHOW_PASTE_MENU 32798
 
 // Timers of the main window; the one-shot ones are killed by their own handler first
-#define TIMER_CPY_COPY 2022             // one shot, 200 ms
-#define TIMER_CPY_LAUNCH 2023           // one shot, 200 ms
-#define TIMER_EDITOR_UPDATE 2024        // one shot, 200 ms
-#define TIMER_REINSTALL_HOOK 4001       // one shot, 12 s after start
-#define TIMER_RESTORE_CLIPBOARD 4002    // one shot, 200 ms
-#define TIMER_CLOCK_JUMP 12022          // every 100 ms
+#define TIMER_CPY_COPY 2022           // one shot, 200 ms
+#define TIMER_CPY_LAUNCH 2023         // one shot, 200 ms
+#define TIMER_EDITOR_UPDATE 2024      // one shot, 200 ms
+#define TIMER_REINSTALL_HOOK 4001     // one shot, 12 s after start
+#define TIMER_RESTORE_CLIPBOARD 4002  // one shot, 200 ms
+#define TIMER_CLOCK_JUMP 12022        // every 100 ms
 
 #endif

@@ -9,9 +9,9 @@
 
 #include "app/command_line.h"
 #include "app/language_default.h"
-#include "base/handle.h"
 #include "base/language.h"
 #include "base/text.h"
+#include "store/profile.h"
 #include "store/settings_path.h"
 
 namespace verbatix {
@@ -96,22 +96,11 @@ SettingsChoice DecideSettingsPath(const SettingsFacts& facts, const SettingsProb
     return choice;
 }
 
-// The profile functions would create the file in the ANSI code page and lose characters; in a file that
-// begins with the UTF-16 mark they keep them all.
-static void CreateWithMark(const std::wstring& path) {
-    const UniqueFile file(
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD written = 0;
-    if (file) WriteFile(file.Get(), "\xFF\xFE", 2, &written, nullptr);
-}
-
 bool WriteTest(const std::wstring& path, int secondsBack) {
-    CreateWithMark(path);
+    settingsPath = path;
     const std::wstring stamp = Format(L"%d", static_cast<int>(std::time(nullptr)) - secondsBack);
-    WritePrivateProfileStringW(L"Program", L"TestIni", stamp.c_str(), path.c_str());
-    wchar_t readBack[112] = {};
-    GetPrivateProfileStringW(L"Program", L"TestIni", L"", readBack, 112, path.c_str());
-    return stamp == readBack;
+    constexpr std::size_t kLongestStamp = 112;
+    return WriteProgramText(L"TestIni", stamp) && ReadProgramText(L"TestIni", kLongestStamp) == stamp;
 }
 
 static bool IsPlainFile(const std::wstring& path) {

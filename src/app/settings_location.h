@@ -67,8 +67,8 @@ std::wstring WriteErrorPage(bool germanUser);
 // How a page is opened: in the default browser. Tests put something quieter here.
 extern void (*openWebPage)(const std::wstring& address);
 
-// Writes a time stamp, less `secondsBack`, as "TestIni" to section "Program" and reads it back. A missing
-// file is created as UTF-16.
+// Makes that file the settings file, writes a time stamp, less `secondsBack`, as "TestIni" to section
+// "Program" and reads it back.
 bool WriteTest(const std::wstring& path, int secondsBack);
 
 }  // namespace verbatix

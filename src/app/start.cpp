@@ -1,0 +1,73 @@
+#include "app/start.h"
+
+#include <commctrl.h>
+#include <objbase.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <ctime>
+
+#include "app/command_line.h"
+#include "app/frame_window.h"
+#include "app/language_archive.h"
+#include "app/language_default.h"
+#include "app/settings_location.h"
+#include "app/system_version.h"
+#include "base/product.h"
+#include "store/list_file.h"
+#include "store/settings.h"
+#include "ui/main_window.h"
+
+namespace verbatix {
+
+static void InitialiseControls() {
+    constexpr DWORD kClasses = 0x5FF;  // the common controls up to the native font and the page scroller
+    const INITCOMMONCONTROLSEX controls = {sizeof controls, kClasses};
+    InitCommonControlsEx(&controls);
+    InitCommonControls();
+}
+
+// Names of months, the long date and the letters that count as such follow the user's language, and no two
+// runs mix letters alike.
+static void InitialiseRuntime() {
+    std::setlocale(LC_ALL, "");
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+}
+
+static void ReadLanguageAndTheme() {
+    settings.language = DefaultLanguageNumber(GetUserDefaultLangID());
+    LoadSettings(SettingGroup::kStart);
+}
+
+// Looked up, because the program also has to start where the function is missing.
+static void BecomeDpiAware() {
+    const auto setAware = reinterpret_cast<BOOL(WINAPI*)()>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetProcessDPIAware")));
+    if (setAware) setAware();
+}
+
+int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
+    InitialiseControls();
+    InitialiseRuntime();
+    ArgumentList arguments;
+    SplitCommandLine(arguments, commandLine ? commandLine : L"", L':');
+    startOptions = ReadStartOptions(arguments);
+    CurrentSystemVersion();
+    ChooseSettingsPath();
+    ReadLanguageAndTheme();
+    BecomeDpiAware();
+    if (!LoadLanguageArchive(settings.language)) {
+        MessageBoxW(nullptr, L"Error! Loading language file string archive", kProductName,
+                    MB_OK | MB_ICONERROR);
+        return 0;
+    }
+    SetFirstRunList(CurrentLanguages().firstRunList);
+    // The update service has nothing to do in this build, but says so by its exit code.
+    if (startOptions.updateService) return 1;
+    if (!CreateFrameWindow(instance)) return 0;
+    const int exitCode = RunMessageLoop();
+    RemoveTrayIcon(mainWindow.tray);
+    return exitCode;
+}
+
+}  // namespace verbatix

@@ -1,0 +1,119 @@
+#include "ui/commands.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/debug.h"
+#include "base/handle.h"
+#include "base/product.h"
+#include "hotkeys/keyboard_hook.h"
+#include "ids.h"
+#include "store/settings.h"
+#include "store/settings_path.h"
+#include "ui/closing.h"
+#include "ui/main_window.h"
+#include "ui/menu_bar.h"
+
+namespace verbatix {
+
+namespace {
+
+struct Command {
+    int id;
+    void (*run)(int id, WORD notification);
+};
+
+void Nothing(int, WORD) {}
+
+void SwitchOption(int id, WORD) {
+    RunSettingCommand(id);
+}
+
+void Hide(int, WORD) {
+    HideMainWindow();
+}
+
+void ToTray(int, WORD) {
+    SendToTray();
+}
+
+void Exit(int id, WORD) {
+    ExitProgram(id);
+}
+
+// Opened for writing once before it is shown: that tells a file that is there from one that is not, and an
+// editor is not started on nothing.
+void OpenSettingsFile(int, WORD) {
+    const UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!check) return;
+    const_cast<UniqueFile&>(check).Reset();
+    ShellExecuteW(mainWindow.window, L"open", settingsPath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+void SwitchTopmost(int, WORD) {
+    ChangeSetting(&Settings::topmost, settings.topmost ? 0 : 1);
+    ApplyTopmost();
+}
+
+void NextVersion(int, WORD) {
+    MessageBoxW(mainWindow.window, L"Next-Ver", kProductName, MB_OK);
+}
+
+constexpr Command kMenuBarCommands[] = {
+    {2, SwitchOption},         // to the tray on close
+    {3, SwitchOption},         // start in the tray
+    {4, SwitchOption},         // start hidden
+    {5, SwitchOption},         // to the tray on minimise
+    {6, SwitchOption},         // hide on close
+    {7, Hide},                 //
+    {1112, SwitchOption},      // date codes
+    {1113, SwitchOption},      // time codes
+    {1115, SwitchOption},      // give the clipboard back
+    {1116, OpenSettingsFile},  //
+    {2000, SwitchOption},      // menu order: as in the list
+    {2001, SwitchOption},      // menu order: by label
+    {2002, SwitchOption},      // menu order: by label, second way
+    {3000, SwitchOption},      // ignore case
+    {3001, SwitchOption},      // tips in the paste menu
+    {3002, SwitchOption},      // order numbers in the paste menu
+    {12802, Exit},             //
+};
+
+constexpr Command kMainCommands[] = {
+    {1, Nothing},           // Enter in the dialog
+    {5, ToTray},            //
+    {1014, SwitchTopmost},  //
+    {1051, NextVersion},    //
+    {32894, NextVersion},   //
+    {32782, Hide},          //
+    {CMD_EXIT, Exit},       //
+    {7778, Nothing},        //
+    {11112, Nothing},       //
+};
+
+bool RunFrom(const Command* begin, const Command* end, int id, WORD notification) {
+    const Command* found =
+        std::find_if(begin, end, [id](const Command& command) { return command.id == id; });
+    if (found == end) return false;
+    found->run(id, notification);
+    return true;
+}
+
+}  // namespace
+
+bool RouteCommand(WPARAM wParam, LPARAM lParam) {
+    const int id = LOWORD(wParam);
+    // Only 32 bits are compared: a sender may have sign-extended the marker.
+    if (static_cast<DWORD>(lParam) == static_cast<DWORD>(kMenuBarMarker)) {
+        DebugLine(L"wmId:%d", id);
+        const bool known = RunFrom(std::begin(kMenuBarCommands), std::end(kMenuBarCommands), id, 0);
+        RefreshMenuChecks(mainWindow.menuBar);
+        return known;
+    }
+    return RunFrom(std::begin(kMainCommands), std::end(kMainCommands), id, HIWORD(wParam));
+}
+
+}  // namespace verbatix

@@ -1,0 +1,159 @@
+#include "ui/main_window.h"
+
+#include <commctrl.h>
+
+#include "base/language.h"
+#include "base/text.h"
+#include "hotkeys/foreground.h"
+#include "hotkeys/keyboard_hook.h"
+#include "ids.h"
+#include "paste/executor.h"
+#include "store/list_file.h"
+#include "store/list_hotkeys.h"
+#include "store/settings.h"
+#include "ui/closing.h"
+#include "ui/commands.h"
+#include "ui/list_view.h"
+#include "ui/menu_bar.h"
+#include "ui/timers.h"
+#include "ui/window_place.h"
+
+namespace verbatix {
+
+MainWindow mainWindow;
+
+static void CreateStatusBar(HWND dialog) {
+    mainWindow.statusBar =
+        CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
+                        dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+}
+
+static void LayOut() {
+    RECT client;
+    GetClientRect(mainWindow.window, &client);
+    SendMessageW(mainWindow.statusBar, WM_SIZE, 0, 0);
+    RECT status = {};
+    GetWindowRect(mainWindow.statusBar, &status);
+    const int width = static_cast<int>(client.right);
+    const int parts[] = {width * 30 / 100, width * 60 / 100, width * 80 / 100, -1};
+    SendMessageW(mainWindow.statusBar, SB_SETPARTS, std::size(parts), reinterpret_cast<LPARAM>(parts));
+    MoveWindow(mainWindow.list, 0, 0, width, static_cast<int>(client.bottom - (status.bottom - status.top)),
+               TRUE);
+    LayOutColumns(mainWindow.list);
+}
+
+void UpdateStatusBar() {
+    const std::wstring count = FillIn(LanguageText(1056), {std::to_wstring(mainWindow.rows.size())});
+    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
+    const std::wstring& hook = LanguageText(keyboardHook.off ? 1059 : 1058);
+    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));
+}
+
+// F2 renames the selected entry while the user is in the list and not in the middle of renaming one.
+static bool WantsRename() {
+    return !mainWindow.listCommandsBlocked && mainWindow.list && GetFocus() == mainWindow.list &&
+           !SendMessageW(mainWindow.list, LVM_GETEDITCONTROL, 0, 0);
+}
+
+int RebuildHotkeyTables(bool refreshTree) {
+    HotkeyTables& tables = keyboardHook.tables;
+    ClearHotkeys(tables);
+    int count = 0;
+    for (const auto& [position, slot] : mainWindow.entries) {
+        const ListEntry& entry = slot.current;
+        if (AddHotkey(tables, entry.keyCode, entry.modifier, entry.text)) ++count;
+    }
+    if (refreshTree) RefreshListView(true);
+    return count;
+}
+
+void ApplyTopmost() {
+    SetWindowPos(mainWindow.window, settings.topmost > 0 ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+static void StartHotkeys(HWND dialog) {
+    keyboardHook.disabled = LoadDisabledHotkeys();
+    RebuildHotkeyTables(false);
+    keyboardHook.client = {dialog, ExecuteEntry, WantsRename};
+    StartHookUpkeep();
+    InstallKeyboardHook();
+}
+
+static void OnInitDialog(HWND dialog) {
+    mainWindow.window = dialog;
+    mainWindow.list = GetDlgItem(dialog, IDC_LIST);
+    GetWindowRect(dialog, &mainWindow.minimumRectangle);
+    SetUpListView(mainWindow.list);
+    CreateStatusBar(dialog);
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    SendMessageW(dialog, WM_SETICON, ICON_BIG,
+                 reinterpret_cast<LPARAM>(LoadIconW(instance, MAKEINTRESOURCEW(IDI_VERBATIX))));
+
+    LoadSettings();
+    ApplyTopmost();
+    mainWindow.listClient.window = dialog;
+    mainWindow.listClient.refreshViews = RefreshListView;
+    LoadList(mainWindow.entries, mainWindow.listClient);
+    StartHotkeys(dialog);
+
+    mainWindow.menuBar = CreateMenuBar();
+    SetMenu(dialog, mainWindow.menuBar);
+    RestoreWindowPlace(dialog);
+    LayOut();
+    RefreshListView(false);
+}
+
+static LRESULT OnNotify(const NMHDR& header) {
+    return header.hwndFrom == mainWindow.list ? OnListNotify(header) : 0;
+}
+
+// The Alt press that brings the window to the front arrives in its queue, where it would open the menu bar.
+static bool IsOurAltPress(LPARAM key) {
+    constexpr ULONGLONG kArrivesWithinMilliseconds = 500;
+    return key == 0 && GetTickCount64() - mainWindow.broughtToFrontAt < kArrivesWithinMilliseconds;
+}
+
+static bool OnSystemCommand(WPARAM command, LPARAM lParam) {
+    constexpr WPARAM kCommandBits = 0xFFF0;  // the low four are Windows' own
+    switch (command & kCommandBits) {
+        case SC_MINIMIZE: return MinimizeMainWindow(), true;
+        case SC_KEYMENU: return IsOurAltPress(lParam);
+        default: return false;
+    }
+}
+
+static void OnGetMinMaxInfo(MINMAXINFO& info) {
+    const RECT& minimum = mainWindow.minimumRectangle;
+    info.ptMinTrackSize = {minimum.right - minimum.left, minimum.bottom - minimum.top};
+}
+
+static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    switch (message) {
+        case WM_SIZE: return LayOut(), TRUE;
+        case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
+        case WM_TIMER: return OnTimer(wParam), TRUE;
+        case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
+        case WM_COMMAND: return RouteCommand(wParam, lParam);
+        case WM_MENUCOMMAND: return OnMenuCommand(dialog, wParam, lParam), TRUE;
+        case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+        case WM_CLOSE: return CloseMainWindow(), TRUE;
+        case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
+        case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);
+        default: return FALSE;
+    }
+}
+
+HWND CreateMainWindow(HINSTANCE instance) {
+    return CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainProcedure, 0);
+}
+
+void ShowMainWindow() {
+    if (!mainWindow.window) return;
+    if (!IsWindowVisible(mainWindow.window)) InstallKeyboardHookUnlessOff();
+    ShowWindow(mainWindow.window, SW_SHOW);
+    mainWindow.broughtToFrontAt = GetTickCount64();
+    BringToFront(mainWindow.window);
+}
+
+}  // namespace verbatix

@@ -1,0 +1,18 @@
+// The menu bar of the main window, from one table.
+#pragma once
+
+#include <windows.h>
+
+namespace verbatix {
+
+// Builds the bar in the active language. Its choices arrive as WM_MENUCOMMAND, so that they can be told
+// from commands with the same number.
+HMENU CreateMenuBar();
+
+// Shows which options are on.
+void RefreshMenuChecks(HMENU menuBar);
+
+// Turns the choice of a WM_MENUCOMMAND into the WM_COMMAND with the menu bar's marker.
+void OnMenuCommand(HWND window, WPARAM position, LPARAM menu);
+
+}  // namespace verbatix

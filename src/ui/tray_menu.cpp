@@ -1,0 +1,56 @@
+// What the mouse does on the tray icon.
+#include "base/handle.h"
+#include "base/language.h"
+#include "hotkeys/keyboard_hook.h"
+#include "ids.h"
+#include "ui/closing.h"
+#include "ui/main_window.h"
+
+namespace verbatix {
+
+static UniqueMenu CreateTrayMenu() {
+    UniqueMenu menu(CreatePopupMenu());
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_SHOW, LanguageText(1010).c_str());
+    AppendMenuW(menu.Get(), MF_STRING | (keyboardHook.off ? MF_CHECKED : 0), CMD_TRAY_PAUSE,
+                LanguageText(25).c_str());
+    AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(1012).c_str());
+    SetMenuDefaultItem(menu.Get(), CMD_TRAY_SHOW, FALSE);
+    return menu;
+}
+
+static void ShowTrayMenu() {
+    InstallKeyboardHookUnlessOff();
+    const HWND owner = mainWindow.tray.owner;
+    POINT mouse = {};
+    GetCursorPos(&mouse);
+    const UniqueMenu menu = CreateTrayMenu();
+    // A menu whose owner is not in front does not close when the user clicks elsewhere, and without the
+    // message behind it the next one would close at once.
+    SetForegroundWindow(owner);
+    const int chosen =
+        TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, owner, nullptr);
+    PostMessageW(owner, WM_NULL, 0, 0);
+    switch (chosen) {
+        case CMD_TRAY_SHOW: ShowMainWindow(); break;
+        case CMD_TRAY_PAUSE: PauseHotkeys(); break;
+        case CMD_TRAY_EXIT: ExitProgram(CMD_EXIT); break;
+        default: break;
+    }
+}
+
+void PauseHotkeys() {
+    ToggleKeyboardHook();
+    UpdateStatusBar();
+}
+
+void OnTrayClick(UINT mouseMessage) {
+    if (!mainWindow.window) return;
+    if (mouseMessage == WM_LBUTTONDOWN) {
+        ShowMainWindow();
+    } else {
+        ShowTrayMenu();
+    }
+}
+
+}  // namespace verbatix
