@@ -1,0 +1,83 @@
+#include "support/program_run.h"
+
+#include "base/text.h"
+#include "ids.h"
+#include "support/wait.h"
+
+namespace verbatix::test {
+
+static constexpr wchar_t kFrameClass[] = L"VerbatixAndCommand";
+
+std::wstring SettingsText(const std::vector<StoredLine>& lines, std::wstring_view programLines) {
+    std::wstring texts = L"[list_text]\r\n";
+    std::wstring labels = L"[list_label]\r\n";
+    std::wstring orders = L"[list_order]\r\n";
+    int number = 0;
+    for (const StoredLine& line : lines) {
+        const std::wstring key = Format(L"text_%03d=", number);
+        texts += key + line.hotkey + L"=" + line.text + L"<E<N<D|\r\n";
+        labels += key + line.label + L"\r\n";
+        orders += key + Format(L"%d\r\n", number);
+        ++number;
+    }
+    // The first of two equal keys counts, so what the test says comes first.
+    return L"[Program]\r\n" + std::wstring(programLines) +
+           Format(L"listcmd_count=%d\r\nlng=1\r\nhide_info=1\r\n", number) + texts + labels + orders;
+}
+
+ProgramRun::ProgramRun(std::wstring_view programName) : programName_(programName) {
+    CopyFileW(ProgramPath().c_str(), folder_.File(programName_).c_str(), FALSE);
+}
+
+bool ProgramRun::WriteSettings(std::wstring_view text) const {
+    return WriteBytes(SettingsFile(), Utf16File(text));
+}
+
+void ProgramRun::StartPlain(std::wstring_view arguments) {
+    process_ =
+        std::make_unique<Process>(L"\"" + folder_.File(programName_) + L"\" " + std::wstring(arguments));
+}
+
+bool ProgramRun::Start(std::wstring_view arguments) {
+    StartPlain(L"\"-ini:" + SettingsFile() + L"\" " + std::wstring(arguments));
+    return *process_ && WaitFor([&] { return MainDialog() != nullptr; }, 15000);
+}
+
+int ProgramRun::Exit() {
+    PostMessageW(MainDialog(), WM_COMMAND, CMD_EXIT, 0);
+    const auto code = process_->WaitForExit();
+    return code ? static_cast<int>(*code) : -1;
+}
+
+HWND ProgramRun::Frame() const {
+    return process_->WaitForWindow(kFrameClass, 0);
+}
+
+HWND ProgramRun::MainDialog() const {
+    // Message boxes are dialogs too; the main dialog is the one with the list, and its menu bar comes
+    // after the hook.
+    const HWND dialog = process_->WaitForWindow(L"#32770", 0);
+    return dialog && GetDlgItem(dialog, IDC_LIST) && GetMenu(dialog) ? dialog : nullptr;
+}
+
+Target::Target(std::wstring_view title)
+    : process_(L"\"" + HelperPath(L"target_window.exe") + L"\" " + std::wstring(title)) {
+    window_ = process_.WaitForVisibleWindow(L"VerbatixTestTarget");
+    edit_ = GetDlgItem(window_, 1);
+    Activate();
+}
+
+void Target::SetText(std::wstring_view text) const {
+    SendMessageW(edit_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(std::wstring(text).c_str()));
+    SendMessageW(edit_, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
+}
+
+bool Target::Activate() const {
+    return WaitFor([&] {
+        if (GetForegroundWindow() == window_) return true;
+        SetForegroundWindow(window_);
+        return false;
+    });
+}
+
+}  // namespace verbatix::test
