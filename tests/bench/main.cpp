@@ -1,0 +1,26 @@
+// Runs the benchmarks whose name contains the first argument, or all.
+#include <cstdio>
+#include <cstring>
+
+#include "bench/bench.h"
+#include "bench/program_bench.h"
+#include "bench/store_bench.h"
+
+using namespace verbatix::bench;
+
+static const struct {
+    const char* name;
+    void (*run)();
+} kBenchmarks[] = {
+    {"decision", BenchKeyDecision}, {"hook", BenchHook},   {"road", BenchHotkeyRoad},
+    {"start", BenchStart},          {"store", BenchStore},
+};
+
+int main(int count, char** arguments) {
+    for (const auto& benchmark : kBenchmarks) {
+        if (count > 1 && !std::strstr(benchmark.name, arguments[1])) continue;
+        std::printf("-- %s\n", benchmark.name);
+        benchmark.run();
+    }
+    return 0;
+}

@@ -1,0 +1,134 @@
+#include "bench/program_bench.h"
+
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <string>
+
+#include "base/text.h"
+#include "bench/measure.h"
+#include "support/keys.h"
+#include "support/program_run.h"
+#include "support/wait.h"
+
+namespace verbatix::bench {
+
+using namespace verbatix::test;
+
+namespace {
+
+const wchar_t kText[] = L"The quick brown fox jumps over the lazy dog.";
+
+void PutText() {
+    if (!OpenClipboard(nullptr)) return;
+    EmptyClipboard();
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, sizeof kText);
+    std::copy_n(kText, std::size(kText), static_cast<wchar_t*>(GlobalLock(block)));
+    GlobalUnlock(block);
+    SetClipboardData(CF_UNICODETEXT, block);
+    CloseClipboard();
+}
+
+void SendCtrlV() {
+    PlayStroke({VK_LCONTROL}, 'V');
+}
+
+// Spins: a sleeping wait would round the figures up.
+bool SpinUntilTextIsThere(const Target& target) {
+    const double end = Now() + 3000;
+    while (Now() < end) {
+        if (SendMessageW(target.Edit(), WM_GETTEXTLENGTH, 0, 0) ==
+            static_cast<LRESULT>(std::size(kText) - 1)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+double TimeBare(const Target& target) {
+    target.SetText(L"");
+    const double start = Now();
+    PutText();
+    Sleep(20);
+    SendCtrlV();
+    SpinUntilTextIsThere(target);
+    return Now() - start;
+}
+
+double TimeHotkey(const Target& target) {
+    target.SetText(L"");
+    PressKeyDown(VK_LCONTROL);
+    PressKeyDown(VK_LMENU);
+    const double start = Now();
+    PressKeyDown('Q');
+    SpinUntilTextIsThere(target);
+    const double time = Now() - start;
+    LetKeyUp('Q');
+    LetKeyUp(VK_LMENU);
+    LetKeyUp(VK_LCONTROL);
+    return time;
+}
+
+std::vector<StoredLine> ManyLines(int count) {
+    std::vector<StoredLine> lines;
+    for (int number = 0; number < count; ++number) {
+        lines.push_back({L"Ctrl-Alt+A", Format(L"entry %d of many, with a text of ordinary length", number),
+                         Format(L"Group/%d", number)});
+    }
+    return lines;
+}
+
+double StartTime(int entries, double* residentBytes) {
+    ProgramRun run;
+    run.WriteSettings(SettingsText(ManyLines(entries)));
+    const double start = Now();
+    if (!run.Start(L"-bg")) return -1;
+    const double time = Now() - start;
+    Linger(300);
+    PROCESS_MEMORY_COUNTERS memory = {};
+    memory.cb = sizeof memory;
+    GetProcessMemoryInfo(run.Program().Handle(), &memory, sizeof memory);
+    *residentBytes = static_cast<double>(memory.WorkingSetSize);
+    run.Exit();
+    return time;
+}
+
+}  // namespace
+
+void BenchHotkeyRoad() {
+    ProgramRun run;
+    run.WriteSettings(SettingsText({{L"Ctrl-Alt+Q", kText}}));
+    if (!run.Start(L"-bg")) return;
+    const Target target;
+    std::vector<double> bare;
+    std::vector<double> ours;
+    for (int round = 0; round < 50; ++round) {
+        bare.push_back(TimeBare(target));
+        ours.push_back(TimeHotkey(target));
+        Linger(320);  // the guard against repeats
+    }
+    Row("hotkey down to text in the target, median of 50", Median(ours), "ms");
+    Row("bare put, sleep 20 ms, Ctrl+V, median of 50", Median(bare), "ms");
+    Row("hotkey road: ratio to the bare program", Median(ours) / Median(bare), "(at most 1.15)");
+}
+
+void BenchStart() {
+    const int counts[] = {10, 1000, 10000};
+    double times[3] = {};
+    double memory[3] = {};
+    for (int index = 0; index < 3; ++index) {
+        std::vector<double> runs;
+        for (int run = 0; run < 5; ++run) runs.push_back(StartTime(counts[index], &memory[index]));
+        times[index] = Median(std::move(runs));
+    }
+    Row("start to hook ready, 10 entries", times[0], "ms");
+    Row("start to hook ready, 1,000 entries", times[1], "ms");
+    Row("start: 1,000 entries more than 10", times[1] - times[0], "ms (at most 300)");
+    Row("start to hook ready, 10,000 entries", times[2], "ms");
+    Row("resident when idle, 10 entries", memory[0] / 1e6, "MB");
+    Row("resident when idle, 1,000 entries", memory[1] / 1e6, "MB");
+    Row("resident per entry (10,000 against 10)", (memory[2] - memory[0]) / 9990 / 1000, "kB");
+}
+
+}  // namespace verbatix::bench
