@@ -19,7 +19,7 @@ TEST(DisabledHotkeys, RoundTrip) {
 TEST(DisabledHotkeys, WritesOnlyWhatIsSet) {
     EXPECT_EQ(FormatDisabledHotkeys({{4, {{65, false}, {66, true}}}, {5, {}}}), L"Ctrl+B|");
     EXPECT_EQ(FormatDisabledHotkeys({}), L"");
-    EXPECT_EQ(FormatDisabledHotkeys({{-1, {{65, true}}}, {11, {{65, true}}}}), L"L-Win+A|L-Win+A|");
+    EXPECT_EQ(FormatDisabledHotkeys({{10, {{65, true}}}, {11, {{65, true}}}}), L"L-Win+A|L-Win+A|");
 }
 
 TEST(DisabledHotkeys, ReadsWhatAHandLeftBehind) {
