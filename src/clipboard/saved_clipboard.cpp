@@ -1,0 +1,89 @@
+#include "clipboard/saved_clipboard.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "base/debug.h"
+#include "clipboard/clipboard_session.h"
+
+namespace verbatix {
+
+SavedClipboard clipboardSlots[kClipboardSlots];
+SavedClipboard previousClipboard;
+bool keepClipboardOnce = false;
+
+// Formats whose handle is a GDI object. Locking such a handle as memory fails as a rule, but its number
+// could also happen to be the address of something, so it is not even tried.
+static bool IsGdiFormat(UINT format) {
+    static constexpr struct {
+        UINT first;
+        UINT last;
+    } kRanges[] = {
+        {CF_BITMAP, CF_BITMAP},
+        {CF_PALETTE, CF_PALETTE},
+        {CF_ENHMETAFILE, CF_ENHMETAFILE},
+        {CF_DSPBITMAP, CF_DSPBITMAP},
+        {CF_DSPENHMETAFILE, CF_DSPENHMETAFILE},
+        {CF_GDIOBJFIRST, CF_GDIOBJLAST},
+    };
+    return std::any_of(std::begin(kRanges), std::end(kRanges),
+                       [&](const auto& range) { return format >= range.first && format <= range.last; });
+}
+
+// Copies one format of the opened clipboard into the entry with that key. False, and the entry without
+// data, when there is nothing to copy or no memory to copy it to.
+static bool SaveFormat(SavedClipboard& store, int key, UINT format) {
+    if (IsGdiFormat(format)) return false;
+    const LockedBlock source(GetClipboardData(format));
+    // Sizes are kept in 32 bits; of a block beyond 4 GB the first part is taken.
+    const std::string_view bytes = source.Bytes().substr(0, UINT32_MAX);
+    if (bytes.empty()) return false;
+    SavedFormat& entry = store.entries[key];
+    entry.data.Reset(GlobalAlloc(GPTR, bytes.size()));
+    if (!entry.data) return false;
+    std::copy_n(bytes.data(), bytes.size(), static_cast<char*>(entry.data.Get()));
+    entry.size = static_cast<std::uint32_t>(bytes.size());
+    entry.format = format;
+    ClipboardFormatName(format, entry.name);
+    return true;
+}
+
+int SaveClipboard(SavedClipboard& store) {
+    const ClipboardSession clipboard;
+    if (!clipboard) return 0;
+    if (EnumClipboardFormats(0)) {
+        ReleaseSavedData(store);
+        DebugLine(L"Free\n");
+    }
+    int saved = 0;
+    for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
+        if (SaveFormat(store, saved, format)) ++saved;
+    }
+    return saved;
+}
+
+int RestoreClipboard(const SavedClipboard& store) {
+    if (store.entries.empty()) return 0;
+    // Emptied and closed first, so that the former owner has let go before the new data comes.
+    if (const ClipboardSession emptied; emptied) EmptyClipboard();
+    const ClipboardSession clipboard;
+    if (!clipboard) return store.Count();
+    for (const auto& [key, entry] : store.entries) {
+        // Released entries are offered too; the system refuses format 0, and nobody minds.
+        const std::string_view bytes(static_cast<const char*>(entry.data.Get()),
+                                     entry.data ? entry.size : 0);
+        GiveToClipboard(entry.format, MakeClipboardBlock(bytes, bytes.size()));
+    }
+    return store.Count();
+}
+
+int ReleaseSavedData(SavedClipboard& store) {
+    for (auto& [key, entry] : store.entries) {
+        entry.data.Reset();
+        entry.size = 0;
+        entry.format = 0;
+    }
+    return store.Count();
+}
+
+}  // namespace verbatix
