@@ -2,6 +2,7 @@
 //     put FILE    replaces the content by what the file lists and ends
 //     keep FILE   the same, but stays: formats announced without data keep their owner
 //     hold        opens the clipboard and stays, so that nobody else can open it
+//     stay        stays and does nothing
 //     read FILE   writes what it finds into the file and ends
 // Staying is told by a hidden window of class VerbatixClipboardReady. The exit code is 0 when all went
 // well. The file is a row of records, see tests/support/foreign_clipboard.cpp.
@@ -127,6 +128,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
         const int failure = Put(path.c_str(), owner);
         return failure ? failure : Stay();
     }
+    if (deed == L"stay") return Stay();
     if (deed == L"hold") return OpenPatiently(owner) ? Stay() : 2;
     return 1;
 }

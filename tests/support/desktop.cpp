@@ -11,7 +11,7 @@ void WaitForClipboard() {
     // program). It takes over the clipboard and empties it while the test already runs. Changes are
     // counted from the desktop's start; 0 stands for none yet.
     GetDesktopWindow();
-    WaitFor([] { return GetClipboardSequenceNumber() != 0; });
+    WaitFor([] { return GetClipboardSequenceNumber() != 0; }, 30000);
 }
 
 }  // namespace verbatix::test
