@@ -12,6 +12,13 @@
 // Controls of the main dialog
 #define IDC_LIST 1071
 
+// Dialogs of the date and time codes
+#define IDD_CALENDAR 171
+#define IDD_TIME 172
+#define IDC_CALENDAR 1201
+#define IDC_HOURS 1202
+#define IDC_MINUTES 1203
+
 // Frame window
 #define TIMER_FRAME 1000
 #define CMD_FINISH_START 104
