@@ -5,32 +5,27 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "hotkeys/key_simulation.h"
 #include "ids.h"
 #include "paste/date_operations.h"
 
 namespace verbatix {
 namespace {
 
-constexpr UINT kShown = WM_APP;           // posted to the dialog by itself, so that it is on screen by then
-constexpr ULONG_PTR kSyntheticTag = 444;  // the keyboard hook lets these key events pass
+constexpr UINT kShown = WM_APP;  // posted to the dialog by itself, so that it is on screen by then
 
 SYSTEMTIME chosenDate;
 SYSTEMTIME chosenTime;
-
-void PressAlt(DWORD flags) {
-    keybd_event(VK_MENU, static_cast<BYTE>(MapVirtualKeyW(VK_MENU, MAPVK_VK_TO_VSC)),
-                KEYEVENTF_EXTENDEDKEY | flags, kSyntheticTag);
-}
 
 // Activates the dialog although the user is working in another program: the system grants the foreground
 // to whoever received the last key.
 void BringDialogForward(HWND dialog) {
     if (GetForegroundWindow() == dialog) return;
     const bool altIsDown = GetKeyState(VK_MENU) < 0;
-    if (!altIsDown) PressAlt(0);
+    if (!altIsDown) SendTagged({VK_MENU, KEYEVENTF_EXTENDEDKEY});
     SetForegroundWindow(dialog);
     if (altIsDown) return;
-    PressAlt(KEYEVENTF_KEYUP);
+    SendTagged({VK_MENU, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP});
     // Left in the queue, the lone Alt would open the dialog's system menu.
     MSG message;
     while (PeekMessageW(&message, nullptr, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_REMOVE)) {

@@ -5,10 +5,21 @@
 
 namespace verbatix {
 
+// The runtime looks its locale up for each character; ASCII letters are the same in all of them.
+static wchar_t Upper(wchar_t c) {
+    if (c < 0x80) return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - 0x20) : c;
+    return static_cast<wchar_t>(towupper(c));
+}
+
+static wchar_t Lower(wchar_t c) {
+    if (c < 0x80) return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 0x20) : c;
+    return static_cast<wchar_t>(towlower(c));
+}
+
 void CapitalizeFirstWord(std::wstring& text) {
     for (wchar_t& c : text) {
         if (iswalpha(c)) {
-            c = static_cast<wchar_t>(towupper(c));
+            c = Upper(c);
             return;
         }
     }
@@ -20,7 +31,7 @@ void CapitalizeAllWords(std::wstring& text) {
         if (!iswalpha(c)) {
             atStart = true;
         } else if (atStart) {
-            c = static_cast<wchar_t>(towupper(c));
+            c = Upper(c);
             atStart = false;
         }
     }
@@ -28,8 +39,7 @@ void CapitalizeAllWords(std::wstring& text) {
 
 void MixCase(std::wstring& text) {
     for (wchar_t& c : text) {
-        const bool upper = std::rand() % 2 != 0;
-        c = static_cast<wchar_t>(upper ? towupper(c) : towlower(c));
+        c = std::rand() % 2 != 0 ? Upper(c) : Lower(c);
     }
 }
 
