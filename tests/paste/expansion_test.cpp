@@ -104,8 +104,9 @@ TEST_F(Expansion, HtmlOfClipboardAndSelection) {
     EXPECT_EQ(Expand(L"[%phtml%]"), L"[<b>grün</b>]");
     EXPECT_TRUE(test::WaitFor([this] { return GetForegroundWindow() == target; }));  // the box had it
     EXPECT_EQ(StrokesOf('C'), 0);
-    // An edit control copies no HTML, and what the clipboard held before must not pass for its selection.
+    // No selection is copied, and what the clipboard held before must not pass for one.
     Select(L"plain");
+    SelectNothing();
     EXPECT_EQ(Expand(L"[%copy_html%]"), L"[]");
     EXPECT_EQ(StrokesOf('C'), 1);
 }
@@ -156,6 +157,7 @@ TEST_F(Expansion, RunEntryHandsEachExpandedLineToTheLauncher) {
 
     launched.clear();
     SelectNothing();
+    ClipboardPutText(L"stale");
     ExpandRunEntry(false, L"%cpy%!", Launch, true, true);
     EXPECT_EQ(launched, (std::vector<std::wstring>{L"a b!"}));  // the selection captured last
 }

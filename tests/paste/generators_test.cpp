@@ -72,6 +72,7 @@ TEST_F(Generators, StringBuilderReplacesTheSelection) {
     EXPECT_EQ(TryGenerators(L"x %mix_the_string% %mix_al_rows%", NoteOpened), 1);
     EXPECT_TRUE(TargetShows(L"CString abc;{char w[]={'H','i','\\0'};abc=w;} //Hi"))
         << test::WindowText(edit);
+    EXPECT_FALSE(IsClipboardFormatAvailable(RegisterClipboardFormatW(L"HTML Format")));
 }
 
 TEST_F(Generators, RowsAreMixedInPlace) {
