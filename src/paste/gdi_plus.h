@@ -1,0 +1,22 @@
+// Image files as pictures for the clipboard, decoded by GDI+. The library is loaded for the one call and
+// let go after it: a program that waits in the background all day does not carry a decoder about.
+#pragma once
+
+#include <string>
+
+#include "base/handle.h"
+
+namespace verbatix {
+
+// The largest picture that is decoded: at four bytes a pixel it takes 400 MB. The header of a damaged or
+// malicious file can promise any size.
+inline constexpr UINT kMaxImagePixels = 100'000'000;
+
+// Whether a picture of that size is decoded.
+bool IsDecodableSize(UINT width, UINT height);
+
+// The picture in the file as a 32-bit bottom-up device-independent bitmap in one block, the way CF_DIB
+// wants it; transparent parts are black. None when the file is no image, is too large or cannot be read.
+UniqueGlobal LoadImageAsDib(const std::wstring& path);
+
+}  // namespace verbatix
