@@ -96,7 +96,7 @@ TEST(FindContent, LeavesThePlainBorderOut) {
         {"content touches the left and the top", {"##  ", "#   ", "    "}, 0, {0, 0, 2, 2}},
         {"content touches the right and the bottom", {"    ", "   #", "  ##"}, 0, {2, 1, 4, 3}},
         {"no border", {"# ", " #"}, 0, {0, 0, 2, 2}},
-        {"content in a corner and along two sides", {"###.", "#   ", "#   "}, 0, {0, 0, 4, 3}},
+        {"content in a corner", {" ###", "   #", "    "}, 0, {1, 0, 4, 2}},
         {"a side of another grey is content", {"   .", " # .", "   .", "   ."}, 0, {1, 0, 4, 4}},
         {"a line through the whole width", {"   ", "###", "   "}, 0, {0, 1, 3, 2}},
         {"a line through the whole height", {" # ", " # ", " # "}, 0, {1, 0, 2, 3}},
