@@ -42,6 +42,7 @@ MenuInput DecideMenuInput(MenuInputState& state, const MSG& message) {
         case WM_NCMBUTTONDOWN:
             state.buttonWasPressed = true;
             state.lastWasButtonDown = true;
+            state.buttonPoint = message.pt;
             return MenuInput::Pass;
         case WM_LBUTTONUP:
         case WM_RBUTTONUP:

@@ -22,6 +22,7 @@ struct MenuInputState {
     bool altDown = false;            // pressed while the menu was open
     bool buttonWasPressed = false;   // likewise, any mouse button
     bool lastWasButtonDown = false;  // the last message was a mouse button going down
+    POINT buttonPoint = {};          // where, on the screen
 };
 
 // Decides on one message and remembers what the next decision needs.

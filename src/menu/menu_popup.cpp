@@ -1,0 +1,310 @@
+#include "menu/menu_popup.h"
+
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+#include "base/handle.h"
+#include "base/language.h"
+#include "base/product.h"
+#include "hotkeys/foreground.h"
+#include "hotkeys/hotkey_simulation.h"
+#include "menu/menu_input.h"
+#include "menu/menu_place.h"
+#include "menu/menu_tooltip.h"
+
+namespace verbatix {
+
+namespace {
+
+constexpr int kTextTakenWinKey = 160;
+
+enum class Phase { Closed, Open, CarryingOut };
+
+struct PasteMenu {
+    Phase phase = Phase::Closed;
+    bool ending = false;  // CloseHotkeyMenu was called
+    MenuRequest request;
+    std::optional<MenuRequest> next;  // another hotkey, pressed while the menu was open
+    std::vector<MenuRow> rows;
+    MenuInputState input;
+    bool showTooltips = false;
+    HWND owner = nullptr;
+    MenuTooltip tooltip;
+};
+
+PasteMenu pasteMenu;
+
+}  // namespace
+
+// ---- The menu's handle
+
+static void Fill(HMENU menu, const MenuNode& node) {
+    for (const MenuNode& child : node.children) {
+        if ((child.flags & MF_POPUP) == 0) {
+            AppendMenuW(menu, child.flags, child.row + kFirstRowItem, child.label.c_str());
+            continue;
+        }
+        UniqueMenu submenu(CreatePopupMenu());
+        Fill(submenu.Get(), child);
+        const UINT_PTR item = reinterpret_cast<UINT_PTR>(submenu.Get());
+        if (AppendMenuW(menu, child.flags, item, child.label.c_str())) submenu.Release();
+    }
+}
+
+static UniqueMenu MakeMenu(const MenuNode& tree, bool winKeyIsTaken) {
+    UniqueMenu menu(CreatePopupMenu());
+    Fill(menu.Get(), tree);
+    AppendMenuW(menu.Get(), MF_BYPOSITION | MF_MENUBREAK, 0, nullptr);
+    if (winKeyIsTaken) {
+        AppendMenuW(menu.Get(), MF_BYPOSITION, kTakenWinKeyItem, LanguageText(kTextTakenWinKey).c_str());
+    }
+    AppendMenuW(menu.Get(), MF_BYPOSITION, kShowMainWindowItem, kProductName);
+    return menu;
+}
+
+// ---- The tooltip
+
+static const MenuRow* RowOf(UINT item) {
+    const std::size_t row = item - std::size_t{kFirstRowItem};
+    return item >= kFirstRowItem && row < pasteMenu.rows.size() ? &pasteMenu.rows[row] : nullptr;
+}
+
+static std::optional<RECT> ItemRectangle(HMENU menu, UINT item) {
+    RECT rectangle = {};
+    const int count = GetMenuItemCount(menu);
+    for (int position = 0; position < count; ++position) {
+        if (GetMenuItemID(menu, position) != item) continue;
+        if (!GetMenuItemRect(nullptr, menu, static_cast<UINT>(position), &rectangle)) break;
+        return rectangle;
+    }
+    return std::nullopt;
+}
+
+// The menu's window is found below its item; the item itself stands in where that fails.
+static RECT MenuRectangle(const RECT& item) {
+    RECT rectangle = item;
+    const HWND window = WindowFromPoint({(item.left + item.right) / 2, (item.top + item.bottom) / 2});
+    if (window && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) {
+        GetWindowRect(window, &rectangle);
+    }
+    return rectangle;
+}
+
+static void OnMenuSelect(HWND window, UINT item, UINT flags, HMENU menu) {
+    const MenuRow* row = (flags & (MF_POPUP | MF_DISABLED | MF_SEPARATOR)) == 0 ? RowOf(item) : nullptr;
+    const auto rectangle = row && pasteMenu.showTooltips ? ItemRectangle(menu, item) : std::nullopt;
+    if (!rectangle) {
+        HideMenuTooltip(pasteMenu.tooltip);
+        return;
+    }
+    ShowMenuTooltip(pasteMenu.tooltip, window, MenuTooltipText(row->text), *rectangle,
+                    MenuRectangle(*rectangle));
+}
+
+// ---- The menu's owner
+
+static LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    switch (message) {
+        case WM_MENUSELECT:
+            OnMenuSelect(window, LOWORD(wParam), HIWORD(wParam), reinterpret_cast<HMENU>(lParam));
+            return 0;
+        case WM_ACTIVATE:
+            // A menu without the keyboard would stay open for good.
+            if (LOWORD(wParam) == WA_INACTIVE && pasteMenu.phase == Phase::Open) EndMenu();
+            return DefWindowProcW(window, message, wParam, lParam);
+        default: return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+static HWND Owner() {
+    if (IsWindow(pasteMenu.owner)) return pasteMenu.owner;
+    WNDCLASSW windowClass = {};
+    windowClass.lpfnWndProc = OwnerProcedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.lpszClassName = L"VerbatixMenuOwner";
+    RegisterClassW(&windowClass);
+    pasteMenu.owner =
+        CreateWindowExW(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, windowClass.lpszClassName, kProductName, WS_POPUP,
+                        0, 0, 1, 1, nullptr, nullptr, windowClass.hInstance, nullptr);
+    return pasteMenu.owner;
+}
+
+// Without the foreground a menu gets no keys and does not close on a click elsewhere. Asked for plainly
+// first: the Alt press that helps where Windows refuses arrives in our own queue, and ends a menu.
+static void TakeKeyboard(HWND owner) {
+    SetFocus(owner);
+    SetForegroundWindow(owner);
+    if (GetForegroundWindow() != owner) BringToFront(owner);
+    SetActiveWindow(owner);
+    SetFocus(owner);
+    pasteMenu.input = {};
+    pasteMenu.input.hotkey = pasteMenu.request.key;
+    pasteMenu.input.openedAt = GetTickCount();
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_REMOVE)) {
+    }
+}
+
+static LRESULT CALLBACK InputFilter(int code, WPARAM wParam, LPARAM lParam) noexcept {
+    if (code != MSGF_MENU) return CallNextHookEx(nullptr, code, wParam, lParam);
+    const MSG message = *reinterpret_cast<const MSG*>(lParam);
+    switch (DecideMenuInput(pasteMenu.input, message)) {
+        case MenuInput::Pass: return CallNextHookEx(nullptr, code, wParam, lParam);
+        case MenuInput::Close: EndMenu(); break;
+        case MenuInput::PlayAgain:
+            PostMessageW(message.hwnd, WM_KEYDOWN, message.wParam, message.lParam & 0x3fffffff);
+            break;
+        case MenuInput::Swallow: break;
+    }
+    return 1;
+}
+
+static UINT Track(HMENU menu, HWND owner, const MenuPlace& place) {
+    const UniqueHandle<HHOOK, UnhookWindowsHookEx> filter(
+        SetWindowsHookExW(WH_MSGFILTER, InputFilter, nullptr, GetCurrentThreadId()));
+    const UINT side = GetSystemMetrics(SM_MENUDROPALIGNMENT) ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
+    TPMPARAMS parameters = {};
+    parameters.cbSize = sizeof parameters;
+    parameters.rcExclude = place.exclude;
+    const int item = TrackPopupMenuEx(menu, TPM_RETURNCMD | TPM_VERTICAL | side, place.point.x,
+                                      place.point.y, owner, &parameters);
+    PostMessageW(owner, WM_NULL, 0, 0);  // else the next menu may close as soon as it opens
+    HideMenuTooltip(pasteMenu.tooltip);
+    return static_cast<UINT>(item);
+}
+
+// ---- After the menu
+
+// Where the keyboard goes back to. A click that closed the menu has chosen another window.
+static HWND NextForeground(HWND owner) {
+    const HWND front = GetForegroundWindow();
+    if (front && front != owner) return nullptr;
+    if (!pasteMenu.input.lastWasButtonDown) return pasteMenu.request.foreground;
+    const HWND below = GetAncestor(WindowFromPoint(pasteMenu.input.buttonPoint), GA_ROOT);
+    const bool activates = below && below != owner && below != GetDesktopWindow() &&
+                           (GetWindowLongPtrW(below, GWL_EXSTYLE) & WS_EX_NOACTIVATE) == 0;
+    return activates ? below : pasteMenu.request.foreground;
+}
+
+// While the owner still has the foreground it may hand it on; once hidden it could not.
+static void ReturnKeyboard(HWND owner, HWND window) {
+    if (IsWindow(window)) SetForegroundWindow(window);
+    if (IsWindow(pasteMenu.request.focus)) SetFocus(pasteMenu.request.focus);
+    ShowWindow(owner, SW_HIDE);
+}
+
+// Keys that are sent before the window is in front would go elsewhere.
+static void WaitUntilInFront(HWND window) {
+    constexpr int kTries = 30;
+    constexpr DWORD kPause = 10;
+    if (!IsWindow(window) || GetForegroundWindow() == window) return;
+    BringToFront(window);
+    for (int tried = 0; tried < kTries && GetForegroundWindow() != window; ++tried) Sleep(kPause);
+}
+
+// Whether the row's entry still stands where it stood, neither deleted nor moved.
+static bool IsStillThere(const EntryList& list, const MenuRow& row) {
+    const auto found = list.find(row.position);
+    return found != list.end() && found->second.current.number == row.number &&
+           !IsBlank(found->second.current);
+}
+
+template <typename... Arguments>
+static void Call(void (*function)(Arguments...), std::type_identity_t<Arguments>... arguments) {
+    if (function) function(arguments...);
+}
+
+static void CarryOutRow(MenuRow row, const EntryList& list, const MenuClient& client) {
+    constexpr DWORD kAfterMenu = 100;  // for the program in front to get its focus back
+    Sleep(kAfterMenu);
+    if (!IsStillThere(list, row) || row.kind == kHeadingKind) return;
+    if (GetAsyncKeyState(VK_LSHIFT) < 0) {
+        Call(client.editEntry, row.position);
+        return;
+    }
+    WaitUntilInFront(pasteMenu.request.foreground);
+    Call(row.piece ? client.deliverText : client.executeEntry, row.text);
+}
+
+static void CarryOut(UINT item, const EntryList& list, const MenuClient& client) {
+    pasteMenu.phase = Phase::CarryingOut;
+    if (item == kShowMainWindowItem) {
+        Call(client.showMainWindow);
+    } else if (item == kTakenWinKeyItem) {
+        Call(client.explainTakenWinKey);
+    } else if (const MenuRow* row = RowOf(item)) {
+        CarryOutRow(*row, list, client);
+    }
+}
+
+// ---- From the request to the choice
+
+// The chosen item, 0 for none.
+static UINT Choose(const EntryList& list, const MenuOptions& options) {
+    const MenuRequest& request = pasteMenu.request;
+    auto rows = CollectMenuRows(list, request.key, request.modifier);
+    if (!rows) {
+        MessageBoxW(nullptr, L"Max 900 per Menu", kProductName, MB_OK | MB_ICONWARNING | MB_SETFOREGROUND);
+        return 0;
+    }
+    pasteMenu.rows = std::move(*rows);
+    OrderMenuRows(pasteMenu.rows, options);
+    const MenuPlace place = FindMenuPlace(request.foreground);
+    const HWND owner = Owner();
+    SetWindowPos(owner, HWND_TOPMOST, place.point.x, place.point.y, 1, 1, SWP_SHOWWINDOW | SWP_NOACTIVATE);
+    const bool winKeyIsTaken = request.modifier == 0 && IsWinHotkeyTaken(owner, request.key, false);
+    const UniqueMenu menu = MakeMenu(BuildMenuTree(pasteMenu.rows), winKeyIsTaken);
+    TakeKeyboard(owner);
+    const UINT item = Track(menu.Get(), owner, place);
+    // The main window takes the foreground over from the owner, which is hidden only then.
+    if (item < kShowMainWindowItem) ReturnKeyboard(owner, NextForeground(owner));
+    return item;
+}
+
+static void ShowAndCarryOut(const EntryList& list, const MenuOptions& options, const MenuClient& client) {
+    pasteMenu.phase = Phase::Open;
+    const UINT item = Choose(list, options);
+    if (item != 0 && !pasteMenu.ending) CarryOut(item, list, client);
+    ShowWindow(pasteMenu.owner, SW_HIDE);
+    pasteMenu.rows.clear();
+    pasteMenu.phase = Phase::Closed;
+}
+
+static bool IsSameHotkey(const MenuRequest& a, const MenuRequest& b) {
+    return a.key == b.key && a.modifier == b.modifier;
+}
+
+void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const MenuOptions& options,
+                    bool showTooltips, const MenuClient& client) {
+    if (pasteMenu.phase == Phase::CarryingOut) return;
+    if (pasteMenu.phase == Phase::Open) {
+        if (!IsSameHotkey(request, pasteMenu.request)) pasteMenu.next = request;
+        EndMenu();
+        return;
+    }
+    // An entry pressed on the keyboard would be pasted into the menu.
+    const bool wasBusy = std::exchange(keyboardHook.trigger.busy, true);
+    pasteMenu.ending = false;
+    pasteMenu.showTooltips = showTooltips;
+    pasteMenu.request = request;
+    for (bool again = true; again && !pasteMenu.ending;) {
+        pasteMenu.next.reset();
+        ShowAndCarryOut(list, options, client);
+        again = pasteMenu.next.has_value();
+        if (!again) break;
+        // The keyboard was the menu's own when the other hotkey was pressed.
+        pasteMenu.request.key = pasteMenu.next->key;
+        pasteMenu.request.modifier = pasteMenu.next->modifier;
+    }
+    keyboardHook.trigger.busy = wasBusy;
+}
+
+void CloseHotkeyMenu() {
+    if (pasteMenu.phase == Phase::Closed) return;
+    pasteMenu.ending = true;
+    EndMenu();
+}
+
+}  // namespace verbatix

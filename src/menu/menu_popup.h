@@ -1,0 +1,44 @@
+// The popup menu of the entries that share a hotkey, from the request of the keyboard hook until the chosen
+// row has been carried out. Main thread only; there is one menu at a time. What is chosen goes to the
+// window that had the keyboard when the hotkey was pressed: it is in front again before anything is
+// executed.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "hotkeys/keyboard_hook.h"
+#include "menu/menu_model.h"
+#include "store/entry.h"
+
+namespace verbatix {
+
+// Command ids: a row's index plus kFirstRowItem, and the items that follow the rows.
+inline constexpr UINT kFirstRowItem = 10;
+inline constexpr UINT kShowMainWindowItem = 10000;
+inline constexpr UINT kTakenWinKeyItem = 10001;
+
+// What the menu needs from above; a null member does nothing.
+struct MenuClient {
+    void (*executeEntry)(const std::wstring& text) = nullptr;
+    void (*deliverText)(const std::wstring& text) = nullptr;  // onto the clipboard, and the paste stroke
+    void (*editEntry)(int position) = nullptr;  // shows the main window maximised, that entry selected
+    void (*showMainWindow)() = nullptr;
+    void (*explainTakenWinKey)() = nullptr;
+};
+
+// Shows the menu of the request's hotkey and carries the choice out; returns when that is done. Messages of
+// the thread are dispatched while the menu is open. Called again meanwhile it closes the open menu, which
+// is then replaced only where the hotkey is another one; while a choice is carried out it does nothing.
+// More than kMaximumMenuRows rows are refused with a message. With `showTooltips` the text of the
+// highlighted row stands beside it.
+//
+// The list may change while the menu is open: a row whose entry is gone does nothing.
+void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const MenuOptions& options,
+                    bool showTooltips, const MenuClient& client);
+
+// Closes an open menu without a choice. To be called before the list goes.
+void CloseHotkeyMenu();
+
+}  // namespace verbatix
