@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "base/handle.h"
-#include "base/language.h"
 #include "base/product.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/hotkey_simulation.h"
+#include "menu/menu_handle.h"
 #include "menu/menu_input.h"
 #include "menu/menu_place.h"
 #include "menu/menu_tooltip.h"
@@ -16,8 +16,6 @@
 namespace verbatix {
 
 namespace {
-
-constexpr int kTextTakenWinKey = 160;
 
 enum class Phase { Closed, Open, CarryingOut };
 
@@ -36,32 +34,6 @@ struct PasteMenu {
 PasteMenu pasteMenu;
 
 }  // namespace
-
-// ---- The menu's handle
-
-static void Fill(HMENU menu, const MenuNode& node) {
-    for (const MenuNode& child : node.children) {
-        if ((child.flags & MF_POPUP) == 0) {
-            AppendMenuW(menu, child.flags, child.row + kFirstRowItem, child.label.c_str());
-            continue;
-        }
-        UniqueMenu submenu(CreatePopupMenu());
-        Fill(submenu.Get(), child);
-        const UINT_PTR item = reinterpret_cast<UINT_PTR>(submenu.Get());
-        if (AppendMenuW(menu, child.flags, item, child.label.c_str())) submenu.Release();
-    }
-}
-
-static UniqueMenu MakeMenu(const MenuNode& tree, bool winKeyIsTaken) {
-    UniqueMenu menu(CreatePopupMenu());
-    Fill(menu.Get(), tree);
-    AppendMenuW(menu.Get(), MF_BYPOSITION | MF_MENUBREAK, 0, nullptr);
-    if (winKeyIsTaken) {
-        AppendMenuW(menu.Get(), MF_BYPOSITION, kTakenWinKeyItem, LanguageText(kTextTakenWinKey).c_str());
-    }
-    AppendMenuW(menu.Get(), MF_BYPOSITION, kShowMainWindowItem, kProductName);
-    return menu;
-}
 
 // ---- The tooltip
 
@@ -255,7 +227,7 @@ static UINT Choose(const EntryList& list, const MenuOptions& options) {
     const HWND owner = Owner();
     SetWindowPos(owner, HWND_TOPMOST, place.point.x, place.point.y, 1, 1, SWP_SHOWWINDOW | SWP_NOACTIVATE);
     const bool winKeyIsTaken = request.modifier == 0 && IsWinHotkeyTaken(owner, request.key, false);
-    const UniqueMenu menu = MakeMenu(BuildMenuTree(pasteMenu.rows), winKeyIsTaken);
+    const UniqueMenu menu = MakeMenuHandle(BuildMenuTree(pasteMenu.rows), place.point, winKeyIsTaken);
     TakeKeyboard(owner);
     const UINT item = Track(menu.Get(), owner, place);
     // The main window takes the foreground over from the owner, which is hidden only then.

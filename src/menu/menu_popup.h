@@ -14,11 +14,6 @@
 
 namespace verbatix {
 
-// Command ids: a row's index plus kFirstRowItem, and the items that follow the rows.
-inline constexpr UINT kFirstRowItem = 10;
-inline constexpr UINT kShowMainWindowItem = 10000;
-inline constexpr UINT kTakenWinKeyItem = 10001;
-
 // What the menu needs from above; a null member does nothing.
 struct MenuClient {
     void (*executeEntry)(const std::wstring& text) = nullptr;
