@@ -65,7 +65,8 @@ static MenuSpace SpaceAt(POINT place) {
     constexpr int kThemeMargin = 6;  // what a theme adds to a row's height, generously
     const int rowHeight = GetSystemMetrics(SM_CYMENU) + kThemeMargin;
     const int rows = (monitor.rcWork.bottom - monitor.rcWork.top) / rowHeight - 1;
-    return {static_cast<std::size_t>(std::max(rows, 1)), monitor.rcWork.right - monitor.rcWork.left};
+    // A menu wider than half the screen hides what the user is writing, and takes long to draw.
+    return {static_cast<std::size_t>(std::max(rows, 1)), (monitor.rcWork.right - monitor.rcWork.left) / 2};
 }
 
 // Returns whether the menu is not going to scroll.
