@@ -35,6 +35,7 @@ struct KeyboardHook {
     DisabledHotkeys disabled;
     TriggerState trigger;
     MenuRequest menuRequest;
+    HWND target = nullptr;      // had the keyboard, in whatever program, at the last trigger
     bool off = false;           // switched off by the user; nothing but the switch installs it then
     unsigned installCount = 0;  // installs since the count was last set to 0
     UniqueHandle<HHOOK, UnhookWindowsHookEx> handle;

@@ -1,28 +1,125 @@
 #include "paste/executor.h"
 
+#include <shellapi.h>
+
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
+#include "clipboard/saved_clipboard.h"
+#include "clipboard/slots.h"
 #include "hotkeys/key_simulation.h"
+#include "ids.h"
+#include "paste/builtin_commands.h"
+#include "paste/command_prefixes.h"
+#include "paste/expansion.h"
+#include "paste/image_clipboard.h"
+#include "paste/key_tokens.h"
+#include "paste/launcher.h"
+#include "paste/placeholders.h"
+#include "store/settings.h"
 
 namespace verbatix {
 
 ExecutorClient executorClient;
 
-void FinishForDelivery(const std::wstring& text) {
-    if (text.empty()) return;
-    std::wstring delivered = text;
-    ReplaceAll(delivered, L"\\n", L"\r\n");
-    ClipboardPutText(delivered);
+// A "cpy:" command between its timers; a new one overwrites it.
+static ProgramAndParameters pendingProgram;
+
+static constexpr DWORD kPasteWait = 20;
+static constexpr UINT kStepMilliseconds = 200;
+
+static void RestartTimer(UINT_PTR timer) {
+    KillTimer(executorClient.mainWindow, timer);
+    SetTimer(executorClient.mainWindow, timer, kStepMilliseconds, nullptr);
 }
 
 void DeliverText(const std::wstring& text) {
-    constexpr DWORD kPasteWait = 20;
     FinishForDelivery(text);
     SendPaste(kPasteWait);
 }
 
 void ExecuteEntry(const std::wstring& text) {
-    DeliverText(text);
+    if (settings.restoreOldClipboard) {
+        // A restore that is still due would otherwise give back the clipboard of before in the middle of
+        // this execution.
+        KillTimer(executorClient.mainWindow, TIMER_RESTORE_CLIPBOARD);
+        Sleep(20);
+        SaveClipboard(previousClipboard);
+    }
+    if (!ExecuteCommandPrefixes(text)) {
+        std::wstring expanded = text;
+        ExpandPlaceholders(expanded, settings.useDateFormat != 0, settings.useTimeFormat != 0);
+        if (SendKeyTokens(expanded) == 0) DeliverText(expanded);
+    }
+    if (settings.restoreOldClipboard && !keepClipboardOnce) RestartTimer(TIMER_RESTORE_CLIPBOARD);
+    keepClipboardOnce = false;
+}
+
+void OnRestoreTimer() {
+    if (settings.restoreOldClipboard) RestoreClipboard(previousClipboard);
+}
+
+static void PostSlotCommand(WPARAM command, wchar_t slot) {
+    PostMessageW(executorClient.mainWindow, WM_COMMAND, command, slot);
+}
+
+static void ReplaceInSelection(const std::wstring& entryText) {
+    ClearClipboard();
+    SendCopy();
+    Sleep(100);
+    std::wstring selection;
+    ClipboardGetText(selection);
+    const ReplaceResult result = ApplyReplaceRules(entryText, std::move(selection));
+    if (result.count == 0) return;
+    Sleep(25);
+    ClipboardPutText(result.text);
+    SendPaste(kPasteWait);
+}
+
+static void Launch(bool elevate, const std::wstring& line) {
+    LaunchCommandLine(elevate, line);
+}
+
+static void RunLines(const ParsedCommand& command) {
+    ExpandRunEntry(command.elevate, command.argument, Launch, settings.useDateFormat != 0,
+                   settings.useTimeFormat != 0);
+}
+
+bool ExecuteCommandPrefixes(const std::wstring& text) {
+    const ParsedCommand command = ParseCommand(text);
+    switch (command.kind) {
+        case CommandKind::None: return false;
+        case CommandKind::Replace: ReplaceInSelection(command.argument); break;
+        case CommandKind::CopySlot: PostSlotCommand(CMD_COPY_SLOT, command.slot); break;
+        case CommandKind::PasteSlots: PasteSlots(command.argument); break;
+        case CommandKind::SaveSlot: PostSlotCommand(CMD_SAVE_SLOT, command.slot); break;
+        case CommandKind::Builtin: RunBuiltinCommand(command.argument, executorClient.targetWindow); break;
+        case CommandKind::RunLines: RunLines(command); break;
+        case CommandKind::Image: ImageFileToClipboard(command.argument); break;
+        case CommandKind::Run: LaunchCommandLine(false, command.argument); break;
+        case CommandKind::Cpy:
+            pendingProgram = SplitProgram(command.argument);
+            RestartTimer(TIMER_CPY_COPY);
+            break;
+    }
+    return true;
+}
+
+void OnCpyCopyTimer() {
+    SendCopy();
+    Sleep(100);
+    ClipboardGetText(CapturedText);
+    RestartTimer(TIMER_CPY_LAUNCH);
+}
+
+void OnCpyLaunchTimer() {
+    SendCopy();
+    Sleep(100);
+    ReplaceRunTokens(pendingProgram.program, CapturedText);
+    ReplaceRunTokens(pendingProgram.parameters, CapturedText);
+    ReplaceAll(pendingProgram.parameters, L"%cpy%", CapturedText);
+    ReplaceAll(pendingProgram.parameters, L"%nc%", L"");
+    ShellExecuteW(nullptr, L"open", pendingProgram.program.c_str(), pendingProgram.parameters.c_str(),
+                  nullptr, SW_SHOW);
 }
 
 }  // namespace verbatix

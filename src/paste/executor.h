@@ -17,14 +17,21 @@ struct ExecutorClient {
 
 extern ExecutorClient executorClient;
 
-// Carries out the entry text as it is stored.
+// Carries out the entry text as it is stored: first as a command; a text that is none is expanded, its key
+// tokens are played, and what remains is pasted. With "restore_old_clipboard" on, the user's clipboard is
+// saved before and given back 200 ms later by OnRestoreTimer.
 void ExecuteEntry(const std::wstring& text);
 
-// The last step before the paste stroke: line-break escapes become line breaks, and the text goes onto the
-// clipboard. An empty text leaves the clipboard alone.
-void FinishForDelivery(const std::wstring& text);
+// Carries out a text that begins with a command. False when it does not.
+bool ExecuteCommandPrefixes(const std::wstring& text);
 
 // Delivers an expanded text: onto the clipboard, and the paste stroke 20 ms later.
 void DeliverText(const std::wstring& text);
+
+// The steps that follow later, by timer: TIMER_RESTORE_CLIPBOARD, TIMER_CPY_COPY, TIMER_CPY_LAUNCH. The
+// timer has been killed by the caller.
+void OnRestoreTimer();
+void OnCpyCopyTimer();
+void OnCpyLaunchTimer();
 
 }  // namespace verbatix

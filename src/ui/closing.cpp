@@ -2,6 +2,7 @@
 
 #include "base/language.h"
 #include "hotkeys/keyboard_hook.h"
+#include "menu/menu_popup.h"
 #include "store/settings.h"
 #include "ui/main_window.h"
 #include "ui/window_place.h"
@@ -52,6 +53,7 @@ void MinimizeMainWindow() {
 void ExitProgram(int dialogCode) {
     EndDialog(mainWindow.window, dialogCode);
     RememberWindowPlace(mainWindow.window);
+    CloseHotkeyMenu();
     PostQuitMessage(1);
     RemoveKeyboardHook();
 }

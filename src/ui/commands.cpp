@@ -8,13 +8,14 @@
 #include "base/debug.h"
 #include "base/handle.h"
 #include "base/product.h"
-#include "hotkeys/keyboard_hook.h"
+#include "clipboard/slots.h"
 #include "ids.h"
 #include "store/settings.h"
 #include "store/settings_path.h"
 #include "ui/closing.h"
 #include "ui/main_window.h"
 #include "ui/menu_bar.h"
+#include "ui/paste_commands.h"
 
 namespace verbatix {
 
@@ -22,30 +23,30 @@ namespace {
 
 struct Command {
     int id;
-    void (*run)(int id, WORD notification);
+    void (*run)(int id, LPARAM lParam);
 };
 
-void Nothing(int, WORD) {}
+void Nothing(int, LPARAM) {}
 
-void SwitchOption(int id, WORD) {
+void SwitchOption(int id, LPARAM) {
     RunSettingCommand(id);
 }
 
-void Hide(int, WORD) {
+void Hide(int, LPARAM) {
     HideMainWindow();
 }
 
-void ToTray(int, WORD) {
+void ToTray(int, LPARAM) {
     SendToTray();
 }
 
-void Exit(int id, WORD) {
+void Exit(int id, LPARAM) {
     ExitProgram(id);
 }
 
 // Opened for writing once before it is shown: that tells a file that is there from one that is not, and an
 // editor is not started on nothing.
-void OpenSettingsFile(int, WORD) {
+void OpenSettingsFile(int, LPARAM) {
     const UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!check) return;
@@ -53,13 +54,29 @@ void OpenSettingsFile(int, WORD) {
     ShellExecuteW(mainWindow.window, L"open", settingsPath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
-void SwitchTopmost(int, WORD) {
+void SwitchTopmost(int, LPARAM) {
     ChangeSetting(&Settings::topmost, settings.topmost ? 0 : 1);
     ApplyTopmost();
 }
 
-void NextVersion(int, WORD) {
+void NextVersion(int, LPARAM) {
     MessageBoxW(mainWindow.window, L"Next-Ver", kProductName, MB_OK);
+}
+
+void ToSlot(int, LPARAM character) {
+    SaveSlot(static_cast<wchar_t>(character));
+}
+
+void CopyToSlot(int, LPARAM character) {
+    CopySlot(static_cast<wchar_t>(character), settings.restoreOldClipboard != 0);
+}
+
+void FromSlot(int, LPARAM character) {
+    PasteSlot(static_cast<wchar_t>(character));
+}
+
+void PasteMenu(int, LPARAM) {
+    ShowPasteMenu();
 }
 
 constexpr Command kMenuBarCommands[] = {
@@ -89,16 +106,20 @@ constexpr Command kMainCommands[] = {
     {1051, NextVersion},    //
     {32894, NextVersion},   //
     {32782, Hide},          //
-    {CMD_EXIT, Exit},       //
-    {7778, Nothing},        //
-    {11112, Nothing},       //
+    {CMD_COPY_SLOT, CopyToSlot},
+    {CMD_PASTE_SLOT, FromSlot},
+    {CMD_SAVE_SLOT, ToSlot},
+    {CMD_SHOW_PASTE_MENU, PasteMenu},
+    {CMD_EXIT, Exit},  //
+    {7778, Nothing},   //
+    {11112, Nothing},  //
 };
 
-bool RunFrom(const Command* begin, const Command* end, int id, WORD notification) {
+bool RunFrom(const Command* begin, const Command* end, int id, LPARAM lParam) {
     const Command* found =
         std::find_if(begin, end, [id](const Command& command) { return command.id == id; });
     if (found == end) return false;
-    found->run(id, notification);
+    found->run(id, lParam);
     return true;
 }
 
@@ -109,11 +130,11 @@ bool RouteCommand(WPARAM wParam, LPARAM lParam) {
     // Only 32 bits are compared: a sender may have sign-extended the marker.
     if (static_cast<DWORD>(lParam) == static_cast<DWORD>(kMenuBarMarker)) {
         DebugLine(L"wmId:%d", id);
-        const bool known = RunFrom(std::begin(kMenuBarCommands), std::end(kMenuBarCommands), id, 0);
+        const bool known = RunFrom(std::begin(kMenuBarCommands), std::end(kMenuBarCommands), id, lParam);
         RefreshMenuChecks(mainWindow.menuBar);
         return known;
     }
-    return RunFrom(std::begin(kMainCommands), std::end(kMainCommands), id, HIWORD(wParam));
+    return RunFrom(std::begin(kMainCommands), std::end(kMainCommands), id, lParam);
 }
 
 }  // namespace verbatix

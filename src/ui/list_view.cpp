@@ -71,6 +71,15 @@ void RefreshListView(bool keepSelection) {
     UpdateStatusBar();
 }
 
+void SelectEntry(int position) {
+    ListView_SetItemState(mainWindow.list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    const auto found = std::find(mainWindow.rows.begin(), mainWindow.rows.end(), position);
+    if (found == mainWindow.rows.end()) return;
+    const int row = static_cast<int>(found - mainWindow.rows.begin());
+    ListView_SetItemState(mainWindow.list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_EnsureVisible(mainWindow.list, row, FALSE);
+}
+
 static void FillCell(NMLVDISPINFOW& request) {
     LVITEMW& item = request.item;
     const auto row = static_cast<std::size_t>(item.iItem);

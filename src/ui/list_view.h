@@ -19,6 +19,9 @@ void SetUpListView(HWND list);
 // control ask anew. With `keepSelection` the selected row stays selected, otherwise none is.
 void RefreshListView(bool keepSelection);
 
+// Selects the entry at that position and scrolls it into sight; one that is not shown selects nothing.
+void SelectEntry(int position);
+
 // What the control shows in one cell.
 std::wstring CellText(const ListEntry& entry, int column);
 

@@ -15,6 +15,7 @@
 #include "ui/commands.h"
 #include "ui/list_view.h"
 #include "ui/menu_bar.h"
+#include "ui/paste_commands.h"
 #include "ui/timers.h"
 #include "ui/window_place.h"
 
@@ -75,7 +76,8 @@ void ApplyTopmost() {
 static void StartHotkeys(HWND dialog) {
     keyboardHook.disabled = LoadDisabledHotkeys();
     RebuildHotkeyTables(false);
-    keyboardHook.client = {dialog, ExecuteEntry, WantsRename};
+    executorClient.mainWindow = dialog;
+    keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename};
     StartHookUpkeep();
     InstallKeyboardHook();
 }

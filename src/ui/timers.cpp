@@ -8,6 +8,7 @@
 #include "hotkeys/hook_upkeep.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
+#include "paste/executor.h"
 #include "ui/main_window.h"
 
 namespace verbatix {
@@ -48,8 +49,9 @@ void WatchClock() {
 }
 
 constexpr Timer kTimers[] = {
-    {TIMER_REINSTALL_HOOK, true, ReinstallHook},
-    {TIMER_CLOCK_JUMP, false, WatchClock},
+    {TIMER_REINSTALL_HOOK, true, ReinstallHook},     {TIMER_CLOCK_JUMP, false, WatchClock},
+    {TIMER_RESTORE_CLIPBOARD, true, OnRestoreTimer}, {TIMER_CPY_COPY, true, OnCpyCopyTimer},
+    {TIMER_CPY_LAUNCH, true, OnCpyLaunchTimer},
 };
 
 }  // namespace

@@ -3,6 +3,10 @@
 #include <cstring>
 
 #include "bench/bench.h"
+#include "bench/builtin_bench.h"
+#include "bench/clipboard_bench.h"
+#include "bench/expansion_bench.h"
+#include "bench/menu_bench.h"
 #include "bench/program_bench.h"
 #include "bench/store_bench.h"
 
@@ -13,7 +17,8 @@ static const struct {
     void (*run)();
 } kBenchmarks[] = {
     {"decision", BenchKeyDecision}, {"hook", BenchHook},   {"road", BenchHotkeyRoad},
-    {"start", BenchStart},          {"store", BenchStore},
+    {"start", BenchStart},          {"store", BenchStore}, {"clipboard", BenchClipboard},
+    {"expansion", BenchExpansion},  {"image", BenchImage}, {"menu", BenchMenu},
 };
 
 int main(int count, char** arguments) {

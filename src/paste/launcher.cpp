@@ -1,0 +1,83 @@
+#include "paste/launcher.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include "base/text.h"
+#include "paste/command_prefixes.h"
+#include "paste/expansion.h"
+#include "paste/placeholders.h"
+
+namespace verbatix {
+
+static constexpr DWORD kLongestValue = 520;
+
+std::wstring ExpandEnvironment(std::wstring_view text) {
+    std::wstring result;
+    for (;;) {
+        const std::size_t start = text.find(L'%');
+        const std::size_t end = start == std::wstring_view::npos ? start : text.find(L'%', start + 1);
+        if (end == std::wstring_view::npos) return result.append(text);
+        wchar_t value[kLongestValue + 1];
+        const std::wstring name(text.substr(start + 1, end - start - 1));
+        const DWORD length =
+            name.empty() ? 0 : GetEnvironmentVariableW(name.c_str(), value, kLongestValue + 1);
+        if (length == 0 || length > kLongestValue) {
+            // The second percent sign may begin the next reference.
+            result.append(text.substr(0, end));
+            text.remove_prefix(end);
+            continue;
+        }
+        result.append(text.substr(0, start)).append(value, length);
+        text.remove_prefix(end + 1);
+    }
+}
+
+// The working folder is the file's own path where that holds a dot. No folder has that name, and the shell
+// then starts the program in its own folder; this is what programs started so far rely on.
+static std::wstring WorkingFolder(const std::wstring& file) {
+    return file.find(L'.') == std::wstring::npos ? L"%UserProfile%" : file;
+}
+
+static bool IsShellLocation(std::wstring_view line) {
+    constexpr std::wstring_view kShell = L"shell:";
+    return EqualsIgnoreCase(line.substr(0, kShell.size()), kShell);
+}
+
+LaunchPlan PlanLaunch(std::wstring_view line, bool (*exists)(const std::wstring& path)) {
+    const std::wstring whole(line);
+    const std::wstring expanded = ExpandEnvironment(line);
+    if (exists(expanded)) return {expanded, {}, WorkingFolder(expanded)};
+    if (exists(whole) || IsShellLocation(line)) return {whole, {}, WorkingFolder(whole)};
+    const ProgramAndParameters parts = SplitProgram(line);
+    return {parts.program, ExpandEnvironment(parts.parameters), WorkingFolder(parts.program)};
+}
+
+static bool Exists(const std::wstring& path) {
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool ShellLaunch(const LaunchPlan& launch, const wchar_t* verb) {
+    SHELLEXECUTEINFOW info = {};
+    info.cbSize = sizeof info;
+    // Launches are not reported: neither a missing program nor a refused elevation opens a box.
+    info.fMask = SEE_MASK_DOENVSUBST | SEE_MASK_FLAG_NO_UI;
+    info.lpVerb = verb;
+    info.lpFile = launch.file.c_str();
+    info.lpParameters = launch.parameters.empty() ? nullptr : launch.parameters.c_str();
+    info.lpDirectory = launch.folder.c_str();
+    info.nShow = SW_SHOWNORMAL;
+    return ShellExecuteExW(&info) != FALSE;
+}
+
+bool LaunchCommandLine(bool elevate, const std::wstring& line) {
+    std::wstring command = line;
+    ReplaceRunTokens(command, CapturedText);
+    command = TrimBlanks(command);
+    if (command.empty()) return false;
+    const bool withRights = elevate || (GetAsyncKeyState(VK_CONTROL) & 0x8000) != 0;
+    return ShellLaunch(PlanLaunch(command, Exists), withRights ? L"runas" : nullptr);
+}
+
+}  // namespace verbatix

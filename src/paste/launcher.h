@@ -1,0 +1,32 @@
+// Starting programs, documents, folders and shell locations. Failures are not reported to the user.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace verbatix {
+
+// How a command line is handed to the shell.
+struct LaunchPlan {
+    std::wstring file;
+    std::wstring parameters;
+    std::wstring folder;  // working folder
+    bool operator==(const LaunchPlan&) const = default;
+};
+
+// Decides what to start. `exists` tells whether a text names an existing file or folder. A line that as a
+// whole is such a path, environment references expanded or not, is one file, blanks and all; "shell:"
+// starts a shell location; everything else is a program with parameters.
+LaunchPlan PlanLaunch(std::wstring_view line, bool (*exists)(const std::wstring& path));
+
+// Replaces each %NAME% whose variable exists by its value; values beyond 520 characters are left out.
+std::wstring ExpandEnvironment(std::wstring_view text);
+
+// Starts the command line, with elevated rights when asked to or while Ctrl is held. An empty line does
+// nothing. The result is the shell's, for those who want it.
+bool LaunchCommandLine(bool elevate, const std::wstring& line);
+
+// Opens a file with the shell as LaunchCommandLine does, with that verb (null for the default).
+bool ShellLaunch(const LaunchPlan& launch, const wchar_t* verb);
+
+}  // namespace verbatix

@@ -1,0 +1,14 @@
+// Where hotkeys and the paste menu meet the executor.
+#pragma once
+
+#include <string>
+
+namespace verbatix {
+
+// Executes an entry for the keyboard hook, aimed at the window that had the keyboard at the press.
+void ExecuteFromHotkey(const std::wstring& text);
+
+// Shows the menu of the hotkey that the hook has noted, and carries the choice out.
+void ShowPasteMenu();
+
+}  // namespace verbatix
