@@ -36,27 +36,28 @@ fail() {
     exit 1
 }
 
-x_text_holds() {
-    timeout 5 xclip -selection clipboard -t text/html -o >"$folder/x" 2>/dev/null && grep -qF "$1" "$folder/x"
+x_text_is() {
+    timeout 5 xclip -selection clipboard -t text/html -o 2>/dev/null | tr -d '\0' >"$folder/x"
+    [ "$(cat "$folder/x")" = "$1" ]
 }
 
+# X11 gets what lies between the fragment offsets, so that one byte more or less would be seen.
 wine "$bridge" put '<b>bridge {u}</b>' || fail "our HTML was not taken"
-patiently x_text_holds '<b>bridge ä€中😀</b>' || {
+patiently x_text_is '<b>bridge ä€中😀</b>' || {
     cat "$folder/x"
     fail "X11 does not read our HTML"
 }
-# Whoever wrote the offsets wrong would let the header or half a character through.
-grep -q 'StartHTML' "$folder/x" && fail "X11 reads our header as HTML"
 
-our_fragment_holds() {
-    wine "$bridge" get "$(winepath -w "$folder/fragment")" && grep -qF "$1" "$folder/fragment"
+our_fragment_is() {
+    wine "$bridge" get "$(winepath -w "$folder/fragment")" && [ "$(cat "$folder/fragment")" = "$1" ]
 }
 
-printf '<html><body><i>from X11 \303\244\360\237\230\200</i></body></html>' >"$folder/html"
+html='<html><body><i>from X11 ä😀</i></body></html>'
+printf %s "$html" >"$folder/html"
 # In the foreground, so that it is ours to end.
 xclip -selection clipboard -t text/html -quiet -i "$folder/html" >/dev/null 2>&1 &
 source=$!
-patiently our_fragment_holds '<i>from X11 ä😀</i>' || {
+patiently our_fragment_is "$html" || {
     cat "$folder/fragment"
     fail "we do not read the HTML of X11"
 }

@@ -4,6 +4,8 @@
 // The exit code is 0 when the clipboard took the HTML or had some.
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <string>
 #include <thread>
 
@@ -34,13 +36,15 @@ static int Get(const wchar_t* path) {
     return found ? 0 : 1;
 }
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
-    const std::wstring line(commandLine);
-    std::wstring argument = line.size() > 4 ? line.substr(4) : std::wstring();
-    if (line.rfind(L"put ", 0) == 0) {
-        ReplaceAll(argument, L"{u}", L"\x00e4\x20ac\x4e2d\xd83d\xde00");
-        return HtmlClipboardPut(argument) ? 0 : 1;
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (count != 3) return 1;
+    if (std::wstring_view(arguments[1]) == L"put") {
+        std::wstring text = arguments[2];
+        ReplaceAll(text, L"{u}", L"\x00e4\x20ac\x4e2d\xd83d\xde00");
+        return HtmlClipboardPut(text) ? 0 : 1;
     }
     std::thread(CloseOwnMessageBox).detach();
-    return Get(argument.c_str());
+    return Get(arguments[2]);
 }
