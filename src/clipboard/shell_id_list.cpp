@@ -25,8 +25,8 @@ static std::string_view ListAt(std::string_view block, std::size_t offset) {
             const std::size_t length = at + sizeof(std::uint16_t) - offset;
             return length <= kLongestList ? block.substr(offset, length) : std::string_view();
         }
-        // An item holds at least its own size, and the next list or item begins inside the block.
-        if (size < sizeof(std::uint16_t) || size > block.size() - at) return {};
+        // An item holds at least its own size.
+        if (size < sizeof(std::uint16_t)) return {};
         at += size;
     }
     return {};
