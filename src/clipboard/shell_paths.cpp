@@ -58,7 +58,7 @@ std::wstring ClipboardGetShellPaths(std::wstring& paths) {
     const UniqueShellFolder desktop(folder);
     for (const std::string& item : lists->items) {
         const std::wstring path = ParsingName(*desktop.Get(), *lists, item);
-        if (!path.empty()) paths += pathQuote + path + pathQuote + L"\r\n";
+        if (!path.empty()) paths.append(pathQuote).append(path).append(pathQuote).append(L"\r\n");
     }
     return kShellPathsRead;
 }

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <psapi.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -104,20 +102,22 @@ struct Holdings {
     SIZE_T privateBytes = 0;
 };
 
+// Committed private memory, page by page: the process counters of the test system do not move with it.
+SIZE_T PrivateBytes() {
+    SIZE_T bytes = 0;
+    MEMORY_BASIC_INFORMATION region;
+    for (const char* at = nullptr; VirtualQuery(at, &region, sizeof region) == sizeof region;
+         at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
+        if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+    }
+    return bytes;
+}
+
 Holdings Now() {
-    using GetMemoryInfo = BOOL(WINAPI*)(HANDLE, PROCESS_MEMORY_COUNTERS*, DWORD);
     Holdings now;
     GetProcessHandleCount(GetCurrentProcess(), &now.handles);
     now.gdiObjects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    const auto getMemoryInfo = reinterpret_cast<GetMemoryInfo>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "K32GetProcessMemoryInfo")));
-    PROCESS_MEMORY_COUNTERS_EX memory = {};
-    memory.cb = sizeof memory;
-    if (getMemoryInfo) {
-        getMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
-                      sizeof memory);
-    }
-    now.privateBytes = memory.PrivateUsage;
+    now.privateBytes = PrivateBytes();
     return now;
 }
 

@@ -30,8 +30,11 @@ TEST(ClipboardSession, ClosesWhenItGoes) {
 TEST(ClipboardSession, MovesWithoutClosingAndClosesOnce) {
     ClipboardSession first;
     ClipboardSession second(std::move(first));
-    EXPECT_FALSE(first);  // NOLINT(bugprone-use-after-move): the moved-from state is the subject
+    // NOLINTBEGIN(bugprone-use-after-move,clang-analyzer-cplusplus.Move): the moved-from state is the
+    // subject
+    EXPECT_FALSE(first);
     EXPECT_FALSE(first.Close());
+    // NOLINTEND(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
     ASSERT_TRUE(second);
     EXPECT_TRUE(second.Close());
     EXPECT_FALSE(second.Close());

@@ -42,7 +42,7 @@ TEST(ClipboardText, ReadsForeignTextUpToItsTerminator) {
     } rows[] = {
         // The system ends the text formats by a zero, so that data without one cannot be put.
         {CF_UNICODETEXT, WideBytes(L"one") + WideBytes(L"two"), L"one"},
-        {CF_TEXT, std::string("only ANSI\0rest", 15), L"only ANSI"},
+        {CF_TEXT, std::string("only ANSI\0rest", 14), L"only ANSI"},
     };
     for (const auto& row : rows) {
         ASSERT_TRUE(PutForeign({{row.format, row.bytes}}));
