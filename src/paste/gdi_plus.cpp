@@ -127,7 +127,7 @@ UniqueGlobal PackedDib(const DibSection& section) {
     UniqueGlobal block(
         GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, sizeof section.header + section.header.biSizeImage));
     char* const bytes = block ? static_cast<char*>(GlobalLock(block.Get())) : nullptr;
-    if (!bytes) return {};
+    if (!bytes || !section.bits) return {};
     std::memcpy(bytes, &section.header, sizeof section.header);
     std::memcpy(bytes + sizeof section.header, section.bits, section.header.biSizeImage);
     GlobalUnlock(block.Get());

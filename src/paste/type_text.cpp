@@ -1,5 +1,6 @@
 #include "paste/type_text.h"
 
+#include <ranges>
 #include <string>
 
 namespace verbatix {
@@ -49,11 +50,12 @@ std::vector<KeyStroke> StrokesForKeyScan(SHORT keyScan) {
     const BYTE key = LOBYTE(keyScan);
     const std::vector<BYTE> modifiers = ModifiersOf(HIBYTE(keyScan));
     std::vector<KeyStroke> strokes;
+    strokes.reserve(2 * modifiers.size() + 2);
     for (const BYTE modifier : modifiers) strokes.push_back({modifier, ExtendedFlag(modifier)});
     strokes.push_back({key, 0});
     strokes.push_back({key, KEYEVENTF_KEYUP});
-    for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier) {
-        strokes.push_back({*modifier, ExtendedFlag(*modifier) | KEYEVENTF_KEYUP});
+    for (const BYTE modifier : std::views::reverse(modifiers)) {
+        strokes.push_back({modifier, ExtendedFlag(modifier) | KEYEVENTF_KEYUP});
     }
     return strokes;
 }

@@ -223,7 +223,7 @@ TEST_F(ShellSelectionTest, AnImageFileArrivesAsPicture) {
     const HWND window = Select({L"picture of it.png"});
     RunBuiltinCommand(L"ImgToClipboard", window);
     EXPECT_EQ(ReadForeign(RegisterClipboardFormatW(L"PNG")), kPng);
-    EXPECT_EQ(ReadForeign(CF_DIB).size(), sizeof(BITMAPINFOHEADER) + 3 * 2 * 4);
+    EXPECT_EQ(ReadForeign(CF_DIB).size(), sizeof(BITMAPINFOHEADER) + 6 * sizeof(DWORD));
     EXPECT_TRUE(keepClipboardOnce);
 }
 

@@ -41,12 +41,11 @@ class ClipboardImageTest : public testing::Test {
 
 // A white picture with a dark rectangle in it.
 PixelImage Sheet(int width, int height, PixelArea dark) {
-    PixelImage image = {width, height,
-                        std::vector<std::uint32_t>(static_cast<std::size_t>(width * height), 0xFFFFFF)};
-    for (int y = dark.top; y < dark.bottom; ++y) {
-        for (int x = dark.left; x < dark.right; ++x) {
-            image.pixels[static_cast<std::size_t>(y * width + x)] =
-                static_cast<std::uint32_t>(0x400000 + x + y * 256);
+    PixelImage image = {width, height, {}};
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const bool inside = x >= dark.left && x < dark.right && y >= dark.top && y < dark.bottom;
+            image.pixels.push_back(static_cast<std::uint32_t>(inside ? 0x400000 + x + y * 256 : 0xFFFFFF));
         }
     }
     return image;

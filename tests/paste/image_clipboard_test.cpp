@@ -79,7 +79,7 @@ class ImageFileTest : public testing::Test {
 // The pixels of a 32-bit bottom-up picture of that size, row by row from the top.
 std::vector<DWORD> DibPixels(const std::string& dib, LONG width, LONG height) {
     BITMAPINFOHEADER header = {};
-    const auto count = static_cast<std::size_t>(width * height);
+    const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     if (dib.size() < sizeof header + count * 4) return {};
     std::memcpy(&header, dib.data(), sizeof header);
     EXPECT_EQ(header.biSize, sizeof header);
