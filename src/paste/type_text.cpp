@@ -1,6 +1,5 @@
 #include "paste/type_text.h"
 
-#include <ranges>
 #include <string>
 
 namespace verbatix {
@@ -49,12 +48,11 @@ void ShowError(const std::wstring& text) {
 std::vector<KeyStroke> StrokesForKeyScan(SHORT keyScan) {
     const BYTE key = LOBYTE(keyScan);
     const std::vector<BYTE> modifiers = ModifiersOf(HIBYTE(keyScan));
-    std::vector<KeyStroke> strokes;
-    strokes.reserve(2 * modifiers.size() + 2);
-    for (const BYTE modifier : modifiers) strokes.push_back({modifier, ExtendedFlag(modifier)});
-    strokes.push_back({key, 0});
-    strokes.push_back({key, KEYEVENTF_KEYUP});
-    for (const BYTE modifier : std::views::reverse(modifiers)) {
+    std::vector<KeyStroke> strokes = {{key, 0}, {key, KEYEVENTF_KEYUP}};
+    // The last modifier to go down stands nearest to the key on both sides.
+    for (std::size_t i = modifiers.size(); i-- > 0;) {
+        const BYTE modifier = modifiers[i];
+        strokes.insert(strokes.begin(), {modifier, ExtendedFlag(modifier)});
         strokes.push_back({modifier, ExtendedFlag(modifier) | KEYEVENTF_KEYUP});
     }
     return strokes;
