@@ -188,7 +188,7 @@ static void Call(void (*function)(Arguments...), std::type_identity_t<Arguments>
     if (function) function(arguments...);
 }
 
-static void CarryOutRow(MenuRow row, const EntryList& list, const MenuClient& client) {
+static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuClient& client) {
     constexpr DWORD kAfterMenu = 100;  // for the program in front to get its focus back
     Sleep(kAfterMenu);
     if (!IsStillThere(list, row) || row.kind == kHeadingKind) return;
@@ -200,29 +200,27 @@ static void CarryOutRow(MenuRow row, const EntryList& list, const MenuClient& cl
     Call(row.piece ? client.deliverText : client.executeEntry, row.text);
 }
 
-static void CarryOut(UINT item, const EntryList& list, const MenuClient& client) {
-    pasteMenu.phase = Phase::CarryingOut;
-    if (item == kShowMainWindowItem) {
-        Call(client.showMainWindow);
-    } else if (item == kTakenWinKeyItem) {
-        Call(client.explainTakenWinKey);
-    } else if (const MenuRow* row = RowOf(item)) {
-        CarryOutRow(*row, list, client);
-    }
-}
-
 // ---- From the request to the choice
 
-// The chosen item, 0 for none.
-static UINT Choose(const EntryList& list, const MenuOptions& options) {
+namespace {
+
+// An entry pressed on the keyboard would now be pasted into the menu, or into the execution of a choice.
+class HookIsBusy {
+  public:
+    HookIsBusy() : before_(std::exchange(keyboardHook.trigger.busy, true)) {}
+    ~HookIsBusy() { keyboardHook.trigger.busy = before_; }
+    HookIsBusy(const HookIsBusy&) = delete;
+    HookIsBusy& operator=(const HookIsBusy&) = delete;
+
+  private:
+    bool before_;
+};
+
+}  // namespace
+
+// The item chosen among the rows, 0 for none.
+static UINT Choose() {
     const MenuRequest& request = pasteMenu.request;
-    auto rows = CollectMenuRows(list, request.key, request.modifier);
-    if (!rows) {
-        MessageBoxW(nullptr, L"Max 900 per Menu", kProductName, MB_OK | MB_ICONWARNING | MB_SETFOREGROUND);
-        return 0;
-    }
-    pasteMenu.rows = std::move(*rows);
-    OrderMenuRows(pasteMenu.rows, options);
     const MenuPlace place = FindMenuPlace(request.foreground);
     const HWND owner = Owner();
     SetWindowPos(owner, HWND_TOPMOST, place.point.x, place.point.y, 1, 1, SWP_SHOWWINDOW | SWP_NOACTIVATE);
@@ -232,16 +230,33 @@ static UINT Choose(const EntryList& list, const MenuOptions& options) {
     const UINT item = Track(menu.Get(), owner, place);
     // The main window takes the foreground over from the owner, which is hidden only then.
     if (item < kShowMainWindowItem) ReturnKeyboard(owner, NextForeground(owner));
-    return item;
+    return pasteMenu.ending ? 0 : item;
+}
+
+static void RefuseMenu() {
+    pasteMenu.phase = Phase::CarryingOut;
+    MessageBoxW(nullptr, L"Max 900 per Menu", kProductName, MB_OK | MB_ICONWARNING | MB_SETFOREGROUND);
+    pasteMenu.phase = Phase::Closed;
 }
 
 static void ShowAndCarryOut(const EntryList& list, const MenuOptions& options, const MenuClient& client) {
-    pasteMenu.phase = Phase::Open;
-    const UINT item = Choose(list, options);
-    if (item != 0 && !pasteMenu.ending) CarryOut(item, list, client);
+    auto rows = CollectMenuRows(list, pasteMenu.request.key, pasteMenu.request.modifier);
+    if (!rows) return RefuseMenu();
+    pasteMenu.rows = std::move(*rows);
+    OrderMenuRows(pasteMenu.rows, options);
+    UINT item = 0;
+    {
+        const HookIsBusy busy;
+        pasteMenu.phase = Phase::Open;
+        item = Choose();
+        pasteMenu.phase = Phase::CarryingOut;
+        if (const MenuRow* row = RowOf(item)) CarryOutRow(*row, list, client);
+        pasteMenu.rows.clear();
+        pasteMenu.phase = Phase::Closed;
+    }
+    if (item == kShowMainWindowItem) Call(client.showMainWindow);
+    if (item == kTakenWinKeyItem) Call(client.explainTakenWinKey);
     ShowWindow(pasteMenu.owner, SW_HIDE);
-    pasteMenu.rows.clear();
-    pasteMenu.phase = Phase::Closed;
 }
 
 static bool IsSameHotkey(const MenuRequest& a, const MenuRequest& b) {
@@ -256,21 +271,18 @@ void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const Men
         EndMenu();
         return;
     }
-    // An entry pressed on the keyboard would be pasted into the menu.
-    const bool wasBusy = std::exchange(keyboardHook.trigger.busy, true);
     pasteMenu.ending = false;
     pasteMenu.showTooltips = showTooltips;
     pasteMenu.request = request;
-    for (bool again = true; again && !pasteMenu.ending;) {
-        pasteMenu.next.reset();
-        ShowAndCarryOut(list, options, client);
-        again = pasteMenu.next.has_value();
-        if (!again) break;
-        // The keyboard was the menu's own when the other hotkey was pressed.
+    pasteMenu.next.reset();
+    ShowAndCarryOut(list, options, client);
+    while (pasteMenu.next && !pasteMenu.ending) {
+        // The keyboard was the menu's own when the other hotkey was pressed; what it goes back to stays.
         pasteMenu.request.key = pasteMenu.next->key;
         pasteMenu.request.modifier = pasteMenu.next->modifier;
+        pasteMenu.next.reset();
+        ShowAndCarryOut(list, options, client);
     }
-    keyboardHook.trigger.busy = wasBusy;
 }
 
 void CloseHotkeyMenu() {

@@ -48,7 +48,7 @@ double TimeBare(HWND owner, const EntryList& list) {
     const double start = Now();
     const UniqueMenu menu(CreatePopupMenu());
     for (const auto& [position, slot] : list) {
-        AppendMenuW(menu.Get(), MF_STRING, static_cast<UINT_PTR>(position + 1), slot.current.label);
+        AppendMenuW(menu.Get(), MF_STRING, static_cast<UINT_PTR>(position) + 1, slot.current.label);
     }
     ShowWindow(owner, SW_SHOW);
     SetForegroundWindow(owner);

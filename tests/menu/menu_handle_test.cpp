@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace verbatix {
 namespace {
 
@@ -30,10 +32,9 @@ TEST(BreakIntoColumns, MakesColumnsThatFitTheScreen) {
 }
 
 std::vector<UINT> ItemIds(HMENU menu) {
-    std::vector<UINT> ids;
-    for (int position = 0; position < GetMenuItemCount(menu); ++position) {
-        ids.push_back(GetMenuItemID(menu, position));
-    }
+    std::vector<UINT> ids(static_cast<std::size_t>(std::max(GetMenuItemCount(menu), 0)));
+    int position = 0;
+    for (UINT& id : ids) id = GetMenuItemID(menu, position++);
     return ids;
 }
 

@@ -187,6 +187,7 @@ std::vector<std::size_t> OrderByTheRule(const Texts& labels) {
         keys[key] = index;
     }
     std::vector<std::size_t> order;
+    order.reserve(keys.size());
     for (const auto& [key, index] : keys) order.push_back(index);
     return order;
 }
@@ -206,6 +207,7 @@ TEST(OrderMenuRows, KeepsEveryDuplicate) {
         }
         OrderMenuRows(rows, {1, false, false});
         std::vector<std::size_t> order;
+        order.reserve(rows.size());
         for (const MenuRow& row : rows) order.push_back(static_cast<std::size_t>(row.position));
         ASSERT_EQ(order, OrderByTheRule(labels)) << round;
     }
@@ -226,20 +228,20 @@ TEST(OrderMenuRows, OrdersLongDuplicatesInNoTime) {
 TEST(ApplyMenuDirective, ReadsTheStartOfTheLabel) {
     const struct {
         const wchar_t* label;
-        unsigned flags;
         const wchar_t* changed;
+        unsigned flags;
         int32_t kind;
     } rows[] = {
-        {L"plain", 0, L"plain", 0},
-        {L"", 0, L"", 0},
-        {L"MenuBreak:", MF_SEPARATOR, L"MenuBreak:", 0},
-        {L"MenuBreak: rest", MF_SEPARATOR, L"MenuBreak: rest", 0},
-        {L"MenuBreakName:Heads", MF_DISABLED, L"Heads", kHeadingKind},
-        {L"MenuBreakName:", MF_DISABLED, L"", kHeadingKind},
-        {L"MenuBreakName:MenuBreak:", MF_DISABLED, L"MenuBreak:", kHeadingKind},
-        {L" MenuBreak:", 0, L" MenuBreak:", 0},
-        {L"menubreak:", 0, L"menubreak:", 0},
-        {L"MenuBreak", 0, L"MenuBreak", 0},
+        {L"plain", L"plain", 0, 0},
+        {L"", L"", 0, 0},
+        {L"MenuBreak:", L"MenuBreak:", MF_SEPARATOR, 0},
+        {L"MenuBreak: rest", L"MenuBreak: rest", MF_SEPARATOR, 0},
+        {L"MenuBreakName:Heads", L"Heads", MF_DISABLED, kHeadingKind},
+        {L"MenuBreakName:", L"", MF_DISABLED, kHeadingKind},
+        {L"MenuBreakName:MenuBreak:", L"MenuBreak:", MF_DISABLED, kHeadingKind},
+        {L" MenuBreak:", L" MenuBreak:", 0, 0},
+        {L"menubreak:", L"menubreak:", 0, 0},
+        {L"MenuBreak", L"MenuBreak", 0, 0},
     };
     for (const auto& row : rows) {
         unsigned flags = MF_BYPOSITION;
