@@ -333,6 +333,24 @@ TEST_F(MenuPopupTest, GoingToAnotherProgramIsNotUndone) {
     }
 }
 
+TEST_F(MenuPopupTest, TheKeyboardGoesBackPastOtherWindows) {
+    // Left to itself, Windows would activate what lies below the menu's owner.
+    const test::Process other(test::HelperPath(L"target_window.exe") + L" Other");
+    const HWND otherWindow = other.WaitForVisibleWindow(L"VerbatixTestTarget", L"Other");
+    other.WaitForIdle();
+    SetWindowPos(otherWindow, HWND_TOPMOST, 20, 20, 300, 200, SWP_NOACTIVATE);
+    EXPECT_TRUE(WaitFor([&] {
+        SetForegroundWindow(window);
+        return GetForegroundWindow() == window;
+    }));
+    Add(L"one");
+    Open();
+    PlayStroke({}, VK_ESCAPE);
+    ExpectClosed();
+    Linger(100);
+    EXPECT_EQ(GetForegroundWindow(), window);
+}
+
 TEST_F(MenuPopupTest, OpensAtTheCaretAndOnTheScreen) {
     Add(L"text one");
     Add(L"text two");
@@ -484,6 +502,9 @@ TEST_F(MenuPopupTest, NineHundredRowsCanBeUsedAndNoMore) {
         GetWindowRect(MenuWindows().at(0), &menu);
         EXPECT_LE(menu.bottom, screen.bottom);
         EXPECT_LE(menu.right, screen.right);
+        // A menu with a column break would not scroll.
+        const UINT behindRows = GetMenuState(RootMenu(), static_cast<UINT>(last), MF_BYPOSITION);
+        EXPECT_EQ((behindRows & MF_MENUBREAK) == 0, last == 900);
         PlayStroke({}, VK_RETURN);
         ExpectClosed();
         EXPECT_EQ(Calls(), Texts{Format(L"execute %d", last)});
