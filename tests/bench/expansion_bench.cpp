@@ -2,35 +2,14 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <clocale>
-#include <cstdio>
 #include <string>
-#include <vector>
 
+#include "base/text.h"
+#include "bench/measure.h"
 #include "paste/placeholders.h"
 
 namespace verbatix::bench {
-
-static double Milliseconds() {
-    LARGE_INTEGER count, frequency;
-    QueryPerformanceCounter(&count);
-    QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(count.QuadPart) * 1e3 / static_cast<double>(frequency.QuadPart);
-}
-
-template <typename Work>
-static double MedianMilliseconds(int rounds, Work work) {
-    std::vector<double> times;
-    for (int round = 0; round < rounds; ++round) {
-        const double start = Milliseconds();
-        work();
-        times.push_back(Milliseconds() - start);
-    }
-    const auto middle = times.begin() + rounds / 2;
-    std::nth_element(times.begin(), middle, times.end());
-    return *middle;
-}
 
 // A code every twenty characters: printing ones, names and variables in turn.
 static std::wstring TextWithCodes(std::size_t length) {
@@ -53,11 +32,13 @@ static void BenchTexts() {
     GetLocalTime(&facts.dates.now);
     for (const std::size_t length : {1000u, 2000u, 4000u, 64000u}) {
         const std::wstring text = TextWithCodes(length);
-        const double time = MedianMilliseconds(101, [&] {
+        const double time = MedianTime(101, [&] {
             std::wstring expanded = text;
             ReplaceKnown(expanded, facts);
         });
-        std::printf("expand %zu characters with %zu codes  %.4f  ms\n", length, length / 20, time);
+        const std::wstring name = Format(L"expansion: %d characters, %d codes", static_cast<int>(length),
+                                         static_cast<int>(length / 20));
+        Row(ToBytes(name, CP_UTF8).c_str(), time, "ms");
     }
 }
 
@@ -68,11 +49,11 @@ static void BenchSelection() {
     for (const wchar_t* token : Placeholders()) {
         if (std::wstring_view(token).starts_with(L"%copy_text")) tokens += token;
     }
-    const double time = MedianMilliseconds(11, [&] {
+    const double time = MedianTime(11, [&] {
         std::wstring text = tokens;
         ReplaceCopiedText(text, selection);
     });
-    std::printf("1 MB selection through all nine transforms  %.1f  ms\n", time);
+    Row("expansion: 1 MB selection, all nine transforms (at most 100)", time, "ms");
 }
 
 void BenchExpansion() {
