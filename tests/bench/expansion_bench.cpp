@@ -44,7 +44,7 @@ static void BenchTexts() {
 
 static void BenchSelection() {
     std::wstring selection;
-    while (selection.size() < 512 * 1024) selection += L"A Megabyte of text, ÄÖÜ and Жук in it.\r\n";
+    while (selection.size() < 524288) selection += L"A Megabyte of text, ÄÖÜ and Жук in it.\r\n";
     std::wstring tokens;
     for (const wchar_t* token : Placeholders()) {
         if (std::wstring_view(token).starts_with(L"%copy_text")) tokens += token;

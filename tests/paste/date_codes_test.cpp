@@ -226,7 +226,7 @@ TEST(DateCodes, AnyTextIsSurvived) {
         if (plainOnly) {
             ASSERT_EQ(expanded, text);
         }
-        ASSERT_LE(expanded.size(), text.size() + 9 * 100) << text;
+        ASSERT_LE(expanded.size(), text.size() + 900u) << text;
         ASSERT_TRUE(HasTwoPercentSigns(text) == false || expanded.find(L"_HJ_") == std::wstring::npos ||
                     text.find(L"%no_time_fun%", 1) != std::wstring::npos)
             << text;

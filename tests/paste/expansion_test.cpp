@@ -15,7 +15,7 @@ namespace {
 
 std::wstring Expand(std::wstring_view entryText) {
     std::wstring text(entryText);
-    const std::wstring result = ExpandPlaceholders(text, true, true);
+    std::wstring result = ExpandPlaceholders(text, true, true);
     EXPECT_EQ(result, text);  // in place as well
     return result;
 }
@@ -72,7 +72,7 @@ TEST_F(Expansion, BusyClipboardGivesEmptyTexts) {
 
 TEST_F(Expansion, LargeSelections) {
     std::wstring large;
-    while (large.size() < 512 * 1024) large += L"line of a megabyte of text: ä\r\n";
+    while (large.size() < 524288) large += L"line of a megabyte of text: ä\r\n";
     Select(large);
     const std::wstring result = Expand(L"%copy_text%%copy_text_uc%");
     EXPECT_TRUE(result == large + UpperCase(large)) << result.size();
@@ -100,6 +100,11 @@ TEST_F(Expansion, DateCodesFollowTheirSettings) {
 
 TEST_F(Expansion, HtmlOfClipboardAndSelection) {
     const test::MessageBoxCloser user;
+    // The program's own window, which the system would rather activate after a box of its thread.
+    const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300,
+                                     200, nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(target);
+    ASSERT_TRUE(test::WaitFor([this] { return GetForegroundWindow() == target; }));
     HtmlClipboardPut(L"<b>grün</b>");
     EXPECT_EQ(Expand(L"[%phtml%]"), L"[<b>grün</b>]");
     EXPECT_TRUE(test::WaitFor([this] { return GetForegroundWindow() == target; }));  // the box had it
@@ -109,6 +114,7 @@ TEST_F(Expansion, HtmlOfClipboardAndSelection) {
     SelectNothing();
     EXPECT_EQ(Expand(L"[%copy_html%]"), L"[]");
     EXPECT_EQ(StrokesOf('C'), 1);
+    DestroyWindow(own);
 }
 
 TEST_F(Expansion, DeliveryAsTextOrHtml) {
