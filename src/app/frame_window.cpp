@@ -45,7 +45,7 @@ static void CreateAuxiliaryWindow(HINSTANCE instance) {
 // the settings when it returns.
 static void ShowStartWindow(HINSTANCE instance) {
     const HWND previousForeground = GetForegroundWindow();
-    CreateMainWindow(instance);
+    if (!CreateMainWindow(instance)) return PostQuitMessage(0);
     CreateAuxiliaryWindow(instance);
     if (settings.startTray) {
         SetForegroundWindow(previousForeground);
@@ -144,6 +144,10 @@ HWND CreateFrameWindow(HINSTANCE instance) {
     const HWND frame = CreateWindowExW(0, frameClass, frameTitle, kStyle, CW_USEDEFAULT, 0, -100, -100,
                                        nullptr, nullptr, instance, nullptr);
     if (!frame) return nullptr;
+    // With more rights than the desktop the messages of the task bar and of a second copy would be kept
+    // out.
+    ChangeWindowMessageFilterEx(frame, InstanceMessage(), MSGFLT_ALLOW, nullptr);
+    ChangeWindowMessageFilterEx(frame, RegisterWindowMessageW(L"TaskbarCreated"), MSGFLT_ALLOW, nullptr);
     ShowWindow(frame, SW_HIDE);
     UpdateWindow(frame);
     SetTimer(frame, TIMER_FRAME, 1000, nullptr);

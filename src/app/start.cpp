@@ -14,6 +14,8 @@
 #include "app/settings_location.h"
 #include "app/system_version.h"
 #include "base/product.h"
+#include "base/text.h"
+#include "ids.h"
 #include "store/list_file.h"
 #include "store/settings.h"
 #include "ui/main_window.h"
@@ -46,6 +48,13 @@ static void BecomeDpiAware() {
     if (setAware) setAware();
 }
 
+static bool IsUpdaterName() {
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const std::wstring name = LowerCase(path);
+    return name.find(L"_autoupdate", name.rfind(L'\\') + 1) != std::wstring::npos;
+}
+
 int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     InitialiseControls();
     InitialiseRuntime();
@@ -62,9 +71,13 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
         return 0;
     }
     SetFirstRunList(CurrentLanguages().firstRunList);
+    // A program file of that name is an update that has been fetched; putting itself in place is done.
+    if (IsUpdaterName()) return 0;
     // The update service has nothing to do in this build, but says so by its exit code.
     if (startOptions.updateService) return 1;
     if (!CreateFrameWindow(instance)) return 0;
+    // Keys of the main dialog are the dialog's own business; the table is there for the frame's class.
+    LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_FRAME));
     const int exitCode = RunMessageLoop();
     RemoveTrayIcon(mainWindow.tray);
     return exitCode;

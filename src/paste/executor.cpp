@@ -52,6 +52,8 @@ void ExecuteEntry(const std::wstring& text) {
     }
     if (settings.restoreOldClipboard && !keepClipboardOnce) RestartTimer(TIMER_RESTORE_CLIPBOARD);
     keepClipboardOnce = false;
+    // A "pastehtml:" text that was not delivered in one piece must not make the next entry HTML.
+    PasteAsHtml = false;
 }
 
 void OnRestoreTimer() {

@@ -47,10 +47,10 @@ void Exit(int id, LPARAM) {
 // Opened for writing once before it is shown: that tells a file that is there from one that is not, and an
 // editor is not started on nothing.
 void OpenSettingsFile(int, LPARAM) {
-    const UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!check) return;
-    const_cast<UniqueFile&>(check).Reset();
+    check.Reset();
     ShellExecuteW(mainWindow.window, L"open", settingsPath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 

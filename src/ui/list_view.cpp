@@ -46,7 +46,9 @@ void LayOutColumns(HWND list) {
 
 std::wstring CellText(const ListEntry& entry, int column) {
     switch (column) {
-        case 0: return FormatHotkeyDisplay(entry.keyCode, entry.modifier);
+        case 0:
+            return (entry.keyCode & 0xFF) == 0 ? std::wstring()
+                                               : FormatHotkeyDisplay(entry.keyCode, entry.modifier);
         case 1: return entry.label;
         default: return entry.text;
     }

@@ -40,13 +40,12 @@ static void LayOut() {
     SendMessageW(mainWindow.statusBar, SB_SETPARTS, std::size(parts), reinterpret_cast<LPARAM>(parts));
     MoveWindow(mainWindow.list, 0, 0, width, static_cast<int>(client.bottom - (status.bottom - status.top)),
                TRUE);
-    LayOutColumns(mainWindow.list);
 }
 
 void UpdateStatusBar() {
     const std::wstring count = FillIn(LanguageText(1056), {std::to_wstring(mainWindow.rows.size())});
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
-    const std::wstring& hook = LanguageText(keyboardHook.off ? 1059 : 1058);
+    const std::wstring& hook = LanguageText(keyboardHook.off ? 1059 : keyboardHook.handle ? 1058 : 1060);
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));
 }
 
@@ -101,8 +100,9 @@ static void OnInitDialog(HWND dialog) {
 
     mainWindow.menuBar = CreateMenuBar();
     SetMenu(dialog, mainWindow.menuBar);
-    RestoreWindowPlace(dialog);
+    mainWindow.maximizeWhenShown = RestoreWindowPlace(dialog);
     LayOut();
+    LayOutColumns(mainWindow.list);
     RefreshListView(false);
 }
 
@@ -125,6 +125,13 @@ static bool OnSystemCommand(WPARAM command, LPARAM lParam) {
     }
 }
 
+// A window that was maximised when it was last seen comes up so, once it is shown at all.
+static void OnShowWindow(bool shown) {
+    if (!shown || !mainWindow.maximizeWhenShown) return;
+    mainWindow.maximizeWhenShown = false;
+    PostMessageW(mainWindow.window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+}
+
 static void OnGetMinMaxInfo(MINMAXINFO& info) {
     const RECT& minimum = mainWindow.minimumRectangle;
     info.ptMinTrackSize = {minimum.right - minimum.left, minimum.bottom - minimum.top};
@@ -136,6 +143,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
+        case WM_SHOWWINDOW: return OnShowWindow(wParam != 0), FALSE;
         case WM_COMMAND: return RouteCommand(wParam, lParam);
         case WM_MENUCOMMAND: return OnMenuCommand(dialog, wParam, lParam), TRUE;
         case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
@@ -153,7 +161,9 @@ HWND CreateMainWindow(HINSTANCE instance) {
 void ShowMainWindow() {
     if (!mainWindow.window) return;
     if (!IsWindowVisible(mainWindow.window)) InstallKeyboardHookUnlessOff();
-    ShowWindow(mainWindow.window, SW_SHOW);
+    UpdateStatusBar();
+    // Minimised all the same, by the task bar's "show desktop" for one, it would come up as a button.
+    ShowWindow(mainWindow.window, IsIconic(mainWindow.window) ? SW_RESTORE : SW_SHOW);
     mainWindow.broughtToFrontAt = GetTickCount64();
     BringToFront(mainWindow.window);
 }

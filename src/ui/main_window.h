@@ -23,6 +23,7 @@ struct MainWindow {
     std::vector<int> rows;  // position keys of the entries that the list view shows, in its order
     bool listCommandsBlocked = false;
     RECT minimumRectangle = {};
+    bool maximizeWhenShown = false;
     ULONGLONG broughtToFrontAt = 0;  // milliseconds since the system started
     TrackingTooltip tooltip;
     TrayIcon tray;

@@ -36,16 +36,18 @@ struct Timer {
 // settled.
 void ReinstallHook() {
     InstallKeyboardHookUnlessOff();
+    UpdateStatusBar();
     DebugLine(L"Reinit Hook\n");
 }
 
 // A clock that jumps means that the machine has slept, after which Windows may have dropped the hook.
 void WatchClock() {
     if (!ClockJumped(clockWatch, std::time(nullptr))) return;
-    InstallKeyboardHookUnlessOff();
     const std::wstring figures = HookStatusText(clockWatch.jumps, keyboardHook.installCount);
     constexpr WPARAM kClockPart = 3;
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, kClockPart, reinterpret_cast<LPARAM>(figures.c_str()));
+    InstallKeyboardHookUnlessOff();
+    UpdateStatusBar();
 }
 
 constexpr Timer kTimers[] = {

@@ -20,12 +20,16 @@ static NOTIFYICONDATAW NotifyData(const TrayIcon& icon) {
 
 namespace {
 
-// What the worker needs, copied: it outlives changes to the TrayIcon.
+// What the worker needs, its own: it may outlive the wait for it.
 struct AddRequest {
     NOTIFYICONDATAW data;
     WORD iconResource;
-    HANDLE stopRequest;
+    UniqueKernelObject stopRequest;
 };
+
+bool IsStopped(const AddRequest& request, DWORD milliseconds) {
+    return WaitForSingleObject(request.stopRequest.Get(), milliseconds) != WAIT_TIMEOUT;
+}
 
 DWORD WINAPI AddUntilShown(void* parameter) noexcept {
     const std::unique_ptr<AddRequest> request(static_cast<AddRequest*>(parameter));
@@ -33,13 +37,23 @@ DWORD WINAPI AddUntilShown(void* parameter) noexcept {
     do {
         const UniqueIcon picture(static_cast<HICON>(
             LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(request->iconResource), IMAGE_ICON,
-                       GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), LR_DEFAULTCOLOR)));
+                       GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON), LR_DEFAULTCOLOR)));
         request->data.hIcon = picture.Get();
-        if (Shell_NotifyIconW(NIM_ADD, &request->data)) return 0;
         // At logon an addition can time out in the shell and yet be there: then a change of it succeeds.
-        if (Shell_NotifyIconW(NIM_MODIFY, &request->data)) return 0;
-    } while (WaitForSingleObject(request->stopRequest, kRetryMilliseconds) == WAIT_TIMEOUT);
+        if (Shell_NotifyIconW(NIM_ADD, &request->data) || Shell_NotifyIconW(NIM_MODIFY, &request->data)) {
+            // The shell may have taken its time, and the icon have been taken away meanwhile.
+            if (IsStopped(*request, 0)) Shell_NotifyIconW(NIM_DELETE, &request->data);
+            return 0;
+        }
+    } while (!IsStopped(*request, kRetryMilliseconds));
     return 0;
+}
+
+HANDLE SecondHandle(HANDLE handle) {
+    HANDLE second = nullptr;
+    DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &second, 0, FALSE,
+                    DUPLICATE_SAME_ACCESS);
+    return second;
 }
 
 }  // namespace
@@ -48,8 +62,10 @@ static void StopWorker(TrayIcon& icon) {
     if (!icon.worker) return;
     SetEvent(icon.stopRequest.Get());
     // The worker may wait for the shell, and the shell for this thread's window: keep answering messages.
-    while (MsgWaitForMultipleObjects(1, &static_cast<const HANDLE&>(icon.worker.Get()), FALSE, 5000,
-                                     QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1) {
+    constexpr DWORD kPatienceMilliseconds = 5000;
+    const HANDLE worker = icon.worker.Get();
+    while (MsgWaitForMultipleObjects(1, &worker, FALSE, kPatienceMilliseconds, QS_SENDMESSAGE) ==
+           WAIT_OBJECT_0 + 1) {
         MSG message;
         PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | (QS_SENDMESSAGE << 16));
     }
@@ -59,8 +75,8 @@ static void StopWorker(TrayIcon& icon) {
 void AddTrayIcon(TrayIcon& icon) {
     StopWorker(icon);
     icon.wanted = true;
-    if (!icon.stopRequest) icon.stopRequest.Reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    ResetEvent(icon.stopRequest.Get());
+    // A worker that was given up still has the old event, and stays stopped.
+    icon.stopRequest.Reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
 
     auto request = std::make_unique<AddRequest>();
     request->data = NotifyData(icon);
@@ -69,7 +85,7 @@ void AddTrayIcon(TrayIcon& icon) {
     constexpr std::size_t kTipLimit = 64;
     CopyText(request->data.szTip, icon.tip, kTipLimit);
     request->iconResource = icon.iconResource;
-    request->stopRequest = icon.stopRequest.Get();
+    request->stopRequest.Reset(SecondHandle(icon.stopRequest.Get()));
     icon.worker.Reset(CreateThread(nullptr, 0, AddUntilShown, request.get(), 0, nullptr));
     if (icon.worker) static_cast<void>(request.release());
 }

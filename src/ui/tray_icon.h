@@ -19,7 +19,7 @@ struct TrayIcon {
     WORD iconResource = 0;
     std::wstring tip;  // at most 63 characters are shown
     bool wanted = false;
-    UniqueKernelObject stopRequest;
+    UniqueKernelObject stopRequest;  // of the worker that adds the icon now
     UniqueKernelObject worker;
 };
 

@@ -21,7 +21,8 @@ static UniqueMenu CreateTrayMenu() {
 
 static void ShowTrayMenu() {
     InstallKeyboardHookUnlessOff();
-    const HWND owner = mainWindow.tray.owner;
+    // The frame is disabled and would not get the keyboard.
+    const HWND owner = mainWindow.window;
     POINT mouse = {};
     GetCursorPos(&mouse);
     const UniqueMenu menu = CreateTrayMenu();

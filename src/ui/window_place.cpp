@@ -32,9 +32,9 @@ RECT PlaceOnScreen(RECT place, RECT workArea) {
     return {left, top, left + width, top + height};
 }
 
-void RestoreWindowPlace(HWND window) {
+bool RestoreWindowPlace(HWND window) {
     const std::optional<WindowPlace> stored = LoadWindowPlace();
-    if (!stored) return;
+    if (!stored) return false;
     RECT place = {stored->left, stored->top, stored->right, stored->bottom};
     MONITORINFO monitor = {};
     monitor.cbSize = sizeof monitor;
@@ -43,6 +43,7 @@ void RestoreWindowPlace(HWND window) {
     }
     SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
+    return stored->show == SW_SHOWMAXIMIZED;
 }
 
 }  // namespace verbatix

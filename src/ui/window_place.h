@@ -9,8 +9,9 @@ namespace verbatix {
 void RememberWindowPlace(HWND window);
 
 // Gives the window its stored place. One that lies on no screen any more is moved onto the nearest; one
-// that was never stored, or cannot be read, leaves the window as it is. The window is not shown.
-void RestoreWindowPlace(HWND window);
+// that was never stored, or cannot be read, leaves the window as it is. The window is not shown. Returns
+// whether it was maximised.
+bool RestoreWindowPlace(HWND window);
 
 // `place` moved, and where necessary shrunk, so that it lies inside `workArea`; unchanged when enough of
 // its title bar to take hold of is inside already.
