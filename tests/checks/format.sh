@@ -1,3 +1,3 @@
 #!/bin/bash
 # Every C++ file stands as clang-format would write it.
-find src tests -name '*.cpp' -o -name '*.h' | xargs clang-format --dry-run --Werror
+find src tests demo -name '*.cpp' -o -name '*.h' | xargs clang-format --dry-run --Werror

@@ -113,7 +113,7 @@ class HotkeyRules : public ::testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(run_.WriteSettings(
-            SettingsText({{L"Ctrl+Q", L"[q]"}, {L"Ctrl+E", L"[e]"}}, L"m_disables_keys=Ctrl+E|\r\n")));
+            SettingsText({{L"Ctrl+Q", L"[q]"}, {L"Ctrl+I", L"[i]"}}, L"m_disables_keys=Ctrl+I|\r\n")));
         ASSERT_TRUE(run_.Start(L"-bg"));
         target_ = std::make_unique<Target>();
     }
@@ -136,8 +136,16 @@ TEST_F(HotkeyRules, ShiftIsNoPartOfAHotkey) {
 }
 
 TEST_F(HotkeyRules, TwoPressesWithinTheGuardPasteOnce) {
-    PlayStroke({VK_LCONTROL}, 'Q');
-    PlayStroke({VK_LCONTROL}, 'Q');
+    // On a busy machine the second press may come too late to be kept off; then once more.
+    ULONGLONG took = kGuardMilliseconds;
+    for (int attempt = 0; took >= kGuardMilliseconds - 40 && attempt < 10; ++attempt) {
+        Linger(kGuardMilliseconds);
+        target_->SetText(L"");
+        const ULONGLONG start = GetTickCount64();
+        PlayStroke({VK_LCONTROL}, 'Q');
+        PlayStroke({VK_LCONTROL}, 'Q');
+        took = GetTickCount64() - start;
+    }
     EXPECT_EQ(Settled(), L"[q]m");
     Linger(kGuardMilliseconds);
     PlayStroke({VK_LCONTROL}, 'Q');
@@ -145,10 +153,9 @@ TEST_F(HotkeyRules, TwoPressesWithinTheGuardPasteOnce) {
 }
 
 TEST_F(HotkeyRules, ADisabledHotkeyIsSwallowed) {
-    // Ctrl+E would centre the text in the edit control of some systems; here it would type a control
-    // character.
+    // Ctrl+I that reached the edit control would put a tab there.
     target_->SetText(L"x");
-    PlayStroke({VK_LCONTROL}, 'E');
+    PlayStroke({VK_LCONTROL}, 'I');
     EXPECT_EQ(Settled(), L"xm");
 }
 

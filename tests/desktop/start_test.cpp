@@ -181,7 +181,7 @@ TEST(Start, RefusesASettingsFileOfAnotherKind) {
     EXPECT_EQ(run.Exit(), 1);
 }
 
-TEST(Start, UnquotedPathIsCutAtTheBlank) {
+TEST(Start, TakesAQuotedPathWithBlanks) {
     ProgramRun run;
     CreateDirectoryW(run.Place().File(L"my texts").c_str(), nullptr);
     const std::wstring file = run.Place().File(L"my texts\\own.ini");

@@ -77,6 +77,7 @@ TEST_F(MainDialog, TheMarkerTellsTheTablesApart) {
 
 TEST_F(MainDialog, ClosingGoesToTheTray) {
     Start(L"tray_if_close=1\r\n");
+    ASSERT_TRUE(Becomes(true));
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
     EXPECT_TRUE(Becomes(false));
     EXPECT_FALSE(run_.Program().WaitForExit(300));
