@@ -1,6 +1,7 @@
 #include "hotkeys/disabled_hotkeys.h"
 
 #include <gtest/gtest.h>
+#include <windows.h>
 
 namespace verbatix {
 namespace {
@@ -42,12 +43,14 @@ TEST(DisabledHotkeys, ReadsWhatAHandLeftBehind) {
 }
 
 TEST(DisabledHotkeys, ACutItemDisablesNothing) {
-    std::wstring value;
-    while (value.size() < kDisabledHotkeysSize - 1) value += L"Ctrl+F12|";
-    value.resize(1016);
-    value += L"Ctrl+F12|";  // read up to "Ctrl+F1"
-    EXPECT_EQ(ParseDisabledHotkeys(value.substr(0, 1023)), (DisabledHotkeys{{4, {{123, true}}}}));
-    EXPECT_EQ(ParseDisabledHotkeys(value), (DisabledHotkeys{{4, {{123, true}}}}));
+    constexpr std::size_t kRead = kDisabledHotkeysSize - 1;
+    std::wstring value = L"Ctrl+F2|";
+    while (value.size() < kRead - 7) value += L"Ctrl+F12|";
+    value += L"Ctrl+F12|";
+    ASSERT_TRUE(value.substr(0, kRead).ends_with(L"|Ctrl+F1"));
+    const DisabledHotkeys whole = {{4, {{VK_F2, true}, {VK_F12, true}}}};
+    EXPECT_EQ(ParseDisabledHotkeys(value.substr(0, kRead)), whole);
+    EXPECT_EQ(ParseDisabledHotkeys(value), whole);
 }
 
 }  // namespace
