@@ -44,7 +44,7 @@ bool SimulateHotkey(unsigned modifier, unsigned key, bool test, HWND window) {
 }
 
 bool IsWinHotkeyTaken(HWND window, unsigned key, bool report) {
-    if (RegisterHotKey(window, kTrialHotkeyId, MOD_WIN, key)) {
+    if (RegisterHotKey(window, kTrialHotkeyId, MOD_WIN, key & 0xff)) {
         UnregisterHotKey(window, kTrialHotkeyId);
         return false;
     }

@@ -18,9 +18,9 @@ std::vector<KeyStroke> SimulatedStrokes(unsigned modifier, unsigned key);
 // with the left Windows key is also checked by IsWinHotkeyTaken, which then reports. Returns true.
 bool SimulateHotkey(unsigned modifier, unsigned key, bool test, HWND window = nullptr);
 
-// Whether Windows or another program owns that key together with a Windows key, found by registering it for
-// a moment on `window` (of the calling thread; null: on the thread itself). With `report` set a taken one
-// is told in a message box owned by `window`.
+// Whether Windows or another program owns that key, of which the low byte counts, together with a Windows
+// key, found by registering it for a moment on `window` (of the calling thread; null: on the thread
+// itself). With `report` set a taken one is told in a message box owned by `window`.
 bool IsWinHotkeyTaken(HWND window, unsigned key, bool report);
 
 }  // namespace verbatix

@@ -41,6 +41,12 @@ TEST(IsWinHotkeyTaken, TriesItAndLeavesNothingBehind) {
     EXPECT_TRUE(IsWinHotkeyTaken(nullptr, VK_F23, false));
     other.Run([] { UnregisterHotKey(nullptr, 7); });
     EXPECT_FALSE(IsWinHotkeyTaken(nullptr, VK_F23, false));
+
+    // Keys from 128 on stand sign-extended in an entry.
+    other.Run([&] { registered = RegisterHotKey(nullptr, 7, MOD_WIN, VK_OEM_1) != FALSE; });
+    ASSERT_TRUE(registered);
+    EXPECT_TRUE(IsWinHotkeyTaken(nullptr, 0xFFFFFF00 | VK_OEM_1, false));
+    other.Run([] { UnregisterHotKey(nullptr, 7); });
 }
 
 TEST(IsWinHotkeyTaken, TellsTheUserWhenATestedHotkeyIs) {
