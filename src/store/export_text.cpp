@@ -11,7 +11,14 @@ std::wstring FormatExport(const ExportSink& sink) {
            L"[list_order]\r\n" + sink.orderLines;
 }
 
-using Section = std::map<std::wstring, std::wstring, std::less<>>;
+// Keys by their numbers, text_1000 behind text_999: with so many digits, a longer key has a larger number.
+struct ByNumber {
+    bool operator()(const std::wstring& a, const std::wstring& b) const {
+        return a.size() != b.size() ? a.size() < b.size() : a < b;
+    }
+};
+
+using Section = std::map<std::wstring, std::wstring, ByNumber>;
 
 static std::map<std::wstring, Section> ReadSections(std::wstring_view text) {
     std::map<std::wstring, Section> sections;
