@@ -15,11 +15,24 @@ std::wstring FormatStoredValue(const ListEntry& entry) {
     return FormatEntryValue(entry).append(kEndMarker);
 }
 
-std::optional<StoredEntry> ReadEntryValue(std::wstring_view value) {
-    value = value.substr(0, kTextLimit - 1);
+// The value without end marker. Of a value that fills the whole buffer the rest was cut off, perhaps in the
+// middle of the marker, and what is left of a marker is not text.
+static std::wstring_view WithoutEndMarker(std::wstring_view value) {
     if (value.size() > kEndMarker.size() && value.ends_with(kEndMarker)) {
         value.remove_suffix(kEndMarker.size());
+        return value;
     }
+    if (value.size() < kTextLimit - 1) return value;
+    for (std::size_t length = kEndMarker.size() - 1; length > 0; --length) {
+        if (!value.ends_with(kEndMarker.substr(0, length))) continue;
+        value.remove_suffix(length);
+        break;
+    }
+    return value;
+}
+
+std::optional<StoredEntry> ReadEntryValue(std::wstring_view value) {
+    value = WithoutEndMarker(value.substr(0, kTextLimit - 1));
     StoredEntry entry;
     const std::size_t length = MatchModifierName(value, entry.modifier);
     if (length == 0 || value.substr(length, 1) != L"+") return std::nullopt;

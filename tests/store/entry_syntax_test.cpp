@@ -48,6 +48,18 @@ TEST(EntryValue, ReadsWhatTheFileHolds) {
     EXPECT_EQ(ReadEntryValue(L"Alt+A=" + std::wstring(100000, L'x'))->text.size(), 4095u - 6);
 }
 
+TEST(EntryValue, ACutMarkerIsNotText) {
+    constexpr std::size_t kRead = kTextLimit - 1;
+    for (std::size_t kept = 0; kept <= kEndMarker.size(); ++kept) {
+        const std::wstring text(kRead - 6 - kept, L'x');
+        const std::wstring value = L"Alt+A=" + text + std::wstring(kEndMarker);
+        EXPECT_EQ(ReadEntryValue(value.substr(0, kRead))->text, text) << kept;
+        EXPECT_EQ(ReadEntryValue(value)->text, text) << kept;
+    }
+    const std::wstring shorter = std::wstring(kRead - 9, L'x') + L"<E";
+    EXPECT_EQ(ReadEntryValue(L"Alt+A=" + shorter)->text, shorter) << "was not cut";
+}
+
 TEST(EntryValue, EveryHotkeyComesBack) {
     EntryList list;
     for (unsigned modifier = 0; modifier < 10; ++modifier) {
@@ -92,6 +104,14 @@ TEST(Export, LayoutReadsBackInKeyOrder) {
     EXPECT_EQ(entries[0].order, L"");
     EXPECT_EQ(entries[1].value, L"Alt+B=b=c");
     EXPECT_EQ(entries[1].order, L"7");
+}
+
+TEST(Export, LongerNumbersComeLater) {
+    const auto entries =
+        ParseExport(L"[list_text]\ntext_1000=d\ntext_999=c\ntext_10000=e\ntext_002=a\ntext_100=b\n");
+    std::wstring order;
+    for (const EntryTexts& entry : entries) order += entry.value;
+    EXPECT_EQ(order, L"abcde");
 }
 
 TEST(Export, ReadsHostileTexts) {
