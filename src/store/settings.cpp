@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/product.h"
 #include "base/text.h"
 #include "store/profile.h"
 #include "store/profile_section.h"
@@ -13,7 +14,7 @@ Settings settings;
 
 namespace {
 
-constexpr const wchar_t* kProductSection = L"Verbatix";
+constexpr const wchar_t* kProductSection = kProductName;
 constexpr const wchar_t* kWindowPlaceKey = L"WinRC";
 constexpr std::size_t kWindowPlaceSize = 1024;
 // Farther from the origin no desktop reaches.
