@@ -12,6 +12,7 @@
 #include "base/language.h"
 #include "base/text.h"
 #include "store/profile.h"
+#include "store/settings_file.h"
 #include "store/settings_path.h"
 
 namespace verbatix {
@@ -146,6 +147,8 @@ int ChooseSettingsPath() {
                                  [](const std::wstring& path) { CreateDirectoryW(path.c_str(), nullptr); }};
     const SettingsChoice choice = DecideSettingsPath(GatherFacts(), probe);
     settingsPath = choice.path;
+    // One that was named on the command line has not been through the write test.
+    PrepareSettingsFile(settingsPath);
     portableRequested = choice.portableRequested;
     portableActive = choice.portableActive;
     for (const StartMessage& message : choice.messages) ShowStartMessage(message);

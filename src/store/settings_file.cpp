@@ -16,19 +16,41 @@ constexpr std::string_view kUtf16BigEndianMark = "\xfe\xff";
 constexpr std::string_view kUtf8Mark = "\xef\xbb\xbf";
 constexpr LONGLONG kLargestFile = 64LL << 20;
 
+UniqueFile OpenForReading(const std::wstring& path) {
+    return UniqueFile(CreateFileW(path.c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, 0, nullptr));
+}
+
 std::optional<std::string> ReadAll(const std::wstring& path) {
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, 0, nullptr));
+    const UniqueFile file = OpenForReading(path);
     LARGE_INTEGER size;
     if (!file || !GetFileSizeEx(file.Get(), &size) || size.QuadPart > kLargestFile) return std::nullopt;
     std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
     DWORD read = 0;
-    if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) {
+    if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) ||
+        read != bytes.size()) {
         return std::nullopt;
     }
-    bytes.resize(read);
     return bytes;
+}
+
+enum class Encoding { kUtf16, kUtf16BigEndian, kUtf8, kAnsi };
+
+// By the mark at the beginning of `bytes`.
+Encoding EncodingOf(std::string_view bytes) {
+    if (bytes.starts_with(kUtf16Mark)) return Encoding::kUtf16;
+    if (bytes.starts_with(kUtf16BigEndianMark)) return Encoding::kUtf16BigEndian;
+    return bytes.starts_with(kUtf8Mark) ? Encoding::kUtf8 : Encoding::kAnsi;
+}
+
+// Nothing when the file cannot be read: what is in it is then not known.
+std::optional<Encoding> EncodingOfFile(const std::wstring& path) {
+    const UniqueFile file = OpenForReading(path);
+    char start[3];
+    DWORD read = 0;
+    if (!file || !ReadFile(file.Get(), start, sizeof start, &read, nullptr)) return std::nullopt;
+    return EncodingOf({start, read});
 }
 
 bool WriteAll(const std::wstring& path, DWORD disposition, std::string_view bytes) {
@@ -40,10 +62,24 @@ bool WriteAll(const std::wstring& path, DWORD disposition, std::string_view byte
            written == bytes.size() && FlushFileBuffers(file.Get());
 }
 
-std::string AsUtf16File(std::string_view bytes) {
-    const bool isUtf8 = bytes.starts_with(kUtf8Mark);
-    const std::wstring text =
-        isUtf8 ? FromBytes(bytes.substr(kUtf8Mark.size()), CP_UTF8) : FromBytes(bytes, CP_ACP);
+std::wstring FromBigEndian(std::string_view bytes) {
+    std::wstring text;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        text += static_cast<wchar_t>(static_cast<unsigned char>(bytes[i]) << 8 |
+                                     static_cast<unsigned char>(bytes[i + 1]));
+    }
+    return text;
+}
+
+std::wstring Decode(std::string_view bytes) {
+    switch (EncodingOf(bytes)) {
+        case Encoding::kUtf16BigEndian: return FromBigEndian(bytes.substr(kUtf16BigEndianMark.size()));
+        case Encoding::kUtf8: return FromBytes(bytes.substr(kUtf8Mark.size()), CP_UTF8);
+        default: return FromBytes(bytes, CP_ACP);
+    }
+}
+
+std::string AsUtf16File(std::wstring_view text) {
     return std::string(kUtf16Mark)
         .append(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
 }
@@ -60,41 +96,25 @@ bool KeepOriginal(const std::wstring& path) {
     return CopyFileW(path.c_str(), copy.c_str(), FALSE) != 0;
 }
 
-bool ReplaceWith(const std::wstring& path, const std::wstring& replacement) {
-    // ReplaceFileW keeps access rights and attributes; file systems that cannot do it can still rename.
-    return ReplaceFileW(path.c_str(), replacement.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
-                        nullptr, nullptr) ||
-           MoveFileExW(replacement.c_str(), path.c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-}
-
 bool RewriteAsUtf16(const std::wstring& path) {
     // The system may hold the file in its cache: what is there must be on the disk now, and be forgotten
     // before the other file takes its place.
     WritePrivateProfileStringW(nullptr, nullptr, nullptr, path.c_str());
     const std::optional<std::string> bytes = ReadAll(path);
+    // Asked of the very bytes that would be decoded: another program may have been faster.
+    if (bytes && EncodingOf(*bytes) == Encoding::kUtf16) return true;
     wchar_t temporary[MAX_PATH];
     if (!bytes || !KeepOriginal(path) ||
         GetTempFileNameW(path.substr(0, path.rfind(L'\\') + 1).c_str(), L"vbx", 0, temporary) == 0) {
         DebugLine(L"Rewrite %ls as UTF-16: error %lu\n", path.c_str(), GetLastError());
         return false;
     }
-    if (WriteAll(temporary, CREATE_ALWAYS, AsUtf16File(*bytes)) && ReplaceWith(path, temporary))
-        return true;
-    DebugLine(L"Replace %ls: error %lu\n", path.c_str(), GetLastError());
-    DeleteFileW(temporary);
-    return false;
-}
-
-// Whether the file begins with a mark of UTF-16, in either byte order: then it is wide already.
-bool HasUtf16Mark(const std::wstring& path) {
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      nullptr, OPEN_EXISTING, 0, nullptr));
-    char start[2] = {};
-    DWORD read = 0;
-    if (!file || !ReadFile(file.Get(), start, sizeof start, &read, nullptr)) return false;
-    const std::string_view mark(start, read);
-    return mark == kUtf16Mark || mark == kUtf16BigEndianMark;
+    if (!WriteAll(temporary, CREATE_ALWAYS, AsUtf16File(Decode(*bytes)))) {
+        DebugLine(L"Write %ls: error %lu\n", temporary, GetLastError());
+        DeleteFileW(temporary);
+        return false;
+    }
+    return ReplaceSettingsFile(path, temporary);
 }
 
 }  // namespace
@@ -112,15 +132,32 @@ bool PrepareSettingsFile(const std::wstring& path, std::wstring_view text) {
     }
     if (file.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return false;
     if (file.nFileSizeLow == 0 && file.nFileSizeHigh == 0) return WriteAll(path, OPEN_EXISTING, kUtf16Mark);
-    return FitsAnsiCodePage(text) || HasUtf16Mark(path) || RewriteAsUtf16(path);
+    const std::optional<Encoding> encoding = EncodingOfFile(path);
+    if (!encoding) return false;
+    if (*encoding == Encoding::kUtf16) return true;
+    return (*encoding == Encoding::kAnsi && FitsAnsiCodePage(text)) || RewriteAsUtf16(path);
+}
+
+bool ReplaceSettingsFile(const std::wstring& path, const std::wstring& replacement) {
+    // ReplaceFileW keeps access rights and attributes; file systems that cannot do it can still rename.
+    if (ReplaceFileW(path.c_str(), replacement.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                     nullptr) ||
+        MoveFileExW(replacement.c_str(), path.c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        return true;
+    }
+    DebugLine(L"Replace %ls: error %lu\n", path.c_str(), GetLastError());
+    // ReplaceFileW may fail half way, with the old file already gone or under another name.
+    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) DeleteFileW(replacement.c_str());
+    return false;
 }
 
 std::optional<std::wstring> ReadSettingsFile(const std::wstring& path) {
     const std::optional<std::string> bytes = ReadAll(path);
-    if (!bytes || bytes->starts_with(kUtf8Mark) || bytes->starts_with(kUtf16BigEndianMark)) {
-        return std::nullopt;
-    }
-    if (bytes->starts_with(kUtf16Mark)) {
+    if (!bytes) return std::nullopt;
+    const Encoding encoding = EncodingOf(*bytes);
+    if (encoding == Encoding::kUtf8 || encoding == Encoding::kUtf16BigEndian) return std::nullopt;
+    if (encoding == Encoding::kUtf16) {
         if (bytes->size() % sizeof(wchar_t) != 0) return std::nullopt;
         std::wstring text(bytes->size() / sizeof(wchar_t) - 1, L'\0');
         if (!text.empty())

@@ -12,11 +12,16 @@ namespace verbatix {
 // Whether the profile functions can be trusted with that path (see settingsPath).
 bool IsProfilePath(const std::wstring& path);
 
-// Makes the file able to hold `text`: a missing or empty file is begun with the UTF-16LE mark FF FE; a file
-// without the mark stays as it is until `text` needs a character that the ANSI code page lacks, and is then
-// rewritten once as UTF-16LE, after a copy of it went to the backup folder. False when the path is a
-// folder, cannot be created, or the rewriting failed.
-bool PrepareSettingsFile(const std::wstring& path, std::wstring_view text);
+// Makes the file one that the profile functions read, and able to hold `text`: a missing or empty file is
+// begun with the UTF-16LE mark FF FE; a file in UTF-8 with mark, whose first section Windows does not see,
+// or in UTF-16BE, which it does not know, is rewritten as UTF-16LE at once, a file without mark when `text`
+// needs a character that the ANSI code page lacks. A copy of the original goes to the backup folder. False
+// when the path is a folder, cannot be created or read, or the rewriting failed.
+bool PrepareSettingsFile(const std::wstring& path, std::wstring_view text = {});
+
+// Puts the file `replacement` in the place of `path`. When that fails, `replacement` is deleted, but kept
+// if there is nothing at `path` any more: it may then be the only copy.
+bool ReplaceSettingsFile(const std::wstring& path, const std::wstring& replacement);
 
 // The characters of the file as the profile functions understand them. Nothing when it cannot be read, is
 // larger than 64 MB, is neither UTF-16LE with mark nor ANSI, or holds bytes that the ANSI code page does

@@ -161,6 +161,14 @@ TEST(WriteTest, LeavesAFreshStampInAUnicodeFile) {
     EXPECT_EQ(test::ReadBytes(old)[0], '[');
 }
 
+TEST(WriteTest, MakesAMarkedFileReadableFirst) {
+    const Folder folder;
+    const std::wstring path = folder.File(L"notepad.ini");
+    ASSERT_TRUE(test::WriteBytes(path, "\xef\xbb\xbf[Program]\r\nlistcmd_count=1\r\n"));
+    ASSERT_TRUE(WriteTest(path, 0));
+    EXPECT_TRUE(test::ReadBytes(path).starts_with(test::Utf16File(L"[Program]\r\nlistcmd_count=1\r\n")));
+}
+
 TEST(WriteTest, FailsWhereNothingCanBeWritten) {
     const Folder folder;
     // Held open for reading only: even an administrator, whom no attribute stops, cannot write then.

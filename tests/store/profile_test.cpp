@@ -71,11 +71,56 @@ TEST(ProfileText, AnAnsiFileStaysAnsiUntilACharacterNeedsMore) {
     EXPECT_EQ(FilesIn(folder.Path()).size(), 2u) << "no temporary file left";
 }
 
-TEST(ProfileText, AUtf8FileIsReadAsSuchWhenItIsRewritten) {
+TEST(PrepareSettingsFile, MakesUtf16OfWhatWindowsWouldMisread) {
+    const std::string originals[] = {
+        "\xef\xbb\xbf[S]\r\nkey=\xd0\x96\r\n",
+        std::string("\xfe\xff\0[\0S\0]\0\r\0\n\0k\0e\0y\0=\x04\x16\0\r\0\n", 26),
+        std::string("\xfe\xff\0[\0S\0]\0\r\0\n\0k\0e\0y\0=\x04\x16\0\r\0\n\0", 27),
+    };
+    for (const std::string& original : originals) {
+        const SettingsFolder folder;
+        WriteBytes(settingsPath, original);
+        EXPECT_TRUE(PrepareSettingsFile(settingsPath));
+        EXPECT_EQ(ReadBytes(settingsPath), Utf16File(L"[S]\r\nkey=\x416\r\n"));
+        EXPECT_TRUE(WriteProfileText(L"S", L"next", L"plain"));
+        EXPECT_EQ(ReadProfileText(L"S", L"key", 100), L"\x416");
+        const auto kept = FilesIn(folder.Path() + L"\\Backup");
+        ASSERT_EQ(kept.size(), 1u);
+        EXPECT_EQ(ReadBytes(folder.Path() + L"\\Backup\\" + kept[0]), original);
+    }
+}
+
+TEST(PrepareSettingsFile, NeverTakesUtf16ForAnsi) {
     const SettingsFolder folder;
-    WriteBytes(settingsPath, "\xef\xbb\xbf[S]\r\nkey=\xd0\x96\r\n");
-    EXPECT_TRUE(WriteProfileText(L"S", L"wide", L"\x4e2d"));
-    EXPECT_EQ(ReadBytes(settingsPath), Utf16File(L"[S]\r\nkey=\x416\r\nwide=\x4e2d\r\n"));
+    const std::string original = Utf16File(L"[S]\r\nkey=\x416\r\n");
+    WriteBytes(settingsPath, original);
+    {
+        // As a virus scanner holds it that may delete it.
+        const UniqueFile other(CreateFileW(settingsPath.c_str(), GENERIC_READ | DELETE,
+                                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                           OPEN_EXISTING, 0, nullptr));
+        ASSERT_TRUE(other);
+        EXPECT_TRUE(PrepareSettingsFile(settingsPath, L"\x4e2d"));
+    }
+    EXPECT_EQ(ReadBytes(settingsPath), original);
+    const UniqueFile lock(
+        CreateFileW(settingsPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(lock);
+    EXPECT_FALSE(PrepareSettingsFile(settingsPath, L"\x4e2d"));
+    EXPECT_FALSE(PrepareSettingsFile(settingsPath, L"plain"));
+}
+
+TEST(ReplaceSettingsFile, NeverDeletesTheOnlyCopy) {
+    const SettingsFolder folder;
+    const std::wstring copy = folder.File(L"copy.tmp");
+    WriteBytes(copy, "only");
+    EXPECT_FALSE(ReplaceSettingsFile(folder.File(L"gone") + L"\\Verbatix.ini", copy));
+    EXPECT_EQ(ReadBytes(copy), "only");
+
+    WriteBytes(settingsPath, "old");
+    WriteBytes(copy, "new");
+    EXPECT_TRUE(ReplaceSettingsFile(settingsPath, copy));
+    EXPECT_EQ(ReadBytes(settingsPath), "new");
 }
 
 TEST(ProfileText, ARewriteThatCannotKeepTheOriginalIsRefused) {
