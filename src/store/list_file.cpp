@@ -1,11 +1,12 @@
 #include "store/list_file.h"
 
+#include <algorithm>
 #include <cwchar>
 #include <set>
 #include <vector>
 
-#include "base/debug.h"
 #include "base/language.h"
+#include "base/product.h"
 #include "base/text.h"
 #include "store/entry_syntax.h"
 #include "store/profile.h"
@@ -32,6 +33,11 @@ constexpr std::size_t kManyEntries = 8;
 
 std::wstring firstRunList;
 
+// The list in the file could not be read: nothing may be written over it.
+bool isListUnread = false;
+// The file holds more entries than were loaded.
+bool isListCut = false;
+
 void Export(const ListEntry& entry, ExportSink& sink) {
     const std::wstring key = EntryKey(sink.count++) + L'=';
     sink.textLines += key + FormatEntryValue(entry) + L"\r\n";
@@ -39,28 +45,67 @@ void Export(const ListEntry& entry, ExportSink& sink) {
     sink.orderLines += key + Format(L"%d", entry.order) + L"\r\n";
 }
 
-// The same keys in the same order as WriteEntry for each.
-void WriteMany(const std::vector<const ListEntry*>& entries) {
+// Writes an entry, or what differs from `previous`; false when a write failed.
+bool WriteKeys(const ListEntry& entry, const ListEntry* previous) {
+    const std::wstring key = EntryKey(entry.number);
+    bool isWritten = true;
+    if (!previous || previous->keyCode != entry.keyCode || previous->modifier != entry.modifier ||
+        std::wcscmp(previous->text, entry.text) != 0) {
+        isWritten &= WriteProfileText(kTextSection, key.c_str(), FormatStoredValue(entry));
+    }
+    if (!previous || previous->order != entry.order) {
+        isWritten &= WriteProfileNumber(kOrderSection, key.c_str(), entry.order);
+    }
+    if (!previous || std::wcscmp(previous->label, entry.label) != 0) {
+        isWritten &= WriteProfileText(kLabelSection, key.c_str(), entry.label);
+    }
+    return isWritten;
+}
+
+// The same keys in the same order as WriteKeys for each.
+bool WriteMany(const std::vector<EntrySlot*>& slots) {
     ProfileValues texts;
     ProfileValues orders;
     ProfileValues labels;
-    for (const ListEntry* entry : entries) {
-        const std::wstring key = EntryKey(entry->number);
-        texts.emplace_back(key, FormatStoredValue(*entry));
-        orders.emplace_back(key, Format(L"%d", entry->order));
-        labels.emplace_back(key, entry->label);
+    for (const EntrySlot* slot : slots) {
+        const ListEntry& entry = slot->current;
+        const std::wstring key = EntryKey(entry.number);
+        texts.emplace_back(key, FormatStoredValue(entry));
+        orders.emplace_back(key, Format(L"%d", entry.order));
+        labels.emplace_back(key, entry.label);
     }
-    WriteSection(kTextSection, texts);
-    WriteSection(kOrderSection, orders);
-    WriteSection(kLabelSection, labels);
+    // All three are tried: what can be saved is saved.
+    const bool areTextsWritten = WriteSection(kTextSection, texts);
+    const bool areOrdersWritten = WriteSection(kOrderSection, orders);
+    const bool areLabelsWritten = WriteSection(kLabelSection, labels);
+    return areTextsWritten && areOrdersWritten && areLabelsWritten;
 }
 
-void WriteAll(const std::vector<const ListEntry*>& entries) {
-    if (entries.size() >= kManyEntries) {
-        WriteMany(entries);
-    } else {
-        for (const ListEntry* entry : entries) WriteEntry(*entry);
+// An entry was handed to the file: its text is classified anew, and it is clean unless the write failed.
+void AfterWrite(EntrySlot& slot, const ListClient& client, bool isWritten) {
+    ListEntry& entry = slot.current;
+    const bool isNewText = std::wcscmp(entry.text, slot.saved.text) != 0;
+    if (isNewText) entry.kind = -1;
+    if (isWritten) slot.saved = entry;
+    if (isNewText && client.classifyEntry) entry.kind = client.classifyEntry(entry.text);
+}
+
+// False when any write failed; entries that are not in the file as they should be stay dirty.
+bool WriteSlots(const std::vector<EntrySlot*>& slots, const ListClient& client) {
+    const bool isMany = slots.size() >= kManyEntries;
+    if (isMany && WriteMany(slots)) {
+        for (EntrySlot* slot : slots) AfterWrite(*slot, client, true);
+        return true;
     }
+    // A single text may be what the file refuses: the others are saved without it.
+    const bool isHopeless = isMany && !PrepareSettingsFile(settingsPath);
+    bool isAllWritten = true;
+    for (EntrySlot* slot : slots) {
+        const bool isWritten = !isHopeless && WriteKeys(slot->current, nullptr);
+        AfterWrite(*slot, client, isWritten);
+        isAllWritten &= isWritten;
+    }
+    return isAllWritten;
 }
 
 struct NumberedTexts {
@@ -68,8 +113,16 @@ struct NumberedTexts {
     EntryTexts texts;
 };
 
-// The list keys below `limit` that stand in the file, by number, at most kMostEntries.
-std::vector<NumberedTexts> ReadEntryTexts(const std::wstring& path, unsigned limit) {
+// What a file holds of entries, by number, at most mostEntries; `end` lies behind the highest number, those
+// that were left out included.
+struct StoredTexts {
+    std::vector<NumberedTexts> entries;
+    unsigned end = 0;
+    bool isCut = false;
+};
+
+// Looks at keys with numbers below `limit`.
+StoredTexts ReadEntryTexts(const std::wstring& path, unsigned limit) {
     ProfileSection values = ReadSection(path, kTextSection);
     ProfileSection labels = ReadSection(path, kLabelSection);
     ProfileSection orders = ReadSection(path, kOrderSection);
@@ -78,19 +131,35 @@ std::vector<NumberedTexts> ReadEntryTexts(const std::wstring& path, unsigned lim
         const std::optional<unsigned> number = EntryNumberOfKey(key);
         if (number && *number < limit) numbers.insert(*number);
     }
-    std::vector<NumberedTexts> entries;
+    StoredTexts stored;
+    if (!numbers.empty()) stored.end = *numbers.rbegin() + 1;
+    stored.isCut = numbers.size() > mostEntries;
     for (const unsigned number : numbers) {
-        if (entries.size() == kMostEntries) break;
+        if (stored.entries.size() == mostEntries) break;
         const std::wstring key = EntryKey(number);
-        entries.push_back({number,
-                           {SectionText(values, key, kValueSize), SectionText(labels, key, kLabelSize),
-                            SectionText(orders, key, kOrderSize)}});
+        stored.entries.push_back(
+            {number,
+             {SectionText(values, key, kValueSize), SectionText(labels, key, kLabelSize),
+              SectionText(orders, key, kOrderSize)}});
     }
-    return entries;
+    return stored;
 }
 
 bool Add(EntryList& list, const EntryTexts& entry) {
     return ParseStoredEntry(list, entry.value, entry.label, ToInt(entry.order));
+}
+
+void AddStoredEntries(EntryList& list, unsigned count) {
+    const StoredTexts stored = ReadEntryTexts(settingsPath, count);
+    for (const NumberedTexts& entry : stored.entries) {
+        if (!Add(list, entry.texts)) continue;
+        // Behind a gap or a skipped value an entry gets a smaller number than its key has. That makes it
+        // dirty, so that the next save, which writes the smaller count, also writes it where it counts.
+        list.rbegin()->second.saved.number = entry.number;
+    }
+    // New entries go behind those that were left out.
+    isListCut = stored.isCut;
+    if (isListCut) nextEntryNumber = std::max(nextEntryNumber, stored.end);
 }
 
 void AddFirstRunList(EntryList& list, const ListClient& client) {
@@ -98,8 +167,17 @@ void AddFirstRunList(EntryList& list, const ListClient& client) {
     SaveList(list, client, false, false);
 }
 
+int CountToStore(const EntryList& list) {
+    return static_cast<int>(isListCut ? std::max<std::size_t>(list.size(), nextEntryNumber) : list.size());
+}
+
 void RefreshViews(const ListClient& client, bool refresh) {
     if (client.refreshViews) client.refreshViews(refresh);
+}
+
+void ReportUnsaved(const ListClient& client) {
+    if (!client.showMessage) return;
+    client.showMessage(client.window, (LanguageText(53) + L"\n" + settingsPath).c_str(), L"", MB_OK);
 }
 
 }  // namespace
@@ -109,75 +187,58 @@ int WriteEntry(const ListEntry& entry, ExportSink* sink, const ListEntry* previo
         Export(entry, *sink);
         return 1;
     }
-    const std::wstring key = EntryKey(entry.number);
-    if (!previous || previous->keyCode != entry.keyCode || previous->modifier != entry.modifier ||
-        std::wcscmp(previous->text, entry.text) != 0) {
-        WriteProfileText(kTextSection, key.c_str(), FormatStoredValue(entry));
-    }
-    if (!previous || previous->order != entry.order) {
-        WriteProfileNumber(kOrderSection, key.c_str(), entry.order);
-    }
-    if (!previous || std::wcscmp(previous->label, entry.label) != 0) {
-        WriteProfileText(kLabelSection, key.c_str(), entry.label);
-    }
+    WriteKeys(entry, previous);
     return 1;
 }
 
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly) {
     if (client.collectEdits) client.collectEdits();
-    std::vector<const ListEntry*> written;
-    std::vector<EntrySlot*> changed;
+    std::vector<EntrySlot*> written;
     for (auto& [position, slot] : list) {
         // These two are the program's own notes; the file has no place for them.
         slot.saved.groupRef = slot.current.groupRef;
         slot.saved.kind = slot.current.kind;
-        if (changedOnly && !IsDirty(slot)) continue;
-        DebugLine(L"Save: %d slot: %d\n", static_cast<int>(slot.current.number), position);
-        written.push_back(&slot.current);
-        changed.push_back(&slot);
+        if (!changedOnly || IsDirty(slot)) written.push_back(&slot);
     }
-    WriteAll(written);
-    for (EntrySlot* slot : changed) {
-        const bool isNewText = std::wcscmp(slot->current.text, slot->saved.text) != 0;
-        if (isNewText) slot->current.kind = -1;
-        slot->saved = slot->current;
-        if (isNewText && client.classifyEntry)
-            slot->current.kind = client.classifyEntry(slot->current.text);
+    if (isListUnread) {
+        for (EntrySlot* slot : written) AfterWrite(*slot, client, false);
+        return ReportUnsaved(client);
     }
-    if (WriteProgramNumber(kCountKey, static_cast<int>(list.size()))) {
-        RefreshViews(client, refresh);
-    } else if (client.showMessage) {
-        client.showMessage(client.window, (LanguageText(53) + L"\n" + settingsPath).c_str(), L"", MB_OK);
-    }
+    const bool areEntriesWritten = WriteSlots(written, client);
+    const bool isCountWritten = WriteProgramNumber(kCountKey, CountToStore(list));
+    if (isCountWritten) RefreshViews(client, refresh);
+    if (!areEntriesWritten || !isCountWritten) ReportUnsaved(client);
 }
 
 void LoadList(EntryList& list, const ListClient& client) {
-    // A locked file would read as one without a list, and the first-run list would be written over it.
-    WaitUntilReadable(settingsPath, 2000);
-    const int count = ReadProgramNumber(kCountKey, -1);
-    if (count == -1) {
+    constexpr unsigned kLongestLock = 2000;
+    isListUnread = isListCut = false;
+    // Held until everything is read: a file that is locked in between would seem to have no list, and the
+    // next save would write over the user's entries.
+    std::optional<UniqueFile> guard = KeepReadable(settingsPath, kLongestLock);
+    const int count = guard ? ReadProgramNumber(kCountKey, -1) : 0;
+    if (!guard) {
+        isListUnread = true;
+        ReportUnsaved(client);
+    } else if (count == -1) {
+        guard->Reset();
         AddFirstRunList(list, client);
     } else if (count > 0) {
-        for (const NumberedTexts& entry : ReadEntryTexts(settingsPath, static_cast<unsigned>(count))) {
-            if (!Add(list, entry.texts)) continue;
-            // Behind a gap or a skipped value an entry gets a smaller number than its key has. That makes
-            // it dirty, so that the next save, which writes the smaller count, also writes it where it
-            // counts.
-            list.rbegin()->second.saved.number = entry.number;
-        }
+        AddStoredEntries(list, static_cast<unsigned>(count));
     }
+    guard.reset();
     RefreshViews(client, false);
     if (client.selectNothing) client.selectNothing();
 }
 
 void MergeListFile(EntryList& list, const ListClient& client, const std::wstring& path) {
     // A value of up to two characters is no entry. The file's own count is not asked.
-    std::vector<NumberedTexts> entries = ReadEntryTexts(path, kMergedKeys);
+    std::vector<NumberedTexts> entries = ReadEntryTexts(path, kMergedKeys).entries;
     std::erase_if(entries, [](const NumberedTexts& entry) { return entry.texts.value.size() <= 2; });
     const std::wstring question = Format(L"%ls: %d\n\n%ls", LanguageText(129).c_str(),
                                          static_cast<int>(entries.size()), LanguageText(128).c_str());
     if (!client.showMessage ||
-        client.showMessage(client.window, question.c_str(), L"Verbatix", MB_YESNOCANCEL) != IDYES) {
+        client.showMessage(client.window, question.c_str(), kProductName, MB_YESNOCANCEL) != IDYES) {
         return;
     }
     for (const NumberedTexts& entry : entries) Add(list, entry.texts);

@@ -1,7 +1,7 @@
 // The entry list in the settings file: sections "list_text", "list_label" and "list_order" with a key for
 // each entry, and their count in section "Program". (A section "list" with the same keys may stand in
 // files; nothing in it is used and it is never written.) What does not match the syntax is skipped
-// silently; only a count that cannot be written is reported. UI thread only.
+// silently; what cannot be read or written at all is reported. UI thread only.
 #pragma once
 
 #include <windows.h>
@@ -24,22 +24,26 @@ struct ListClient {
                              UINT flags) = MessageBoxW;
 };
 
-// Most entries that are loaded; a bound on memory (17 KB each), not a limit anybody should meet.
-inline constexpr std::size_t kMostEntries = 10000;
+// Most entries that are loaded; a bound on memory (17 KB each) against hostile files, not a limit anybody
+// should meet. Where it is met, the entries beyond stay in the file and go on being counted. Tests lower
+// it.
+inline std::size_t mostEntries = 40000;
 // Keys of another list file that a merge looks at: text_000 to text_1023.
 inline constexpr unsigned kMergedKeys = 1024;
 
 // Writes one entry to the settings file: all of it, or what differs from `previous`. With a sink the entry
-// goes there instead. Always 1; a failed write shows when the count is written.
+// goes there instead. Always 1; whether a write failed is SaveList's to find out.
 int WriteEntry(const ListEntry& entry, ExportSink* sink = nullptr, const ListEntry* previous = nullptr);
 
-// Writes the entries that differ from what the file holds, or all, then the count. Every entry is clean
-// afterwards, even after a failed write, which is reported in a message box. `refresh` is passed on to the
-// views.
+// Writes the entries that differ from what the file holds, or all, then the count. A failed write is
+// reported in a message box; an entry that could not be written stays dirty for the next save. `refresh` is
+// passed on to the views.
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly);
 
 // Fills an empty list from the settings file; a file without a count gets the first-run list. Only keys
-// that are in the file are looked at, so a count that cannot be true costs nothing.
+// that are in the file are looked at, so a count that cannot be true costs nothing. A file that is there
+// but cannot be read (locked for more than 2 s) is reported; the list stays empty, and until another
+// LoadList every save reports instead of writing over what the file holds.
 void LoadList(EntryList& list, const ListClient& client);
 
 // Asks whether to add the entries of another settings file, and on Yes appends them and saves everything.

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include "base/debug.h"
-#include "base/handle.h"
 #include "base/text.h"
 #include "store/settings_path.h"
 
@@ -169,13 +168,21 @@ std::optional<std::wstring> ReadSettingsFile(const std::wstring& path) {
     return text;
 }
 
-void WaitUntilReadable(const std::wstring& path, unsigned milliseconds) {
+std::optional<UniqueFile> KeepReadable(const std::wstring& path, unsigned milliseconds) {
+    if (!IsProfilePath(path)) return UniqueFile();
     const ULONGLONG deadline = GetTickCount64() + milliseconds;
     for (;;) {
-        const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ,
-                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                          OPEN_EXISTING, 0, nullptr));
-        if (file || GetLastError() != ERROR_SHARING_VIOLATION || GetTickCount64() >= deadline) return;
+        UniqueFile file = OpenForReading(path);
+        char first;
+        DWORD read = 0;
+        if (file && ReadFile(file.Get(), &first, 1, &read, nullptr)) return file;
+        const DWORD error = GetLastError();
+        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return UniqueFile();
+        const bool isLocked = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+        if (!isLocked || GetTickCount64() >= deadline) {
+            DebugLine(L"Read %ls: error %lu\n", path.c_str(), error);
+            return std::nullopt;
+        }
         Sleep(20);
     }
 }

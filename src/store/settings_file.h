@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/handle.h"
+
 namespace verbatix {
 
 // Whether the profile functions can be trusted with that path (see settingsPath).
@@ -28,8 +30,9 @@ bool ReplaceSettingsFile(const std::wstring& path, const std::wstring& replaceme
 // not map to and fro.
 std::optional<std::wstring> ReadSettingsFile(const std::wstring& path);
 
-// Waits up to `milliseconds` while another program (a backup, a virus scanner) keeps the file locked: the
-// profile functions would answer as if it were empty.
-void WaitUntilReadable(const std::wstring& path, unsigned milliseconds);
+// Holds the file open so that no other program (a backup, a virus scanner) can lock it: the profile
+// functions read a locked file as an empty one. Waits up to `milliseconds` for a lock to end. An empty
+// handle when there is no file to be read, nothing when there is one but it cannot be read.
+std::optional<UniqueFile> KeepReadable(const std::wstring& path, unsigned milliseconds);
 
 }  // namespace verbatix

@@ -15,7 +15,7 @@ using test::SettingsFolder;
 using test::Utf16File;
 using test::WriteBytes;
 
-void ReadWithEverything(const std::string& bytes, const std::wstring& target) {
+void ReadWithEverything(const std::string& bytes) {
     WriteBytes(settingsPath, bytes);
     settings = {};
     LoadSettings();
@@ -30,19 +30,17 @@ void ReadWithEverything(const std::string& bytes, const std::wstring& target) {
         ASSERT_EQ(slot.current.text[4095], L'\0');
         ASSERT_EQ(slot.current.label[255], L'\0');
     }
-    ASSERT_EQ(settingsPath, target);
 }
 
 class SeededFiles : public testing::TestWithParam<unsigned> {};
 
 TEST_P(SeededFiles, NoneHangsOrCrashesTheReaders) {
     const SettingsFolder folder;
-    const std::wstring path = settingsPath;
     HostileFiles files(GetParam());
     ULONGLONG slowest = 0;
     for (int i = 0; i < 400 && !HasFatalFailure(); ++i) {
         const ULONGLONG start = GetTickCount64();
-        ReadWithEverything(files.Next(), path);
+        ReadWithEverything(files.Next());
         slowest = std::max(slowest, GetTickCount64() - start);
     }
     EXPECT_LT(slowest, 10000u) << "milliseconds for one small file";
@@ -53,7 +51,6 @@ INSTANTIATE_TEST_SUITE_P(Store, SeededFiles, testing::Values(1u, 22u, 333u, 4711
 
 TEST(HostileFiles, LargeOnesAreReadInTime) {
     const SettingsFolder folder;
-    const std::wstring path = settingsPath;
     const std::wstring head = L"[Program]\r\nlistcmd_count=300000000\r\n[list_text]\r\n";
     std::wstring sections;
     for (int i = 0; i < 20000; ++i) sections += L"[list_text]\r\ntext_000=Alt+A=x\r\n";
@@ -66,7 +63,7 @@ TEST(HostileFiles, LargeOnesAreReadInTime) {
     };
     for (const std::wstring& file : files) {
         const ULONGLONG start = GetTickCount64();
-        ReadWithEverything(Utf16File(file), path);
+        ReadWithEverything(Utf16File(file));
         EXPECT_LT(GetTickCount64() - start, 20000u)
             << "milliseconds for the file beginning " << file.substr(0, 80);
     }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/handle.h"
 #include "base/language.h"
 #include "store/entry_syntax.h"
 #include "store/ini_files.h"
@@ -18,7 +19,9 @@ using test::WriteBytes;
 // What the client was asked, and what it answers.
 struct Asked {
     int refreshes = 0;
+    int selections = 0;
     int messages = 0;
+    bool refresh = false;
     int answer = IDYES;
     UINT flags = 0;
     std::wstring text;
@@ -38,7 +41,11 @@ int WINAPI Answer(HWND, const wchar_t* text, const wchar_t* caption, UINT flags)
 ListClient Client() {
     asked = {};
     ListClient client;
-    client.refreshViews = [](bool) { ++asked.refreshes; };
+    client.refreshViews = [](bool refresh) {
+        ++asked.refreshes;
+        asked.refresh = refresh;
+    };
+    client.selectNothing = [] { ++asked.selections; };
     client.classifyEntry = [](const wchar_t* text) {
         asked.classified += text;
         return 5;
@@ -171,6 +178,7 @@ TEST(SaveList, WritesOnlyWhatChanged) {
     EXPECT_EQ(ReadProfileText(L"list_text", L"text_000", 100), L"touched");
     EXPECT_EQ(ReadProfileText(L"list_text", L"text_001", 100), L"R-Win+B=new text<E<N<D|");
     EXPECT_EQ(ReadProfileText(L"list_order", L"text_003", 100), L"99");
+    EXPECT_TRUE(asked.refresh);
     EXPECT_EQ(asked.classified, L"new text");
     EXPECT_EQ(list.at(1).current.kind, 5);
     EXPECT_EQ(list.at(2).current.kind, 3) << "its text did not change";
@@ -197,8 +205,38 @@ TEST(SaveList, ReportsAFileThatCannotBeWritten) {
     EXPECT_EQ(asked.caption, L"");
     EXPECT_EQ(asked.flags, UINT{MB_OK});
     EXPECT_EQ(asked.refreshes, 0);
-    EXPECT_FALSE(IsDirty(list.at(0))) << "the next save writes only later changes";
+    EXPECT_TRUE(IsDirty(list.at(0)));
+    settingsPath = folder.File(L"Verbatix.ini");
+    SaveList(list, Client(), false, true);
+    EXPECT_EQ(asked.messages, 0);
+    EXPECT_EQ(ReadProfileText(L"list_order", L"text_000", 100), L"77");
     SetLanguageTexts({}, {});
+}
+
+TEST(SaveList, ATextThatTheFileRefusesIsReportedAndKeptForTheNextSave) {
+    for (const int changed : {2, 10}) {  // key by key, and whole sections
+        const SettingsFolder folder;
+        WriteBytes(settingsPath, "[Program]\r\nlistcmd_count=0\r\n");
+        WriteBytes(folder.File(L"Backup"), "a file where the folder should be");
+        EntryList list;
+        for (int i = 0; i < changed; ++i) AddEntry(list, L"old", L"", 65, 4, -1, 0);
+        SaveList(list, Client(), false, false);
+        ASSERT_EQ(asked.messages, 0);
+        for (auto& [position, slot] : list) CopyText(slot.current.text, L"new", kTextLimit);
+        CopyText(list.at(1).current.text, L"\x4e2d", kTextLimit);
+        SaveList(list, Client(), false, true);
+        EXPECT_EQ(asked.messages, 1);
+        EXPECT_EQ(ReadProfileText(L"list_text", L"text_000", 100), L"Ctrl+A=new<E<N<D|");
+        EXPECT_EQ(list.at(1).current.kind, 5) << "the text is the new one all the same";
+        EXPECT_STREQ(list.at(1).saved.text, L"old");
+        EXPECT_STREQ(list.at(0).saved.text, L"new");
+
+        DeleteFileW(folder.File(L"Backup").c_str());
+        SaveList(list, Client(), false, true);
+        EXPECT_EQ(asked.messages, 0);
+        EXPECT_EQ(ReadProfileText(L"list_text", L"text_001", 100), L"Ctrl+A=\x4e2d<E<N<D|");
+        EXPECT_STREQ(list.at(1).saved.text, L"\x4e2d");
+    }
 }
 
 TEST(WriteEntry, WritesWhatDiffersFromThePreviousRecord) {
@@ -253,6 +291,8 @@ TEST(LoadList, AFileWithoutACountGetsTheFirstRunList) {
         L"[list_label]\ntext_000=One\n[list_order]\ntext_001=9\n");
     EntryList list = Loaded();
     SetFirstRunList({});
+    EXPECT_EQ(asked.selections, 1);
+    EXPECT_FALSE(asked.refresh);
     ASSERT_EQ(list.size(), 2u);
     EXPECT_STREQ(list.at(0).current.text, L"first");
     EXPECT_STREQ(list.at(0).current.label, L"One");
@@ -308,13 +348,52 @@ TEST(LoadList, CutsWhatIsTooLong) {
     EXPECT_EQ(list.at(0).current.order, INT_MAX);
 }
 
-TEST(LoadList, BoundsItsMemory) {
+TEST(LoadList, BoundsItsMemoryAndLosesNothing) {
     const SettingsFolder folder;
     std::wstring text = L"[Program]\r\nlistcmd_count=2000000\r\n[list_text]\r\n";
-    for (unsigned number = 0; number < kMostEntries + 100; ++number)
-        text += EntryKey(number) + L"=Alt+A=x\r\n";
+    for (unsigned number = 0; number < 30; ++number) text += EntryKey(number) + L"=Alt+A=x\r\n";
     WriteBytes(settingsPath, Utf16File(text));
-    EXPECT_EQ(Loaded().size(), kMostEntries);
+    mostEntries = 20;
+    EntryList list = Loaded();
+    EXPECT_EQ(list.size(), 20u);
+    AddEntry(list, L"new", L"", 65, 4, -1, 0);
+    SaveList(list, Client(), false, false);
+    mostEntries = 40000;
+    list = Loaded();
+    ASSERT_EQ(list.size(), 31u);
+    EXPECT_STREQ(list.at(29).current.text, L"x");
+    EXPECT_STREQ(list.at(30).current.text, L"new");
+}
+
+TEST(LoadList, AFileThatCannotBeReadIsNotWrittenOver) {
+    const SettingsFolder folder;
+    SetFirstRunList(L"[list_text]\ntext_000=Ctrl+B=first run\n");
+    SetLanguageTexts({{53, L"Not saved:"}}, {});
+    const std::string original =
+        Utf16File(L"[Program]\r\nlistcmd_count=1\r\n[list_text]\r\ntext_000=Ctrl+A=mine\r\n");
+    WriteBytes(settingsPath, original);
+    EntryList list;
+    {
+        const UniqueFile lock(
+            CreateFileW(settingsPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        ASSERT_TRUE(lock);
+        list = Loaded();
+        EXPECT_TRUE(list.empty());
+        EXPECT_EQ(asked.messages, 1);
+        EXPECT_EQ(asked.text, L"Not saved:\n" + settingsPath);
+    }
+    AddEntry(list, L"new", L"", 65, 4, -1, 0);
+    SaveList(list, Client(), true, false);
+    EXPECT_EQ(asked.messages, 1);
+    EXPECT_EQ(asked.refreshes, 0);
+    EXPECT_EQ(ReadBytes(settingsPath), original);
+
+    list = Loaded();
+    ASSERT_EQ(list.size(), 1u);
+    SaveList(list, Client(), true, false);
+    EXPECT_EQ(asked.messages, 0) << "once it has been read it is written again";
+    SetFirstRunList({});
+    SetLanguageTexts({}, {});
 }
 
 TEST(MergeListFile, AppendsOnYesAndSavesAll) {
@@ -341,6 +420,7 @@ TEST(MergeListFile, AppendsOnYesAndSavesAll) {
             EXPECT_EQ(ReadBytes(settingsPath), "");
             continue;
         }
+        EXPECT_TRUE(asked.refresh);
         ASSERT_EQ(list.size(), 3u);
         EXPECT_STREQ(list.at(1).current.text, L"first  ");
         EXPECT_STREQ(list.at(1).current.label, L"Label");

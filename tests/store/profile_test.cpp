@@ -205,17 +205,33 @@ TEST(ProfileNumber, ReadsWhatHandsWrite) {
     EXPECT_EQ(ReadProgramNumber(L"n", 0), INT_MIN);
 }
 
-TEST(WaitUntilReadable, WaitsForALockedFileOnly) {
+UniqueFile Lock(const std::wstring& path) {
+    return UniqueFile(CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+TEST(KeepReadable, WaitsForALockedFileOnly) {
     const SettingsFolder folder;
     ULONGLONG start = GetTickCount64();
-    WaitUntilReadable(settingsPath, 5000);
-    EXPECT_LT(GetTickCount64() - start, 4000u) << "a missing file is not waited for";
+    std::optional<UniqueFile> file = KeepReadable(settingsPath, 5000);
+    EXPECT_TRUE(file && !*file) << "a missing file can be begun";
+    EXPECT_FALSE(KeepReadable(folder.Path(), 5000)) << "a folder is in the way";
+    EXPECT_LT(GetTickCount64() - start, 4000u) << "neither is waited for";
     WriteBytes(settingsPath, "x");
-    const UniqueFile lock(
-        CreateFileW(settingsPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    const UniqueFile lock = Lock(settingsPath);
     start = GetTickCount64();
-    WaitUntilReadable(settingsPath, 100);
+    EXPECT_FALSE(KeepReadable(settingsPath, 100));
     EXPECT_GE(GetTickCount64() - start, 100u);
+}
+
+TEST(KeepReadable, KeepsLocksAway) {
+    const SettingsFolder folder;
+    WriteBytes(settingsPath, "[S]\r\nkey=1\r\n");
+    std::optional<UniqueFile> file = KeepReadable(settingsPath, 0);
+    ASSERT_TRUE(file && *file);
+    EXPECT_FALSE(Lock(settingsPath));
+    EXPECT_EQ(ReadProfileText(L"S", L"key", 100), L"1");
+    file.reset();
+    EXPECT_TRUE(Lock(settingsPath));
 }
 
 }  // namespace
