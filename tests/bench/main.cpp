@@ -5,6 +5,7 @@
 #include "bench/bench.h"
 #include "bench/builtin_bench.h"
 #include "bench/clipboard_bench.h"
+#include "bench/executor_bench.h"
 #include "bench/expansion_bench.h"
 #include "bench/menu_bench.h"
 #include "bench/program_bench.h"
@@ -19,6 +20,7 @@ static const struct {
     {"decision", BenchKeyDecision}, {"hook", BenchHook},   {"road", BenchHotkeyRoad},
     {"start", BenchStart},          {"store", BenchStore}, {"clipboard", BenchClipboard},
     {"expansion", BenchExpansion},  {"image", BenchImage}, {"menu", BenchMenu},
+    {"executor", BenchExecutor},
 };
 
 int main(int count, char** arguments) {
