@@ -36,18 +36,39 @@ std::vector<std::wstring> ReadList(Fill fill) {
     return {};
 }
 
-// Whether the system leaves a text that begins and ends so as it is, when it is a value or a name.
+// Whether the system leaves a text with such ends as it is, when it is a value or a name.
 bool HasSolidEnds(std::wstring_view text) {
-    const auto isSolid = [](wchar_t c) { return c > L' ' && c != L'"' && c != L'\'' && !iswspace(c); };
+    const auto isSolid = [](wchar_t c) { return c > L' ' && !iswspace(c); };
     return text.empty() || (isSolid(text.front()) && isSolid(text.back()));
+}
+
+bool IsQuote(wchar_t c) {
+    return c == L'"' || c == L'\'';
+}
+
+// Whether the system takes a pair of quotes off the value.
+bool IsQuoted(std::wstring_view value) {
+    return value.size() >= 2 && IsQuote(value.front()) && value.front() == value.back();
+}
+
+// What a single call with a buffer for `size` characters gives of a value as it stands in the file; nothing
+// where that call has to be made.
+std::optional<std::wstring> PlainValue(std::wstring_view raw, std::size_t size) {
+    if (!IsQuoted(raw)) return std::wstring(raw.substr(0, size - 1));
+    const std::wstring_view inner = raw.substr(1, raw.size() - 2);
+    // Where the closing quote would be the first character too many, systems differ in what they drop.
+    if (inner.size() + 1 == size) return std::nullopt;
+    return std::wstring(inner.substr(0, size - 1));
 }
 
 void TakeLine(ProfileSection& section, std::wstring_view line) {
     const std::size_t equals = line.find(L'=');
-    const std::wstring_view name = line.substr(0, equals);
+    const std::wstring_view name = TrimBlanks(line.substr(0, equals));
     std::optional<std::wstring> value;
-    if (equals != std::wstring_view::npos && HasSolidEnds(name) && HasSolidEnds(line.substr(equals + 1))) {
-        value = line.substr(equals + 1);
+    if (equals != std::wstring_view::npos) {
+        const std::wstring_view raw = TrimBlanks(line.substr(equals + 1));
+        const bool isNamePlain = name.empty() || (!IsQuote(name.front()) && !IsQuote(name.back()));
+        if (isNamePlain && HasSolidEnds(name) && HasSolidEnds(raw)) value = raw;
     }
     // Of two keys with the same name the first counts.
     section.values.try_emplace(FoldKey(TrimSpace(name)), std::move(value));
@@ -81,13 +102,14 @@ ProfileSection ReadSection(const std::wstring& path, std::wstring_view name) {
 
 std::wstring SectionText(ProfileSection& section, std::wstring_view key, std::size_t size,
                          std::wstring_view old) {
-    const bool oldIsPlain = HasSolidEnds(old) && old.size() < size;
+    if (size == 0) return std::wstring(old);
+    const bool oldIsPlain = HasSolidEnds(old) && !IsQuoted(old) && old.size() < size;
     const std::wstring folded = FoldKey(key);
     const auto found = section.values.find(folded);
     if (found == section.values.end()) {
         if (oldIsPlain && !Names(section).contains(folded)) return std::wstring(old);
-    } else if (const std::optional<std::wstring>& value = found->second; value && value->size() < size) {
-        return *value;
+    } else if (found->second) {
+        if (std::optional<std::wstring> value = PlainValue(*found->second, size)) return *value;
     }
     return ReadProfileTextFrom(section.path, section.name.c_str(), std::wstring(key).c_str(), size, old);
 }

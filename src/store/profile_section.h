@@ -18,7 +18,8 @@ namespace verbatix {
 struct ProfileSection {
     std::wstring path;
     std::wstring name;
-    // Values that a single call would return unchanged; nothing where the key must be read by itself.
+    // Values as they stand in the file, quotes included, without blanks around them; nothing where the key
+    // must be read by itself.
     std::map<std::wstring, std::optional<std::wstring>, std::less<>> values;
     // All names that the system knows in the section; asked for when a key is missed for the first time.
     std::optional<std::set<std::wstring, std::less<>>> names;
