@@ -233,7 +233,8 @@ void LoadList(EntryList& list, const ListClient& client) {
 
 void MergeListFile(EntryList& list, const ListClient& client, const std::wstring& path) {
     // A value of up to two characters is no entry. The file's own count is not asked.
-    std::vector<NumberedTexts> entries = ReadEntryTexts(path, kMergedKeys).entries;
+    std::vector<NumberedTexts> entries =
+        ReadEntryTexts(ForeignSettingsFile(path).Path(), kMergedKeys).entries;
     std::erase_if(entries, [](const NumberedTexts& entry) { return entry.texts.value.size() <= 2; });
     const std::wstring question = Format(L"%ls: %d\n\n%ls", LanguageText(129).c_str(),
                                          static_cast<int>(entries.size()), LanguageText(128).c_str());

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "base/debug.h"
 #include "base/text.h"
 #include "store/settings_path.h"
@@ -166,6 +168,35 @@ std::optional<std::wstring> ReadSettingsFile(const std::wstring& path) {
     std::wstring text = FromBytes(*bytes, CP_ACP);
     if (ToBytes(text, CP_ACP) != *bytes) return std::nullopt;
     return text;
+}
+
+// Valid UTF-8 that is not also plain ASCII: a text in any other code page hardly ever looks so.
+static bool IsUtf8Text(std::string_view bytes) {
+    const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
+                                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return !isAscii && MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(),
+                                           static_cast<int>(bytes.size()), nullptr, 0) > 0;
+}
+
+ForeignSettingsFile::ForeignSettingsFile(const std::wstring& path) : path_(path) {
+    const std::optional<std::string> bytes = ReadAll(path);
+    if (!bytes) return;
+    const Encoding encoding = EncodingOf(*bytes);
+    const bool isUnmarkedUtf8 = encoding == Encoding::kAnsi && IsUtf8Text(*bytes);
+    if (encoding == Encoding::kUtf16 || (encoding == Encoding::kAnsi && !isUnmarkedUtf8)) return;
+    wchar_t folder[MAX_PATH + 1];
+    wchar_t temporary[MAX_PATH];
+    if (GetTempPathW(MAX_PATH + 1, folder) == 0 || GetTempFileNameW(folder, L"vbx", 0, temporary) == 0) {
+        DebugLine(L"Temporary copy of %ls: error %lu\n", path.c_str(), GetLastError());
+        return;
+    }
+    copy_ = temporary;
+    const std::wstring text = isUnmarkedUtf8 ? FromBytes(*bytes, CP_UTF8) : Decode(*bytes);
+    if (WriteAll(copy_, CREATE_ALWAYS, AsUtf16File(text))) path_ = copy_;
+}
+
+ForeignSettingsFile::~ForeignSettingsFile() {
+    if (!copy_.empty()) DeleteFileW(copy_.c_str());
 }
 
 std::optional<UniqueFile> KeepReadable(const std::wstring& path, unsigned milliseconds) {

@@ -1,9 +1,12 @@
 // Settings files for tests: a folder with one, and seeded files as nobody would write them.
 #pragma once
 
+#include <windows.h>
+
 #include <algorithm>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "base/text.h"
 #include "store/entry.h"
@@ -29,6 +32,19 @@ class SettingsFolder {
   private:
     Folder folder_;
 };
+
+// Names of what is in a folder.
+inline std::vector<std::wstring> FilesIn(const std::wstring& folder) {
+    std::vector<std::wstring> names;
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return names;
+    do {
+        if (found.cFileName[0] != L'.') names.emplace_back(found.cFileName);
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+    return names;
+}
 
 // The same file on every run for the same seed.
 class HostileFiles {

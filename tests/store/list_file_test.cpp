@@ -11,6 +11,7 @@
 namespace verbatix {
 namespace {
 
+using test::FilesIn;
 using test::ReadBytes;
 using test::SettingsFolder;
 using test::Utf16File;
@@ -430,6 +431,35 @@ TEST(MergeListFile, AppendsOnYesAndSavesAll) {
         ExpectSameEntries(list, Loaded());
     }
     SetLanguageTexts({}, {});
+}
+
+TEST(MergeListFile, TakesWhatEditorsSave) {
+    const std::wstring text = L"[list_text]\r\ntext_000=Ctrl+A=\x416\x20ac\x4e2d\r\n";
+    const std::string utf8 = ToBytes(text, CP_UTF8);
+    std::string bigEndian = Utf16File(text);
+    for (std::size_t i = 0; i < bigEndian.size(); i += 2) std::swap(bigEndian[i], bigEndian[i + 1]);
+    wchar_t temporary[MAX_PATH] = {};
+    GetEnvironmentVariableW(L"TMP", temporary, MAX_PATH);
+    for (const std::string& bytes : {utf8, "\xef\xbb\xbf" + utf8, bigEndian, Utf16File(text)}) {
+        const SettingsFolder folder;
+        const std::wstring other = folder.File(L"other.ini");
+        WriteBytes(other, bytes);
+        SetEnvironmentVariableW(L"TMP", folder.Path().c_str());
+        EntryList list;
+        MergeListFile(list, Client(), other);
+        EXPECT_EQ(FilesIn(folder.Path()).size(), 2u) << "no copy is left";
+        ASSERT_EQ(list.size(), 1u) << testing::PrintToString(bytes);
+        EXPECT_STREQ(list.at(0).current.text, L"\x416\x20ac\x4e2d");
+        EXPECT_EQ(ReadBytes(other), bytes) << "it stays as it was";
+    }
+
+    const SettingsFolder folder;
+    const std::wstring other = folder.File(L"other.ini");
+    WriteBytes(other, "[list_text]\r\ntext_000=Ctrl+A=" + ToBytes(L"\xe4\xf6", CP_ACP) + "\r\n");
+    EntryList list;
+    MergeListFile(list, Client(), other);
+    EXPECT_STREQ(list.at(0).current.text, L"\xe4\xf6") << "in the code page of this system";
+    SetEnvironmentVariableW(L"TMP", temporary);
 }
 
 TEST(MergeListFile, AMissingFileHasNoEntries) {

@@ -12,22 +12,11 @@
 namespace verbatix {
 namespace {
 
+using test::FilesIn;
 using test::ReadBytes;
 using test::SettingsFolder;
 using test::Utf16File;
 using test::WriteBytes;
-
-std::vector<std::wstring> FilesIn(const std::wstring& folder) {
-    std::vector<std::wstring> names;
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return names;
-    do {
-        if (found.cFileName[0] != L'.') names.emplace_back(found.cFileName);
-    } while (FindNextFileW(search, &found));
-    FindClose(search);
-    return names;
-}
 
 TEST(ProfileText, ANewFileHoldsEveryCharacter) {
     const SettingsFolder folder;
