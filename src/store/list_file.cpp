@@ -8,6 +8,7 @@
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
+#include "store/backup.h"
 #include "store/entry_syntax.h"
 #include "store/profile.h"
 #include "store/profile_section.h"
@@ -193,6 +194,7 @@ int WriteEntry(const ListEntry& entry, ExportSink* sink, const ListEntry* previo
 
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly) {
     if (client.collectEdits) client.collectEdits();
+    CheckTimedBackup();
     std::vector<EntrySlot*> written;
     for (auto& [position, slot] : list) {
         // These two are the program's own notes; the file has no place for them.

@@ -35,7 +35,8 @@ inline constexpr unsigned kMergedKeys = 1024;
 // goes there instead. Always 1; whether a write failed is SaveList's to find out.
 int WriteEntry(const ListEntry& entry, ExportSink* sink = nullptr, const ListEntry* previous = nullptr);
 
-// Writes the entries that differ from what the file holds, or all, then the count. A failed write is
+// Makes a timed backup where one is due, then writes the entries that differ from what the file holds, or
+// all, then the count. A failed write is
 // reported in a message box; an entry that could not be written stays dirty for the next save. `refresh` is
 // passed on to the views.
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly);

@@ -10,6 +10,7 @@
 #include "base/product.h"
 #include "clipboard/slots.h"
 #include "ids.h"
+#include "store/backup.h"
 #include "store/settings.h"
 #include "store/settings_path.h"
 #include "ui/closing.h"
@@ -54,6 +55,15 @@ void OpenSettingsFile(int, LPARAM) {
     ShellExecuteW(mainWindow.window, L"open", settingsPath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
+void OpenFolder(const std::wstring& folder) {
+    ShellExecuteW(mainWindow.window, L"open", folder.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+void RunBackup(int id, LPARAM) {
+    constexpr int kBeforeFirst = 4000;
+    BackupCommand(id - kBeforeFirst, {mainWindow.window, OpenFolder});
+}
+
 void SwitchTopmost(int, LPARAM) {
     ChangeSetting(&Settings::topmost, settings.topmost ? 0 : 1);
     ApplyTopmost();
@@ -96,6 +106,10 @@ constexpr Command kMenuBarCommands[] = {
     {3000, SwitchOption},      // ignore case
     {3001, SwitchOption},      // tips in the paste menu
     {3002, SwitchOption},      // order numbers in the paste menu
+    {4001, RunBackup},         // every hour
+    {4002, RunBackup},         // every day
+    {4003, RunBackup},         // now
+    {4004, RunBackup},         // open the folder
     {12802, Exit},             //
 };
 

@@ -50,7 +50,8 @@ TEST_F(MainDialog, TogglesAreWrittenAtOnce) {
         {6, L"Program", L"hide_if_close", 0},        {1112, L"Program", L"use_date_format", 1},
         {1113, L"Program", L"use_time_format", 1},   {1115, L"Program", L"restore_old_clipboard", 0},
         {3000, L"Program", L"use_ignore_case", 1},   {3001, L"Program", L"show_menu_tooltip", 0},
-        {3002, L"Verbatix", L"m_use_menu_order", 1},
+        {3002, L"Verbatix", L"m_use_menu_order", 1}, {4001, L"Program", L"use_backup_h", 0},
+        {4002, L"Program", L"use_backup_d", 0},
     };
     for (const auto& row : rows) {
         Send(row.id, kMarker);
@@ -62,6 +63,18 @@ TEST_F(MainDialog, TogglesAreWrittenAtOnce) {
         Send(static_cast<WPARAM>(2000 + mode), kMarker);
         EXPECT_EQ(ReadSetting(run_, L"Program", L"use_menu_sort"), mode);
     }
+}
+
+TEST_F(MainDialog, ABackupIsMadeOnDemand) {
+    Start(L"");
+    Send(4003, kMarker);
+    const std::wstring file = run_.SettingsFile();
+    const std::wstring folder = file.substr(0, file.rfind(L'\\')) + L"\\Backup";
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW((folder + L"\\*_Verbatix.ini").c_str(), &found);
+    ASSERT_NE(search, INVALID_HANDLE_VALUE);
+    FindClose(search);
+    EXPECT_EQ(ReadBytes(folder + L"\\" + found.cFileName), ReadBytes(file));
 }
 
 TEST_F(MainDialog, TheMarkerTellsTheTablesApart) {
