@@ -244,5 +244,17 @@ TEST(ChooseSettingsPath, RefusesANameWithoutIniAndGoesOn) {
     EXPECT_TRUE(LowerCase(settingsPath).ends_with(L"\\verbatix\\verbatix.ini"));
 }
 
+TEST(ChooseSettingsPath, MakesANamedFileReadable) {
+    const Folder folder;
+    const std::wstring named = folder.File(L"named.ini");
+    ASSERT_TRUE(test::WriteBytes(named, "\xef\xbb\xbf[Program]\r\nlistcmd_count=1\r\n"));
+    startOptions.iniPathOverride = named;
+    ChooseSettingsPath();
+    startOptions.iniPathOverride.clear();
+    DeleteFileW(test::HelperPath(L"Verbatix.ini").c_str());  // written by the test beside the program
+    EXPECT_EQ(settingsPath, named);
+    EXPECT_EQ(test::ReadBytes(named), test::Utf16File(L"[Program]\r\nlistcmd_count=1\r\n"));
+}
+
 }  // namespace
 }  // namespace verbatix

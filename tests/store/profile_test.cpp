@@ -134,7 +134,7 @@ TEST(ProfileText, NoValueBreaksTheFile) {
 TEST(ProfileText, TheDefaultIsWhatTheCallerHolds) {
     const SettingsFolder folder;
     EXPECT_EQ(ReadProfileText(L"S", L"key", 100, L"old"), L"old");
-    EXPECT_FALSE(FilesIn(folder.Path()).size()) << "reading creates nothing";
+    EXPECT_TRUE(FilesIn(folder.Path()).empty()) << "reading creates nothing";
     WriteProfileText(L"S", L"key", L"value");
     EXPECT_EQ(ReadProfileText(L"S", L"key", 100, L"old"), L"value");
     EXPECT_EQ(ReadProfileText(L"S", L"key", 4, L"old"), L"val");
