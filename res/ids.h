@@ -11,6 +11,25 @@
 
 // Controls of the main dialog
 #define IDC_LIST 1071
+#define IDC_TEXT 1072
+#define IDC_FILTER 1080
+#define IDC_LABEL 1081
+#define IDC_MODIFIER 1082
+#define IDC_KEY 1083
+#define IDC_COUNTER 1084
+#define IDC_CLASH 1085
+#define IDC_INSERT 1086
+#define IDC_FILTER_CAPTION 1087
+#define IDC_LABEL_CAPTION 1088
+#define IDC_MODIFIER_CAPTION 1089
+#define IDC_KEY_CAPTION 1090
+#define IDC_TEXT_CAPTION 1091
+
+// Buttons of the main dialog: their numbers are commands
+#define CMD_NEW_ENTRY 1040
+#define CMD_COPY_ENTRY 1049
+#define CMD_DELETE_ENTRY 1050
+#define CMD_TEST_ENTRY 1059
 
 // Dialogs of the date and time codes
 #define IDD_CALENDAR 171
@@ -31,6 +50,7 @@
 
 // Main window
 #define CMD_EXIT 32799
+#define WM_SELECTION_CHANGED (0x8000 + 0x65)  // posted by the list view to its dialog
 
 // Posted to the main window by the hook and the executor
 #define CMD_RENAME_ENTRY 32793

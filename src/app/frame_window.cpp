@@ -7,6 +7,7 @@
 #include "ids.h"
 #include "store/profile.h"
 #include "store/settings.h"
+#include "ui/dialog_keys.h"
 #include "ui/main_window.h"
 #include "ui/tracking_tooltip.h"
 
@@ -177,6 +178,7 @@ int RunMessageLoop() {
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         if (DismissesTooltip(message.message)) HideTrackingTooltip(mainWindow.tooltip);
+        if (HandleDialogKey(message)) continue;
         if (mainWindow.window && IsDialogMessageW(mainWindow.window, &message)) continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);

@@ -18,6 +18,7 @@
 #include "ids.h"
 #include "store/list_file.h"
 #include "store/settings.h"
+#include "ui/editor.h"
 #include "ui/main_window.h"
 
 namespace verbatix {
@@ -79,6 +80,8 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     // Keys of the main dialog are the dialog's own business; the table is there for the frame's class.
     LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_FRAME));
     const int exitCode = RunMessageLoop();
+    // The loop also ends by quit messages that did not pass through the window's own exit.
+    if (mainWindow.window) SaveEdits(Warn::kNever);
     RemoveTrayIcon(mainWindow.tray);
     return exitCode;
 }

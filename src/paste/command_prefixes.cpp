@@ -3,6 +3,9 @@
 #include "base/text.h"
 #include "paste/placeholders.h"
 
+#include <array>
+#include <iterator>
+
 namespace verbatix {
 
 namespace {
@@ -38,6 +41,15 @@ wchar_t CharacterAt(std::wstring_view text, std::size_t position) {
 }
 
 }  // namespace
+
+std::span<const wchar_t* const> CommandPrefixes() {
+    static constexpr auto kNames = [] {
+        std::array<const wchar_t*, std::size(kPrefixes)> names = {};
+        for (std::size_t i = 0; i < names.size(); ++i) names[i] = kPrefixes[i].name.data();
+        return names;
+    }();
+    return kNames;
+}
 
 ParsedCommand ParseCommand(std::wstring_view text) {
     ParsedCommand command;

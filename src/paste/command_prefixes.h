@@ -2,6 +2,7 @@
 // command out is the executor's.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -26,6 +27,9 @@ struct ParsedCommand {
     wchar_t slot = 0;       // CopySlot, SaveSlot: the slot character, 0 when the text ends before it
     bool elevate = false;   // RunLines
 };
+
+// Every prefix, for showing them to the user.
+std::span<const wchar_t* const> CommandPrefixes();
 
 // Reads the prefix: case-sensitive, only at the very start. At most the first 4,095 characters of a text
 // are looked at, except for Replace.

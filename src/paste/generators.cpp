@@ -4,7 +4,9 @@
 
 #include <shellapi.h>
 
+#include <array>
 #include <ctime>
+#include <iterator>
 #include <utility>
 
 #include "base/handle.h"
@@ -93,6 +95,15 @@ constexpr Generator kGenerators[] = {
 };
 
 }  // namespace
+
+std::span<const wchar_t* const> GeneratorTokens() {
+    static constexpr auto kNames = [] {
+        std::array<const wchar_t*, std::size(kGenerators)> names = {};
+        for (std::size_t i = 0; i < names.size(); ++i) names[i] = kGenerators[i].token;
+        return names;
+    }();
+    return kNames;
+}
 
 std::wstring StringBuilderSource(std::wstring_view selection) {
     const std::wstring_view source = TrimSpace(selection);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ using DocumentOpener = void (*)(const std::wstring& path);
 
 // Opens the document with the program for its type.
 void OpenDocument(const std::wstring& path);
+
+// The token of each, for showing them to the user.
+std::span<const wchar_t* const> GeneratorTokens();
 
 // Runs the first generator whose token occurs anywhere in `entryText`. 1 when it has handled the entry,
 // even if there was nothing to paste; 0 when none occurs or it found no usable selection.

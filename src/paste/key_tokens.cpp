@@ -6,6 +6,9 @@
 #include "hotkeys/key_simulation.h"
 #include "paste/generators.h"
 
+#include <array>
+#include <iterator>
+
 namespace verbatix {
 
 namespace {
@@ -37,6 +40,15 @@ void PasteSegment(const std::wstring& segment) {
 }
 
 }  // namespace
+
+std::span<const wchar_t* const> KeyTokens() {
+    static constexpr auto kNames = [] {
+        std::array<const wchar_t*, std::size(kKeyTokens)> names = {};
+        for (std::size_t i = 0; i < names.size(); ++i) names[i] = kKeyTokens[i].name.data();
+        return names;
+    }();
+    return kNames;
+}
 
 bool HoldsKeyToken(std::wstring_view text) {
     return text.find(L"%send_enter%") != std::wstring_view::npos ||

@@ -1,6 +1,7 @@
 // Key strokes and pauses inside a text: "%send_enter%", "%send_tab%", "%sleep_50%" to "%sleep_500%".
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,9 @@ struct KeySteps {
     std::vector<KeyStep> steps;
     std::wstring tail;  // what is left behind the last token
 };
+
+// Every token, for showing them to the user.
+std::span<const wchar_t* const> KeyTokens();
 
 // Whether the text holds a key to press. Pauses alone do not count: without a key between them there is
 // nothing to wait for, and such a text is pasted as it is.

@@ -4,6 +4,7 @@
 #include "hotkeys/keyboard_hook.h"
 #include "menu/menu_popup.h"
 #include "store/settings.h"
+#include "ui/editor.h"
 #include "ui/main_window.h"
 #include "ui/window_place.h"
 
@@ -11,6 +12,7 @@ namespace verbatix {
 
 // Hidden without an icon the window would be out of reach.
 static void HideBehindIcon() {
+    SaveEdits(Warn::kAlways);
     ShowWindow(mainWindow.window, SW_HIDE);
     if (!mainWindow.tray.wanted) AddTrayIcon(mainWindow.tray);
 }
@@ -51,6 +53,7 @@ void MinimizeMainWindow() {
 }
 
 void ExitProgram(int dialogCode) {
+    SaveEdits(Warn::kAlways);
     EndDialog(mainWindow.window, dialogCode);
     RememberWindowPlace(mainWindow.window);
     CloseHotkeyMenu();

@@ -14,6 +14,9 @@
 #include "store/settings.h"
 #include "store/settings_path.h"
 #include "ui/closing.h"
+#include "ui/editor.h"
+#include "ui/editor_commands.h"
+#include "ui/insert_menu.h"
 #include "ui/main_window.h"
 #include "ui/menu_bar.h"
 #include "ui/paste_commands.h"
@@ -85,6 +88,26 @@ void FromSlot(int, LPARAM character) {
     PasteSlot(static_cast<wchar_t>(character));
 }
 
+void New(int, LPARAM) {
+    NewEntry();
+}
+
+void Copy(int, LPARAM) {
+    CopyEntry();
+}
+
+void Delete(int, LPARAM) {
+    DeleteEntry();
+}
+
+void Test(int, LPARAM) {
+    TestEntry();
+}
+
+void Insert(int id, LPARAM) {
+    ShowInsertMenu(GetDlgItem(mainWindow.window, id));
+}
+
 void PasteMenu(int, LPARAM) {
     ShowPasteMenu();
 }
@@ -117,9 +140,14 @@ constexpr Command kMainCommands[] = {
     {1, Nothing},           // Enter in the dialog
     {5, ToTray},            //
     {1014, SwitchTopmost},  //
-    {1051, NextVersion},    //
-    {32894, NextVersion},   //
-    {32782, Hide},          //
+    {CMD_NEW_ENTRY, New},
+    {CMD_COPY_ENTRY, Copy},
+    {CMD_DELETE_ENTRY, Delete},
+    {1051, NextVersion},  //
+    {CMD_TEST_ENTRY, Test},
+    {IDC_INSERT, Insert},
+    {32894, NextVersion},  //
+    {32782, Hide},         //
     {CMD_COPY_SLOT, CopyToSlot},
     {CMD_PASTE_SLOT, FromSlot},
     {CMD_SAVE_SLOT, ToSlot},
@@ -148,6 +176,7 @@ bool RouteCommand(WPARAM wParam, LPARAM lParam) {
         RefreshMenuChecks(mainWindow.menuBar);
         return known;
     }
+    if (OnEditorNotification(id, HIWORD(wParam))) return true;
     return RunFrom(std::begin(kMainCommands), std::end(kMainCommands), id, lParam);
 }
 

@@ -1,10 +1,13 @@
 #include "ui/list_view.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/language.h"
 #include "base/text.h"
-#include "hotkeys/hotkey_names.h"
+#include "ids.h"
+#include "store/settings.h"
+#include "ui/editor.h"
 #include "ui/main_window.h"
 
 namespace verbatix {
@@ -44,42 +47,88 @@ void LayOutColumns(HWND list) {
     }
 }
 
-std::wstring CellText(const ListEntry& entry, int column) {
-    switch (column) {
-        case 0:
-            return (entry.keyCode & 0xFF) == 0 ? std::wstring()
-                                               : FormatHotkeyDisplay(entry.keyCode, entry.modifier);
-        case 1: return entry.label;
-        default: return entry.text;
+// What was selected is found again by its position in the list: rows move when the order changes.
+static void SelectRow(int row) {
+    const HWND list = mainWindow.list;
+    const int selected = ListView_GetNextItem(list, -1, LVNI_SELECTED);
+    if (row == selected) return;
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    if (row >= 0)
+        ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+static int RowOf(int position) {
+    const auto found = std::find(mainWindow.rows.begin(), mainWindow.rows.end(), position);
+    return found == mainWindow.rows.end() ? -1 : static_cast<int>(found - mainWindow.rows.begin());
+}
+
+static void ShowSortArrow() {
+    const HWND header = ListView_GetHeader(mainWindow.list);
+    for (int column = 0; column < static_cast<int>(std::size(kColumns)); ++column) {
+        HDITEMW item = {};
+        item.mask = HDI_FORMAT;
+        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (column == settings.sortColumn) item.fmt |= settings.sortDescending ? HDF_SORTDOWN : HDF_SORTUP;
+        SendMessageW(header, HDM_SETITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
     }
 }
 
 void RefreshListView(bool keepSelection) {
     MainWindow& main = mainWindow;
-    main.rows.clear();
-    main.rows.reserve(main.entries.size());
-    for (const auto& [position, slot] : main.entries) {
-        if (*slot.current.text || *slot.current.label) main.rows.push_back(position);
-    }
     if (!main.list) return;
-    const int selected = ListView_GetNextItem(main.list, -1, LVNI_SELECTED);
+    static std::wstring filterBefore;
+    const int selected = keepSelection ? SelectedEntry() : -1;
+    ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0, settings.sortColumn,
+                       settings.sortDescending != 0};
+    if (order.filter == filterBefore) order.pinned = selected;
+    main.rows = ShownRows(main.entries, order);
+    main.entryCount = CountEntries(main.entries);
+    filterBefore = order.filter;
     SendMessageW(main.list, LVM_SETITEMCOUNT, main.rows.size(), LVSICF_NOSCROLL);
-    if (!keepSelection) {
-        ListView_SetItemState(main.list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
-    } else if (selected >= 0) {
-        ListView_SetItemState(main.list, selected, LVIS_SELECTED, LVIS_SELECTED);
-    }
+    SelectRow(selected < 0 ? -1 : RowOf(selected));
     InvalidateRect(main.list, nullptr, TRUE);
+    ShowSortArrow();
     UpdateStatusBar();
+    PostMessageW(main.window, WM_SELECTION_CHANGED, 0, 0);
 }
 
 void SelectEntry(int position) {
-    ListView_SetItemState(mainWindow.list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
-    const auto found = std::find(mainWindow.rows.begin(), mainWindow.rows.end(), position);
-    if (found == mainWindow.rows.end()) return;
-    const int row = static_cast<int>(found - mainWindow.rows.begin());
-    ListView_SetItemState(mainWindow.list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-    ListView_EnsureVisible(mainWindow.list, row, FALSE);
+    if (mainWindow.entries.count(position) && RowOf(position) < 0) {
+        SetDlgItemTextW(mainWindow.window, IDC_FILTER, L"");
+        RefreshListView(true);
+    }
+    const int row = RowOf(position);
+    SelectRow(row);
+    if (row >= 0) ListView_EnsureVisible(mainWindow.list, row, FALSE);
+}
+
+int SelectedEntry() {
+    const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
+    const bool exists = row >= 0 && static_cast<std::size_t>(row) < mainWindow.rows.size();
+    return exists ? mainWindow.rows[static_cast<std::size_t>(row)] : -1;
+}
+
+int NeighbourOf(int position) {
+    const int row = RowOf(position);
+    const int count = static_cast<int>(mainWindow.rows.size());
+    const int neighbour = row + 1 < count ? row + 1 : row - 1;
+    return row < 0 || neighbour < 0 ? -1 : mainWindow.rows[static_cast<std::size_t>(neighbour)];
+}
+
+void OnSelectionChanged() {
+    if (SelectedEntry() == editor.position) return;
+    if (!SaveEdits(Warn::kAlways)) return SelectEntry(editor.position);
+    ShowInEditor(SelectedEntry());
+}
+
+static void SortByColumn(int column) {
+    int sortColumn = settings.sortColumn;
+    int descending = settings.sortDescending;
+    ClickColumn(column, sortColumn, descending);
+    ChangeSetting(&Settings::sortColumn, sortColumn);
+    ChangeSetting(&Settings::sortDescending, descending);
+    RefreshListView(true);
 }
 
 static void FillCell(NMLVDISPINFOW& request) {
@@ -94,8 +143,15 @@ static void FillCell(NMLVDISPINFOW& request) {
 }
 
 LRESULT OnListNotify(const NMHDR& header) {
-    if (header.code == LVN_GETDISPINFOW) {
-        FillCell(*reinterpret_cast<NMLVDISPINFOW*>(const_cast<NMHDR*>(&header)));
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            FillCell(*reinterpret_cast<NMLVDISPINFOW*>(const_cast<NMHDR*>(&header)));
+            break;
+        // Later, when the control is done with the click: the old row is unselected before the new one is
+        // selected, and a message box must not come up in between.
+        case LVN_ITEMCHANGED: PostMessageW(mainWindow.window, WM_SELECTION_CHANGED, 0, 0); break;
+        case LVN_COLUMNCLICK: SortByColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem); break;
+        default: break;
     }
     return 0;
 }

@@ -6,27 +6,33 @@
 
 #include <commctrl.h>
 
-#include <string>
-
-#include "store/entry.h"
+#include "ui/list_rows.h"
 
 namespace verbatix {
 
 // Gives the control its columns: hotkey in display form, label, text.
 void SetUpListView(HWND list);
 
-// Collects the entries to show (deleted ones, whose text and label are blank, are left out) and makes the
-// control ask anew. With `keepSelection` the selected row stays selected, otherwise none is.
+// Collects the entries to show, by filter and order, and makes the control ask anew. With `keepSelection`
+// the selected entry stays selected, and shown as long as the filter has not changed; otherwise none is.
 void RefreshListView(bool keepSelection);
 
-// Selects the entry at that position and scrolls it into sight; one that is not shown selects nothing.
+// Selects the entry at that position and scrolls it into sight; a filter that hides it is taken away. One
+// that does not exist selects nothing.
 void SelectEntry(int position);
 
-// What the control shows in one cell.
-std::wstring CellText(const ListEntry& entry, int column);
+// Position of the selected entry, -1 when none is.
+int SelectedEntry();
+
+// The entry below, else above, that one in the list; -1 when there is none.
+int NeighbourOf(int position);
 
 // Answers the control's notifications; returns the result for LVN_... messages that want one.
 LRESULT OnListNotify(const NMHDR& header);
+
+// WM_SELECTION_CHANGED: the editor follows the selection. A text that is too long keeps the selection where
+// it is.
+void OnSelectionChanged();
 
 // Shares the width of the list among the columns; the text gets what the other two leave.
 void LayOutColumns(HWND list);

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <string>
+
 #include "base/language.h"
 #include "base/text.h"
 #include "hotkeys/foreground.h"
@@ -13,7 +15,9 @@
 #include "store/settings.h"
 #include "ui/closing.h"
 #include "ui/commands.h"
+#include "ui/editor.h"
 #include "ui/list_view.h"
+#include "ui/main_layout.h"
 #include "ui/menu_bar.h"
 #include "ui/paste_commands.h"
 #include "ui/timers.h"
@@ -29,21 +33,12 @@ static void CreateStatusBar(HWND dialog) {
                         dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
 }
 
-static void LayOut() {
-    RECT client;
-    GetClientRect(mainWindow.window, &client);
-    SendMessageW(mainWindow.statusBar, WM_SIZE, 0, 0);
-    RECT status = {};
-    GetWindowRect(mainWindow.statusBar, &status);
-    const int width = static_cast<int>(client.right);
-    const int parts[] = {width * 30 / 100, width * 60 / 100, width * 80 / 100, -1};
-    SendMessageW(mainWindow.statusBar, SB_SETPARTS, std::size(parts), reinterpret_cast<LPARAM>(parts));
-    MoveWindow(mainWindow.list, 0, 0, width, static_cast<int>(client.bottom - (status.bottom - status.top)),
-               TRUE);
-}
-
 void UpdateStatusBar() {
-    const std::wstring count = FillIn(LanguageText(1056), {std::to_wstring(mainWindow.rows.size())});
+    const std::wstring total = std::to_wstring(mainWindow.entryCount);
+    const bool filtered = GetWindowTextLengthW(GetDlgItem(mainWindow.window, IDC_FILTER)) > 0;
+    const std::wstring count =
+        filtered ? FillIn(LanguageText(1057), {std::to_wstring(mainWindow.rows.size()), total})
+                 : FillIn(LanguageText(1056), {total});
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
     const std::wstring& hook = LanguageText(keyboardHook.off ? 1059 : keyboardHook.handle ? 1058 : 1060);
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));
@@ -87,6 +82,7 @@ static void OnInitDialog(HWND dialog) {
     GetWindowRect(dialog, &mainWindow.minimumRectangle);
     SetUpListView(mainWindow.list);
     CreateStatusBar(dialog);
+    SetUpEditor(dialog);
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     SendMessageW(dialog, WM_SETICON, ICON_BIG,
                  reinterpret_cast<LPARAM>(LoadIconW(instance, MAKEINTRESOURCEW(IDI_VERBATIX))));
@@ -95,13 +91,15 @@ static void OnInitDialog(HWND dialog) {
     ApplyTopmost();
     mainWindow.listClient.window = dialog;
     mainWindow.listClient.refreshViews = RefreshListView;
+    mainWindow.listClient.collectEdits = [] { TakeEditsOver(Warn::kNever); };
     LoadList(mainWindow.entries, mainWindow.listClient);
     StartHotkeys(dialog);
 
     mainWindow.menuBar = CreateMenuBar();
     SetMenu(dialog, mainWindow.menuBar);
+    GiveComfortableSize(dialog);
     mainWindow.maximizeWhenShown = RestoreWindowPlace(dialog);
-    LayOut();
+    LayOutControls(dialog);
     LayOutColumns(mainWindow.list);
     RefreshListView(false);
 }
@@ -139,7 +137,7 @@ static void OnGetMinMaxInfo(MINMAXINFO& info) {
 
 static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     switch (message) {
-        case WM_SIZE: return LayOut(), TRUE;
+        case WM_SIZE: return LayOutControls(dialog), TRUE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
@@ -147,6 +145,11 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_COMMAND: return RouteCommand(wParam, lParam);
         case WM_MENUCOMMAND: return OnMenuCommand(dialog, wParam, lParam), TRUE;
         case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+        case WM_SELECTION_CHANGED: return OnSelectionChanged(), TRUE;
+        // Asked and told: whichever comes first, nothing may be waiting for a timer then. No question: the
+        // session does not wait for an answer.
+        case WM_QUERYENDSESSION:
+        case WM_ENDSESSION: return SaveEdits(Warn::kNever), FALSE;
         case WM_CLOSE: return CloseMainWindow(), TRUE;
         case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);

@@ -20,7 +20,8 @@ struct MainWindow {
     HMENU menuBar = nullptr;
     EntryList entries;
     ListClient listClient;
-    std::vector<int> rows;  // position keys of the entries that the list view shows, in its order
+    std::vector<int> rows;       // position keys of the entries that the list view shows, in its order
+    std::size_t entryCount = 0;  // entries that are not deleted, shown or not
     bool listCommandsBlocked = false;
     RECT minimumRectangle = {};
     bool maximizeWhenShown = false;

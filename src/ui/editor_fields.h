@@ -1,0 +1,37 @@
+// What the editor's fields mean: pure, apart from the display names, which follow the user's language.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/entry.h"
+
+namespace verbatix {
+
+// The keys that the drop-down offers, by the names that are stored; the first, empty one is "no key".
+std::vector<std::wstring> OfferedKeyNames();
+
+// The key that the user means by a name typed in any case, as the record holds it (sign-extended from 8
+// bits). 0, no key, for an empty text and for what no key code can stand for.
+unsigned KeyFromInput(std::wstring_view input);
+
+// What stands in the fields.
+struct EditorFields {
+    std::wstring text;  // with real line breaks
+    std::wstring label;
+    std::wstring key;
+    unsigned modifier = 0;
+};
+
+// The record that the fields make of `old`; nothing when the text is too long.
+std::optional<ListEntry> EditedEntry(const ListEntry& old, const EditorFields& fields);
+
+// Position of the first other entry that answers to the same hotkey; nothing without key or clash.
+std::optional<int> FindClash(const EntryList& list, int position, unsigned key, unsigned modifier);
+
+// How an entry is called in a message: its label, else the beginning of its text.
+std::wstring EntryName(const ListEntry& entry);
+
+}  // namespace verbatix

@@ -1,0 +1,38 @@
+// Which entries the list shows, and in which order: pure, over the list and what the user has asked for.
+// Nothing fails.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/entry.h"
+
+namespace verbatix {
+
+struct ListOrder {
+    std::wstring filter;
+    bool ignoreCase = true;
+    int sortColumn = -1;  // anything but 0 to 2: the order of the list
+    bool descending = false;
+    // Shown whatever the filter says: the entry being edited must not vanish under the user's hands.
+    int pinned = -1;
+};
+
+// What is shown of an entry: hotkey in display form (nothing without a key), label, text.
+std::wstring CellText(const ListEntry& entry, int column);
+
+// Whether hotkey, label or text hold the filter text; an empty one is held by every entry.
+bool MatchesFilter(const ListEntry& entry, std::wstring_view filter, bool ignoreCase);
+
+// Positions of the entries to show; deleted ones never are. Equal entries stay in the order of the list,
+// descending too.
+std::vector<int> ShownRows(const EntryList& list, const ListOrder& order);
+
+// Entries that are not deleted.
+std::size_t CountEntries(const EntryList& list);
+
+// The order after a click on that column: ascending, then descending, then the list's own again.
+void ClickColumn(int column, int& sortColumn, int& sortDescending);
+
+}  // namespace verbatix
