@@ -19,7 +19,7 @@ struct Column {
     int widthPercent;  // of the list's width at the first layout
 };
 
-constexpr Column kColumns[] = {{1000, 18}, {1001, 24}, {1002, 58}};
+constexpr Column kColumns[] = {{1000, 24}, {1001, 24}, {1002, 52}};
 
 }  // namespace
 

@@ -158,9 +158,10 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlace) {
     RECT list;
     GetClientRect(dialog_, &client);
     GetWindowRect(GetDlgItem(dialog_, IDC_LIST), &list);
-    EXPECT_EQ(list.right - list.left, client.right);
-    EXPECT_LT(list.bottom - list.top, client.bottom);
-    EXPECT_GT(list.bottom - list.top, client.bottom - 60);
+    EXPECT_GT(list.right - list.left, client.right - 40);
+    EXPECT_LT(list.right - list.left, client.right);
+    EXPECT_GT(list.bottom - list.top, client.bottom / 4);
+    EXPECT_LT(list.bottom - list.top, client.bottom / 2);
     EXPECT_EQ(run_.Exit(), 1);
     wchar_t stored[100] = {};
     GetPrivateProfileStringW(L"Program", L"WinRC", L"", stored, 100, run_.SettingsFile().c_str());

@@ -1,0 +1,324 @@
+// The editor of the main window, by mouse and keyboard, down to the settings file.
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+
+#include "ids.h"
+#include "support/keys.h"
+#include "support/program_run.h"
+#include "support/wait.h"
+
+namespace verbatix::test {
+namespace {
+
+class EditorTest : public ::testing::Test {
+  protected:
+    void Start(const std::vector<StoredLine>& lines, const wchar_t* programLines = L"") {
+        ASSERT_TRUE(run_.WriteSettings(SettingsText(lines, programLines)));
+        ASSERT_TRUE(run_.Start());
+        dialog_ = run_.MainDialog();
+        list_ = Control(IDC_LIST);
+        ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog_; }));
+    }
+
+    HWND Control(int id) const { return GetDlgItem(dialog_, id); }
+    std::wstring Text(int id) const { return WindowText(Control(id)); }
+    bool Becomes(int id, std::wstring_view text) const {
+        return WaitFor([&] { return Text(id) == text; });
+    }
+    bool FileHolds(std::wstring_view text) const {
+        return ReadBytes(run_.SettingsFile()).find(Utf16File(text).substr(2)) != std::string::npos;
+    }
+    bool FileGets(std::wstring_view text) const {
+        return WaitFor([&] { return FileHolds(text); });
+    }
+    LRESULT Rows() const { return SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0); }
+
+    // Clicks into the list as the mouse does. The control tells its row height only by the room it needs.
+    void ClickRow(int row) const {
+        const auto height = [&](WPARAM rows) {
+            return static_cast<int>(
+                HIWORD(SendMessageW(list_, LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(0xffff, 0xffff))));
+        };
+        RECT header = {};
+        GetWindowRect(FindWindowExW(list_, nullptr, WC_HEADERW, nullptr), &header);
+        const int y = static_cast<int>(header.bottom - header.top) + (height(2) - height(1)) * row + 5;
+        Click(list_, 20, y);
+    }
+    static void Click(HWND window, int x, int y) {
+        PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+        PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+    }
+    void Press(int button) const {
+        PostMessageW(dialog_, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(Control(button)));
+    }
+    void Type(int id, std::wstring_view text) const {
+        for (const wchar_t character : text) PostMessageW(Control(id), WM_CHAR, character, 0);
+    }
+    // A choice in a drop-down as its owner is told of it.
+    void Choose(int id, WPARAM index) const {
+        SendMessageW(Control(id), CB_SETCURSEL, index, 0);
+        SendMessageW(dialog_, WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(Control(id)));
+    }
+
+    ProgramRun run_;
+    HWND dialog_ = nullptr;
+    HWND list_ = nullptr;
+};
+
+TEST_F(EditorTest, ShowsTheSelectedEntryAndKeepsWhatIsTyped) {
+    Start({{L"Ctrl+Q", L"one\\ntwo", L"First"}, {L"R-Mouse+F5", L"second", L"Second"}});
+    EXPECT_FALSE(IsWindowEnabled(Control(IDC_TEXT)));
+    ClickRow(0);
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"First"));
+    EXPECT_EQ(Text(IDC_TEXT), L"one\r\ntwo");
+    EXPECT_EQ(Text(IDC_KEY), L"Q");
+    EXPECT_EQ(Text(IDC_MODIFIER), L"Ctrl");
+    EXPECT_EQ(Text(IDC_COUNTER), L"Text (8/4000)");
+    Type(IDC_TEXT, L"ab\r");
+    EXPECT_TRUE(FileGets(L"Ctrl+Q=ab\\none\\ntwo<E<N<D|"));
+    EXPECT_EQ(Text(IDC_COUNTER), L"Text (12/4000)");
+    Type(IDC_LABEL, L"my ");
+    EXPECT_TRUE(FileGets(L"text_000=my First"));
+    ClickRow(1);
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"Second"));
+    EXPECT_EQ(Text(IDC_MODIFIER), L"Right mouse button");
+    EXPECT_EQ(Text(IDC_KEY), L"F5");
+    EXPECT_FALSE(FileHolds(L"text_001=my"));
+}
+
+// Each way follows the typing at once; the timer that would keep it comes only when the queue is empty.
+TEST_F(EditorTest, NothingTypedIsLost) {
+    const struct {
+        const wchar_t* name;
+        UINT message;
+        WPARAM wParam;
+        bool ends;
+    } ways[] = {
+        {L"close", WM_CLOSE, 0, false},
+        {L"hide", WM_COMMAND, 32782, false},
+        {L"exit", WM_COMMAND, CMD_EXIT, true},
+        {L"session", WM_QUERYENDSESSION, 0, false},
+    };
+    for (const auto& way : ways) {
+        ProgramRun run;
+        ASSERT_TRUE(run.WriteSettings(SettingsText({{L"Ctrl+Q", L"old"}, {L"Ctrl+W", L"other"}})));
+        ASSERT_TRUE(run.Start());
+        dialog_ = run.MainDialog();
+        list_ = Control(IDC_LIST);
+        ClickRow(0);
+        ASSERT_TRUE(Becomes(IDC_TEXT, L"old"));
+        Type(IDC_TEXT, L"new ");
+        if (way.ends) {
+            PostMessageW(dialog_, way.message, way.wParam, 0);
+            EXPECT_EQ(run.Program().WaitForExit(), 1U);
+        } else {
+            ASSERT_TRUE(Becomes(IDC_TEXT, L"new old"));
+            SendMessageW(dialog_, way.message, way.wParam, 0);
+        }
+        EXPECT_NE(ReadBytes(run.SettingsFile()).find(Utf16File(L"Ctrl+Q=new old<E").substr(2)),
+                  std::string::npos)
+            << ::testing::PrintToString(way.name);
+    }
+}
+
+TEST_F(EditorTest, ChangingTheSelectionKeepsTheEdit) {
+    Start({{L"Ctrl+Q", L"old"}, {L"Ctrl+W", L"other"}});
+    ClickRow(0);
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"old"));
+    Type(IDC_TEXT, L"new ");
+    ClickRow(1);
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"other"));
+    EXPECT_TRUE(FileHolds(L"Ctrl+Q=new old<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"Ctrl+W=other<E<N<D|"));
+}
+
+TEST_F(EditorTest, ATextBeyondTheLimitIsToldOfAndNotTaken) {
+    const std::wstring text(3999, L'x');
+    Start({{L"Ctrl+Q", text}, {L"Ctrl+W", L"other"}});
+    ClickRow(0);
+    ASSERT_TRUE(WaitFor([&] { return Text(IDC_TEXT).size() == 3999; }));
+    Type(IDC_TEXT, L"ab");
+    HWND box = run_.Program().WaitForVisibleWindow(L"#32770", L"Verbatix");
+    ASSERT_TRUE(WaitFor(
+        [&] { return (box = FindWindowExW(nullptr, nullptr, L"#32770", L"Verbatix")) && box != dialog_; }));
+    EXPECT_EQ(WindowText(GetDlgItem(box, 0xffff)), L"The text is too long. Characters at most: 4000");
+    SendMessageW(box, WM_COMMAND, IDOK, 0);
+    EXPECT_FALSE(FileHolds(L"Ctrl+Q=ab"));
+    EXPECT_EQ(Text(IDC_COUNTER), L"Text (4001/4000)");
+    Type(IDC_TEXT, L"\b");
+    EXPECT_TRUE(FileGets(L"Ctrl+Q=a" + text + L"<E<N<D|"));
+}
+
+TEST_F(EditorTest, NewTakesTheBlankPlaceFirst) {
+    Start({{L"Ctrl+Q", L"one"}, {L"Ctrl+X", L""}, {L"Ctrl+W", L"three"}});
+    EXPECT_EQ(Rows(), 2);
+    Press(CMD_NEW_ENTRY);
+    EXPECT_TRUE(FileGets(L"text_001=Ctrl-Alt+=???Text<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"listcmd_count=3"));
+    EXPECT_EQ(Rows(), 3);
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"???Text"));
+    Press(CMD_NEW_ENTRY);
+    EXPECT_TRUE(FileGets(L"listcmd_count=4"));
+    EXPECT_TRUE(FileHolds(L"text_003=Ctrl-Alt+=???Text<E<N<D|"));
+    ClickRow(0);
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"one"));
+    Press(CMD_COPY_ENTRY);
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+=one<E<N<D|"));
+}
+
+TEST_F(EditorTest, DeleteAsksAndKeepsThePlace) {
+    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Ctrl+W", L"two", L"Second"}});
+    ClickRow(0);
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"First"));
+    for (const int answer : {IDNO, IDYES}) {
+        Press(CMD_DELETE_ENTRY);
+        HWND box = nullptr;
+        ASSERT_TRUE(WaitFor([&] {
+            box = GetForegroundWindow();
+            return box != dialog_ && WindowText(GetDlgItem(box, 0xffff)) == L"Delete the selected entry?";
+        }));
+        SendMessageW(box, WM_COMMAND, static_cast<WPARAM>(answer), 0);
+        ASSERT_TRUE(WaitFor([&] { return IsWindowEnabled(dialog_) != FALSE; }));
+        EXPECT_TRUE(WaitFor([&] { return Rows() == (answer == IDNO ? 2 : 1); }));
+    }
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Second"));
+    EXPECT_TRUE(FileGets(L"text_000=Ctrl+Q=<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"listcmd_count=2"));
+    EXPECT_FALSE(FileHolds(L"First"));
+}
+
+TEST_F(EditorTest, NamesTheEntryWithTheSameHotkey) {
+    Start({{L"Ctrl+Q", L"one", L"First & best"}, {L"Alt+Q", L"two", L"Second"}});
+    ClickRow(1);
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"Second"));
+    EXPECT_EQ(Text(IDC_CLASH), L"");
+    Choose(IDC_MODIFIER, 4);
+    EXPECT_EQ(Text(IDC_CLASH), L"Also used by: First & best. Pressing it will show a menu.");
+    EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=two<E<N<D|"));
+    Choose(IDC_KEY, 2);
+    EXPECT_EQ(Text(IDC_CLASH), L"");
+    EXPECT_TRUE(FileGets(L"text_001=Ctrl+B=two<E<N<D|"));
+}
+
+TEST_F(EditorTest, FilterNarrowsTheListAndEscapeWidensIt) {
+    Start({{L"Ctrl+Q", L"alpha"}, {L"Alt+W", L"beta", L"Mark"}, {L"Alt+E", L"gamma"}});
+    const HWND status = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
+    PlayStroke({VK_LCONTROL}, 'F');
+    for (const BYTE key : {'M', 'A', 'R'}) PlayStroke({}, key);
+    EXPECT_TRUE(Becomes(IDC_FILTER, L"mar"));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 1; }));
+    EXPECT_TRUE(WaitFor([&] {
+        return LOWORD(SendMessageW(status, SB_GETTEXTLENGTHW, 0, 0)) ==
+               std::wstring_view(L"Shown: 1 of 3").size();
+    }));
+    PlayStroke({}, VK_DOWN);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Mark"));
+    // What no longer matches because it was edited stays in sight.
+    SendMessageW(Control(IDC_LABEL), EM_SETSEL, 0, -1);
+    Type(IDC_LABEL, L"K");
+    EXPECT_TRUE(FileGets(L"text_001=K\r"));
+    EXPECT_EQ(Rows(), 1);
+    PlayStroke({VK_LCONTROL}, 'F');
+    PlayStroke({}, VK_ESCAPE);
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 3; }));
+    EXPECT_EQ(Text(IDC_LABEL), L"K");
+    EXPECT_TRUE(IsWindowVisible(dialog_));
+}
+
+TEST_F(EditorTest, AColumnClickSortsAndIsRemembered) {
+    Start({{L"Ctrl+Q", L"b", L"2"}, {L"Alt+W", L"c", L"3"}, {L"Alt+E", L"a", L"1"}});
+    const HWND header = FindWindowExW(list_, nullptr, WC_HEADERW, nullptr);
+    RECT place = {};
+    GetWindowRect(header, &place);
+    const int text = static_cast<int>(place.right - place.left) * 7 / 10;
+    const struct {
+        const wchar_t* column;
+        const wchar_t* descending;
+        const wchar_t* firstLabel;
+    } steps[] = {{L"sort_col=2", L"SortDescending=0", L"1"},
+                 {L"sort_col=2", L"SortDescending=1", L"3"},
+                 {L"sort_col=-1", L"SortDescending=0", L"2"}};
+    for (const auto& step : steps) {
+        Click(header, text, 5);
+        EXPECT_TRUE(WaitFor([&] { return FileHolds(step.column) && FileHolds(step.descending); }));
+        ClickRow(0);
+        EXPECT_TRUE(Becomes(IDC_LABEL, step.firstLabel)) << ::testing::PrintToString(Text(IDC_LABEL));
+    }
+    EXPECT_TRUE(FileHolds(L"text_000=Ctrl+Q=b<E<N<D|"));
+}
+
+TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
+    Start({{L"Ctrl+Q", L"one", L"First"}});
+    PlayStroke({VK_LMENU}, 'N');
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"???Text"));
+    for (const BYTE key : {'H', 'E', 'L', 'L', 'O'}) PlayStroke({}, key);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
+    PlayStroke({VK_LMENU}, 'L');
+    for (const BYTE key : {'L', 'B'}) PlayStroke({}, key);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"lb"));
+    PlayStroke({VK_LMENU}, 'K');
+    PlayStroke({}, 'R');
+    EXPECT_TRUE(Becomes(IDC_KEY, L"r"));
+    PlayStroke({}, VK_TAB);
+    EXPECT_TRUE(FileGets(L"Ctrl-Alt+R=hello<E<N<D|"));
+    EXPECT_EQ(Text(IDC_KEY), L"R");
+    const Target target;
+    PlayStroke({VK_LCONTROL, VK_LMENU}, 'R');
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"hello"; }));
+}
+
+TEST_F(EditorTest, TestPastesIntoTheWindowBehind) {
+    const Target target;
+    Start({{L"Ctrl+Q", L"old\\nend"}});
+    ClickRow(0);
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"old\r\nend"));
+    Type(IDC_TEXT, L"very ");
+    Press(CMD_TEST_ENTRY);
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"very old\r\nend"; }))
+        << ::testing::PrintToString(target.Text());
+    EXPECT_EQ(Text(IDC_TEXT), L"very old\r\nend");
+}
+
+TEST_F(EditorTest, TheInsertMenuInsertsAtTheCaret) {
+    Start({{L"Ctrl+Q", L"ab"}});
+    ClickRow(0);
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"ab"));
+    SendMessageW(Control(IDC_TEXT), EM_SETSEL, 1, 1);
+    Press(IDC_INSERT);
+    HWND menu = nullptr;
+    ASSERT_TRUE(WaitFor([&] { return (menu = FindWindowW(L"#32768", nullptr)) && IsWindowVisible(menu); }));
+    PlayStroke({}, VK_DOWN);
+    PlayStroke({}, VK_RIGHT);
+    PlayStroke({}, VK_RETURN);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"a%MMMM%b"));
+    EXPECT_TRUE(FileGets(L"Ctrl+Q=a%MMMM%b<E<N<D|"));
+}
+
+TEST_F(EditorTest, NothingOverlapsAtTheSmallestSize) {
+    Start({}, L"WinRC=40;50;140;150;1;x,y,w,h,SW\r\n");
+    RECT client = {};
+    GetClientRect(dialog_, &client);
+    std::vector<std::pair<int, RECT>> places;
+    for (HWND child = GetWindow(dialog_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        RECT place = {};
+        GetWindowRect(child, &place);
+        MapWindowPoints(nullptr, dialog_, reinterpret_cast<POINT*>(&place), 2);
+        const int id = GetDlgCtrlID(child);
+        EXPECT_GT(place.bottom - place.top, 8) << id;
+        EXPECT_GE(place.left, 0) << id;
+        EXPECT_LE(place.right, client.right) << id;
+        EXPECT_LE(place.bottom, client.bottom) << id;
+        for (const auto& [other, taken] : places) {
+            RECT both = {};
+            EXPECT_FALSE(IntersectRect(&both, &place, &taken)) << id << " and " << other;
+        }
+        places.emplace_back(id, place);
+    }
+    EXPECT_GE(places.size(), 18U);
+}
+
+}  // namespace
+}  // namespace verbatix::test
