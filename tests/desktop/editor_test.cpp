@@ -266,8 +266,11 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     EXPECT_TRUE(FileGets(L"Ctrl-Alt+R=hello<E<N<D|"));
     EXPECT_EQ(Text(IDC_KEY), L"R");
     const Target target;
+    ASSERT_TRUE(target.Activate());
     PlayStroke({VK_LCONTROL, VK_LMENU}, 'R');
-    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"hello"; }));
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"hello"; }))
+        << ::testing::PrintToString(target.Text()) << ::testing::PrintToString(Text(IDC_TEXT))
+        << WindowText(GetForegroundWindow()).size();
 }
 
 TEST_F(EditorTest, TestPastesIntoTheWindowBehind) {
