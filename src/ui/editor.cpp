@@ -179,6 +179,7 @@ void ShowInEditor(int position) {
     editor.position = exists ? position : -1;
     editor.edited = false;
     editor.warned = false;
+    if (!exists) SendMessageW(Control(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     EnableEntryControls(exists);
     ShowCounter();
     ShowClash();

@@ -102,6 +102,8 @@ static void OnInitDialog(HWND dialog) {
     LayOutControls(dialog);
     LayOutColumns(mainWindow.list);
     RefreshListView(false);
+    // Somebody who opens the window for the first time sees what an entry is made of.
+    if (!mainWindow.rows.empty()) SelectEntry(mainWindow.rows.front());
 }
 
 static LRESULT OnNotify(const NMHDR& header) {
