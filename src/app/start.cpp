@@ -18,6 +18,7 @@
 #include "ids.h"
 #include "store/list_file.h"
 #include "store/settings.h"
+#include "ui/dark_theme.h"
 #include "ui/editor.h"
 #include "ui/main_window.h"
 
@@ -43,10 +44,10 @@ static void ReadLanguageAndTheme() {
 }
 
 // Looked up, because the program also has to start where the function is missing.
-static void BecomeDpiAware() {
+static bool BecomeDpiAware() {
     const auto setAware = reinterpret_cast<BOOL(WINAPI*)()>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetProcessDPIAware")));
-    if (setAware) setAware();
+    return setAware && setAware();
 }
 
 static bool IsUpdaterName() {
@@ -65,7 +66,7 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     CurrentSystemVersion();
     ChooseSettingsPath();
     ReadLanguageAndTheme();
-    BecomeDpiAware();
+    if (BecomeDpiAware()) AllowDarkMenus(CurrentSystemVersion().build);
     if (!LoadLanguageArchive(settings.language)) {
         MessageBoxW(nullptr, L"Error! Loading language file string archive", kProductName,
                     MB_OK | MB_ICONERROR);

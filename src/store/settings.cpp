@@ -25,7 +25,7 @@ constexpr auto kMain = SettingGroup::kMain;
 
 constexpr SettingRow kTable[] = {
     {L"lng", kProgramSection, &Settings::language, kStart, 0, 0},
-    {L"disable_dark_theme", kProgramSection, &Settings::disableDarkTheme, kStart, 0, 0},
+    {L"disable_dark_theme", kProgramSection, &Settings::disableDarkTheme, kStart, 3004, 0},
     {L"soft_paint", kProgramSection, &Settings::softPaint, kStart, 0, 0},
     {L"m_use_system_icons", kProductSection, &Settings::useSystemIcons, kMain, 0, 0},
     {L"m_set_focus", kProgramSection, &Settings::setFocus, kMain, 0, 0},

@@ -14,6 +14,7 @@
 #include "store/settings.h"
 #include "store/settings_path.h"
 #include "ui/closing.h"
+#include "ui/dark_theme.h"
 #include "ui/editor.h"
 #include "ui/editor_commands.h"
 #include "ui/insert_menu.h"
@@ -70,6 +71,11 @@ void RunBackup(int id, LPARAM) {
 void SwitchTopmost(int, LPARAM) {
     ChangeSetting(&Settings::topmost, settings.topmost ? 0 : 1);
     ApplyTopmost();
+}
+
+void SwitchDarkTheme(int id, LPARAM) {
+    RunSettingCommand(id);
+    ApplyTheme(mainWindow.window);
 }
 
 void NextVersion(int, LPARAM) {
@@ -129,6 +135,7 @@ constexpr Command kMenuBarCommands[] = {
     {3000, SwitchOption},      // ignore case
     {3001, SwitchOption},      // tips in the paste menu
     {3002, SwitchOption},      // order numbers in the paste menu
+    {3004, SwitchDarkTheme},   // never dark
     {4001, RunBackup},         // every hour
     {4002, RunBackup},         // every day
     {4003, RunBackup},         // now

@@ -15,6 +15,7 @@
 #include "store/settings.h"
 #include "ui/closing.h"
 #include "ui/commands.h"
+#include "ui/dark_theme.h"
 #include "ui/editor.h"
 #include "ui/list_view.h"
 #include "ui/main_layout.h"
@@ -101,6 +102,7 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.maximizeWhenShown = RestoreWindowPlace(dialog);
     LayOutControls(dialog);
     LayOutColumns(mainWindow.list);
+    ApplyTheme(dialog);
     RefreshListView(false);
     // Somebody who opens the window for the first time sees what an entry is made of.
     if (!mainWindow.rows.empty()) SelectEntry(mainWindow.rows.front());
@@ -155,6 +157,14 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_CLOSE: return CloseMainWindow(), TRUE;
         case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);
+        case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), FALSE;
+        case WM_CTLCOLORDLG:
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLORLISTBOX:
+            return reinterpret_cast<INT_PTR>(
+                DarkControlColors(reinterpret_cast<HDC>(wParam), message, reinterpret_cast<HWND>(lParam)));
         default: return FALSE;
     }
 }

@@ -7,7 +7,7 @@ table=$(x86_64-w64-mingw32-objdump -p "$1/Verbatix.exe")
 dlls=$(awk '/DLL Name/ {print tolower($3)}' <<<"$table")
 functions=$(awk 'NF == 3 && $1 ~ /^[0-9a-f]+$/ && $2 ~ /^[0-9]+$/ {print $3}' <<<"$table")
 
-system='advapi32|comctl32|comdlg32|gdi32|imm32|kernel32|msvcrt|ole32|oleaut32|shell32|shlwapi|user32|uxtheme'
+system='advapi32|comctl32|comdlg32|dwmapi|gdi32|imm32|kernel32|msvcrt|ole32|oleaut32|shell32|shlwapi|user32|uxtheme'
 foreign=$(grep -vxE "($system)\.dll" <<<"$dlls" || true)
 newer='GetSystemTimePreciseAsFileTime|WaitOnAddress|WakeByAddress.*|CreateFile2|CopyFile2|GetDpiFor.*'
 newer+='|.*DpiAwareness.*|.*ForDpi|SetThreadDescription|GetThreadDescription|LoadPackagedLibrary|PathCch.*'

@@ -177,6 +177,31 @@ TEST_F(MainDialog, ComesBackOntoTheScreen) {
     EXPECT_GE(place.top, 0);
 }
 
+TEST_F(MainDialog, FollowsTheDarkModeOfWindowsUnlessForbidden) {
+    constexpr const wchar_t* kKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
+    const auto setLight = [&](DWORD light) {
+        RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"AppsUseLightTheme", REG_DWORD, &light, sizeof light);
+        SendMessageW(dialog_, WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
+    };
+    const auto isDark = [&] {
+        const auto back =
+            static_cast<COLORREF>(SendMessageW(GetDlgItem(dialog_, IDC_LIST), LVM_GETBKCOLOR, 0, 0));
+        return GetGValue(back) < 128;
+    };
+    Start(L"");
+    EXPECT_FALSE(isDark());
+    setLight(0);
+    EXPECT_TRUE(isDark());
+    Send(3004, kMarker);
+    EXPECT_EQ(ReadSetting(run_, L"Program", L"disable_dark_theme"), 1);
+    EXPECT_FALSE(isDark());
+    Send(3004, kMarker);
+    EXPECT_TRUE(isDark());
+    setLight(1);
+    EXPECT_FALSE(isDark());
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, L"AppsUseLightTheme");
+}
+
 TEST_F(MainDialog, NoticesAClockThatJumps) {
     Start(L"");
     // Held up for three seconds the program sees the clock jump, as after sleep.
