@@ -22,13 +22,12 @@ std::string SortKey(std::wstring_view text, bool ignoreCase) {
     text = text.substr(0, kSortedCharacters);
     if (text.empty()) return {};
     const DWORD flags = LCMAP_SORTKEY | (ignoreCase ? NORM_IGNORECASE : 0U);
-    const int length = static_cast<int>(text.size());
-    const int size = LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), length, nullptr, 0);
-    std::string key(static_cast<std::size_t>(std::max(size, 0)), '\0');
+    // Some four to eight bytes a character; asking for the size first would cost as much as the key.
+    char key[16 * kSortedCharacters];
     // For a sort key the function counts bytes, and takes them by the pointer to wide characters.
-    LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), length, reinterpret_cast<wchar_t*>(key.data()),
-                 size);
-    return key;
+    const int size = LCMapStringW(LOCALE_USER_DEFAULT, flags, text.data(), static_cast<int>(text.size()),
+                                  reinterpret_cast<wchar_t*>(key), sizeof key);
+    return {key, static_cast<std::size_t>(std::max(size, 0))};
 }
 
 void SortRows(std::vector<int>& rows, const EntryList& list, const ListOrder& order) {

@@ -126,8 +126,9 @@ static void SortByColumn(int column) {
     int sortColumn = settings.sortColumn;
     int descending = settings.sortDescending;
     ClickColumn(column, sortColumn, descending);
-    ChangeSetting(&Settings::sortColumn, sortColumn);
-    ChangeSetting(&Settings::sortDescending, descending);
+    // With a large list a write takes longer than the sorting.
+    if (sortColumn != settings.sortColumn) ChangeSetting(&Settings::sortColumn, sortColumn);
+    if (descending != settings.sortDescending) ChangeSetting(&Settings::sortDescending, descending);
     RefreshListView(true);
 }
 

@@ -10,4 +10,7 @@ void BenchHotkeyRoad();
 // From the start of the process to the hook being in, by number of entries, and resident memory.
 void BenchStart();
 
+// The main window with 10,000 entries: shown, filtered, sorted, an entry edited.
+void BenchWindow();
+
 }  // namespace verbatix::bench
