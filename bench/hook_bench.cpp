@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "bench.h"
+#include "bench/bench.h"
 #include "hotkeys/keyboard_hook.h"
 #include "support/keys.h"
 #include "support/message_thread.h"
