@@ -1,5 +1,6 @@
 // Somebody else's program: a window with one multi-line edit control that holds the keyboard. Tests read
-// the control with WM_GETTEXT. Arguments: the window's title (optional).
+// the control with WM_GETTEXT. Below it lies a strip where clicks do nothing. Arguments: the window's title
+// (optional).
 #include <windows.h>
 
 static HWND edit;
@@ -7,7 +8,7 @@ static HWND edit;
 static LRESULT CALLBACK TargetProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SETFOCUS: SetFocus(edit); return 0;
-        case WM_SIZE: MoveWindow(edit, 0, 0, LOWORD(lParam), HIWORD(lParam), TRUE); return 0;
+        case WM_SIZE: MoveWindow(edit, 0, 0, LOWORD(lParam), HIWORD(lParam) - 12, TRUE); return 0;
         case WM_DESTROY: PostQuitMessage(0); return 0;
         default: return DefWindowProcW(window, message, wParam, lParam);
     }

@@ -1,12 +1,17 @@
+// The lookup tables, the decision on a key event over them, and when the hook is installed anew.
 #include "hotkeys/key_decision.h"
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
+
+#include "hotkeys/hook_upkeep.h"
 
 namespace verbatix {
 namespace {
 
+constexpr unsigned kCtrlDown = 32;
 unsigned stateWord;
 int stateWordReads;
 unsigned ReadStateWord() {
@@ -17,7 +22,7 @@ unsigned ReadStateWord() {
 class DecideKeyTest : public testing::Test {
   protected:
     DecideKeyTest() {
-        stateWord = 32;
+        stateWord = kCtrlDown;
         stateWordReads = 0;
         AddHotkey(*tables, 'Q', 4, L"one");
         AddHotkey(*tables, 'W', 4, L"first");
@@ -26,18 +31,39 @@ class DecideKeyTest : public testing::Test {
         AddHotkey(*tables, 'R', 4, L"Charmap:abc");
     }
 
-    KeyDecision Decide(DWORD key, ULONG_PTR tag = 0) {
+    KeyAction Decide(DWORD key, ULONG_PTR tag = 0) {
         KBDLLHOOKSTRUCT event = {};
         event.vkCode = key;
         event.dwExtraInfo = tag;
-        return DecideKey(event, *tables, disabled, state, ReadStateWord, now);
+        decision = DecideKey(event, *tables, disabled, state, ReadStateWord, now);
+        return decision.action;
     }
 
     std::unique_ptr<HotkeyTables> tables = std::make_unique<HotkeyTables>();
     DisabledHotkeys disabled;
     TriggerState state;
     ULONGLONG now = 0;
+    KeyDecision decision;
 };
+
+TEST(HotkeyTables, CountAndKeepTheLastTextWithinTheirBounds) {
+    const auto tables = std::make_unique<HotkeyTables>();
+    for (const wchar_t* text : {L"first", L"last"}) EXPECT_TRUE(AddHotkey(*tables, 'Q', 4, text));
+    EXPECT_FALSE(AddHotkey(*tables, 'Q', 4, L""));
+    AddHotkey(*tables, 0x1234'5600 + 'Q', 9, L"low byte");
+    EXPECT_EQ(tables->anyModifier['Q'], 3U);
+    EXPECT_EQ(tables->counts[4]['Q'], 2U);
+    EXPECT_EQ(tables->texts[4]['Q'], L"last");
+    EXPECT_EQ(tables->texts[9]['Q'], L"low byte");
+    // An unknown modifier code is shown as left Windows, so it works as left Windows.
+    for (const unsigned code : {10U, 11U, 0xffffffffU}) AddHotkey(*tables, 255, code, L"text");
+    EXPECT_EQ(tables->counts[0][255], 3U);
+    // An entry without hotkey has a text, but no event may find it.
+    EXPECT_TRUE(AddHotkey(*tables, 0x100, 1, L"no key"));
+    EXPECT_EQ(tables->anyModifier[0], 0U);
+    ClearHotkeys(*tables);
+    EXPECT_EQ(tables->anyModifier['Q'] + tables->counts[4]['Q'] + tables->texts[4]['Q'].size(), 0U);
+}
 
 TEST(ModifierCode, NeedsExactlyOneOfTheStates) {
     const std::map<unsigned, int> codes = {{1, 0}, {2, 1},  {36, 2},  {40, 3},  {8, 3},   {32, 4},
@@ -48,28 +74,33 @@ TEST(ModifierCode, NeedsExactlyOneOfTheStates) {
     }
 }
 
-TEST_F(DecideKeyTest, PicksTheActionByTheEntries) {
-    struct Case {
-        DWORD key;
-        KeyAction action;
-    };
-    for (const Case& c : {Case{'Q', KeyAction::TriggerEntry},
-                          {'W', KeyAction::TriggerMenu},
-                          {'E', KeyAction::TriggerMenu},
-                          {'R', KeyAction::TriggerEntry},
-                          {'T', KeyAction::PassOn}}) {
-        const KeyDecision decision = Decide(c.key);
-        EXPECT_EQ(decision.action, c.action) << c.key;
-        EXPECT_EQ(decision.modifier, c.action == KeyAction::PassOn ? 0U : 4U);
+TEST_F(DecideKeyTest, PicksTheActionByTheEntriesAndTheState) {
+    const std::pair<DWORD, KeyAction> rows[] = {{'Q', KeyAction::TriggerEntry},
+                                                {'W', KeyAction::TriggerMenu},
+                                                {'E', KeyAction::TriggerMenu},
+                                                {'R', KeyAction::TriggerEntry}};
+    for (const auto& [key, action] : rows) {
+        EXPECT_EQ(Decide(key), action) << key;
+        EXPECT_EQ(decision.modifier, 4U);
     }
-    EXPECT_EQ(Decide('Q').text, &tables->texts[4]['Q']);
+    EXPECT_EQ(decision.text, &tables->texts[4]['R']);
+    state.busy = true;
+    EXPECT_EQ(Decide('Q'), KeyAction::TriggerNothing);
+    EXPECT_EQ(Decide('W'), KeyAction::TriggerMenu);
+
+    // Disabled: swallowed whatever its entries are; without an entry it is an ordinary key.
+    disabled = {{4, {{'Q', true}, {'W', true}, {'T', true}}}, {5, {{'E', true}}}};
+    EXPECT_EQ(Decide('Q'), KeyAction::Swallow);
+    EXPECT_EQ(Decide('W'), KeyAction::Swallow);
+    EXPECT_EQ(Decide('E'), KeyAction::TriggerMenu);
+    EXPECT_EQ(Decide('T'), KeyAction::PassOn);
 }
 
 TEST_F(DecideKeyTest, ReadsTheKeyStateOnlyForKeysOnAHotkey) {
     for (const DWORD key : {DWORD{'T'}, DWORD{0}, DWORD{VK_LCONTROL}, DWORD{256}, DWORD{256 + 'Q'}}) {
-        EXPECT_EQ(Decide(key).action, KeyAction::PassOn) << key;
+        EXPECT_EQ(Decide(key), KeyAction::PassOn) << key;
     }
-    EXPECT_EQ(Decide('Q', kSyntheticInputTag).action, KeyAction::PassOn);
+    EXPECT_EQ(Decide('Q', kSyntheticInputTag), KeyAction::PassOn);
     EXPECT_EQ(stateWordReads, 0);
     Decide('Q');
     EXPECT_EQ(stateWordReads, 1);
@@ -77,65 +108,46 @@ TEST_F(DecideKeyTest, ReadsTheKeyStateOnlyForKeysOnAHotkey) {
 
 TEST_F(DecideKeyTest, LetsPendingKeysGoAtTheNextEventThatIsNoTrigger) {
     state.pendingRelease = 0;
-    EXPECT_EQ(Decide('T').action, KeyAction::PassAfterRelease);
-    EXPECT_EQ(Decide(300).action, KeyAction::PassAfterRelease);
-    EXPECT_EQ(Decide('Q').action, KeyAction::TriggerEntry);
-    EXPECT_EQ(Decide('T', kSyntheticInputTag).action, KeyAction::PassOn);
-    stateWord = 4;  // a code without an entry
-    EXPECT_EQ(Decide('Q').action, KeyAction::PassAfterRelease);
-    stateWord = 32 | 64;  // Shift makes it another state
-    EXPECT_EQ(Decide('Q').action, KeyAction::PassAfterRelease);
+    EXPECT_EQ(Decide('T'), KeyAction::PassAfterRelease);
+    EXPECT_EQ(Decide(300), KeyAction::PassAfterRelease);
+    EXPECT_EQ(Decide('Q'), KeyAction::TriggerEntry);
+    EXPECT_EQ(Decide('T', kSyntheticInputTag), KeyAction::PassOn);
+    for (const unsigned word : {4U, kCtrlDown | 64}) {  // a code without an entry; Shift makes it none
+        stateWord = word;
+        EXPECT_EQ(Decide('Q'), KeyAction::PassAfterRelease);
+    }
+    EXPECT_TRUE(PendingReleaseStrokes(-1).empty());
+    EXPECT_EQ(PendingReleaseStrokes(2), (std::vector<KeyStroke>{{VK_LCONTROL, 2}, {VK_LMENU, 2}}));
+    EXPECT_EQ(PendingReleaseStrokes(6), (std::vector<KeyStroke>{{VK_RCONTROL, 2}}));
 }
 
 TEST_F(DecideKeyTest, SwallowsRepeatsWithinTheGuard) {
-    struct Case {
-        ULONGLONG last, now;
+    const struct {
+        std::optional<ULONGLONG> last;
+        ULONGLONG now;
         bool swallowed;
-    };
-    for (const Case& c : {Case{1000, 1000, true},
-                          {1000, 1300, true},
-                          {1000, 1301, false},
-                          {0, 300, true},
-                          {0xffff'ff00, 0x1'0000'0000, true},
-                          {0xffff'ff00, 0x1'0000'0100, false}}) {
-        state.lastTrigger = c.last;
-        now = c.now;
+    } rows[] = {{{}, 5, false},  // the machine has just started, and this is the first press
+                {1000, 1000, true},
+                {1000, 1300, true},
+                {1000, 1301, false},
+                {0, 300, true},
+                {0xffff'ff00, 0x1'0000'0000, true},
+                {0xffff'ff00, 0x1'0000'0100, false}};
+    for (const auto& row : rows) {
+        state.lastTrigger = row.last;
+        now = row.now;
         for (const DWORD key : {DWORD{'Q'}, DWORD{'W'}}) {
-            EXPECT_EQ(Decide(key).action == KeyAction::Swallow, c.swallowed) << c.last << " " << c.now;
+            EXPECT_EQ(Decide(key) == KeyAction::Swallow, row.swallowed) << row.now;
         }
     }
-    // The machine has just started, and this is the first press.
-    state.lastTrigger.reset();
-    now = 5;
-    EXPECT_EQ(Decide('Q').action, KeyAction::TriggerEntry);
 }
 
-TEST_F(DecideKeyTest, WhileAnEntryRunsASecondOneIsATriggerThatRunsNothing) {
-    state.busy = true;
-    EXPECT_EQ(Decide('Q').action, KeyAction::TriggerNothing);
-    EXPECT_EQ(Decide('W').action, KeyAction::TriggerMenu);
-    EXPECT_EQ(Decide('T').action, KeyAction::PassOn);
-}
-
-TEST_F(DecideKeyTest, ADisabledHotkeyIsSwallowedWhateverItsEntries) {
-    disabled = {{4, {{'Q', true}, {'W', true}, {'T', true}}}, {5, {{'R', true}}}};
-    state.pendingRelease = 4;
-    EXPECT_EQ(Decide('Q').action, KeyAction::Swallow);
-    EXPECT_EQ(Decide('W').action, KeyAction::Swallow);
-    EXPECT_EQ(Decide('R').action, KeyAction::TriggerEntry);
-    EXPECT_EQ(Decide('T').action, KeyAction::PassAfterRelease);  // no entry on it
-}
-
-TEST(PendingRelease, NamesTheKeysOfTheCode) {
-    const std::vector<std::vector<BYTE>> keys = {
-        {}, {}, {VK_LCONTROL, VK_LMENU}, {VK_RMENU}, {VK_LCONTROL}, {VK_LMENU}, {VK_RCONTROL}, {}, {}, {}};
-    for (int code = -1; code < 10; ++code) {
-        std::vector<KeyStroke> expected;
-        if (code >= 0) {
-            for (const BYTE key : keys[static_cast<std::size_t>(code)]) expected.push_back({key, 2});
-        }
-        EXPECT_EQ(PendingReleaseStrokes(code), expected) << code;
-    }
+TEST(ClockWatch, CountsJumpsOfMoreThanTwoSecondsEitherWay) {
+    ClockWatch watch = {.storedSeconds = 1000};
+    const std::pair<long long, bool> looks[] = {{1002, false}, {1000, false}, {1003, true},  {1003, false},
+                                                {1000, true},  {87400, true}, {87401, false}};
+    for (const auto& [seconds, jumped] : looks) EXPECT_EQ(ClockJumped(watch, seconds), jumped) << seconds;
+    EXPECT_EQ(HookStatusText(watch.jumps, 12), L"R:3 (12)");
 }
 
 }  // namespace

@@ -1,79 +1,102 @@
+// The program's own strokes, the user's hotkey played for him, and whether Windows keeps that one.
 #include "hotkeys/key_simulation.h"
 
 #include <gtest/gtest.h>
 
+#include "base/language.h"
+#include "hotkeys/hotkey_simulation.h"
 #include "key_watch.h"
 #include "support/keys.h"
+#include "support/message_box.h"
 
 namespace verbatix {
 namespace {
 
-using test::SeenKey;
+using Strokes = std::vector<KeyStroke>;
+using Seen = std::vector<test::SeenKey>;
 
-TEST(ReleaseStrokes, LetGoWhatWasDownInOrderAndTheNeutralAltLast) {
+TEST(KeyStrokes, ReleaseAndSimulateInTheirOrder) {
     HeldKeys all;
     all.fill(true);
-    EXPECT_EQ(ReleaseStrokes(all), (std::vector<KeyStroke>{{91, 2},
-                                                           {92, 2},
-                                                           {165, 2},
-                                                           {164, 2},
-                                                           {17, 2},
-                                                           {163, 2},
-                                                           {162, 2},
-                                                           {1, 2},
-                                                           {4, 2},
-                                                           {2, 2},
-                                                           {18, 3}}));
-    HeldKeys leftAlt = {};
-    leftAlt[3] = leftAlt[4] = true;
-    EXPECT_EQ(ReleaseStrokes(leftAlt), (std::vector<KeyStroke>{{164, 2}, {18, 3}}));
+    Strokes expected;  // the neutral Alt comes last
+    for (const BYTE key : std::initializer_list<BYTE>{91, 92, 165, 164, 17, 163, 162, 1, 4, 2})
+        expected.push_back({key, 2});
+    expected.push_back({18, 3});
+    EXPECT_EQ(ReleaseStrokes(all), expected);
     EXPECT_TRUE(ReleaseStrokes({}).empty());
+
+    const BYTE keys[] = {91, 92, 0, 165, 162, 164, 163, 91, 91, 91, 91};
+    for (unsigned code = 0; code < std::size(keys); ++code) {
+        const Strokes strokes = code == 2
+                                    ? Strokes{{164, 0}, {162, 0}, {'A', 0}, {'A', 2}, {162, 2}, {162, 2}}
+                                    : Strokes{{keys[code], 0}, {'A', 0}, {'A', 2}, {keys[code], 2}};
+        EXPECT_EQ(SimulatedStrokes(code, 0x100 + 'A'), strokes) << code;
+    }
 }
 
-class KeySimulationTest : public testing::Test {
-  protected:
-    // The strokes of the program's main thread.
-    void OnThread(const std::function<void()>& work) { thread.Run(work); }
-
+TEST(KeySimulation, SendsTaggedStrokesAndAUsersUntaggedWithTheKeyAsScanCode) {
     test::MessageThread thread;
     test::KeyWatch watch;
-};
-
-TEST_F(KeySimulationTest, WithNothingHeldOnlyTheStrokeIsSentAndTagged) {
-    OnThread(SendCopy);
-    EXPECT_EQ(watch.Take(), (std::vector<SeenKey>{
-                                {162, false, 444}, {'C', false, 444}, {'C', true, 444}, {162, true, 444}}));
-    OnThread([] { SendPaste(0); });
-    EXPECT_EQ(watch.Take(), (std::vector<SeenKey>{
-                                {162, false, 444}, {'V', false, 444}, {'V', true, 444}, {162, true, 444}}));
-    OnThread([] { PressKey(VK_TAB); });
-    EXPECT_EQ(watch.Take(), (std::vector<SeenKey>{{VK_TAB, false, 444}, {VK_TAB, true, 444}}));
+    const struct {
+        void (*send)();
+        BYTE modifier, key;
+        ULONG_PTR tag;
+    } rows[] = {{SendCopy, VK_LCONTROL, 'C', 444},
+                {[] { SendPaste(0); }, VK_LCONTROL, 'V', 444},
+                {[] { PressKey(VK_TAB); }, 0, VK_TAB, 444},
+                {[] { SimulateHotkey(4, VK_F23, true); }, VK_LCONTROL, VK_F23, 0}};
+    for (const auto& [send, modifier, key, tag] : rows) {
+        thread.Run(send);
+        Seen expected = {{key, false, tag}, {key, true, tag}};
+        if (modifier) expected = {{modifier, false, tag}, expected[0], expected[1], {modifier, true, tag}};
+        EXPECT_EQ(watch.Take(), expected);
+    }
+    EXPECT_EQ(watch.scanCode, DWORD{VK_LCONTROL});
 }
 
-TEST_F(KeySimulationTest, HeldModifiersGoUpFirstButShiftStays) {
-    for (const int key : {VK_LSHIFT, VK_LCONTROL, VK_LMENU, VK_RMENU}) {
-        test::PressKeyDown(static_cast<BYTE>(key));
-    }
+TEST(KeySimulation, HeldModifiersGoUpFirstButShiftStays) {
+    test::MessageThread thread;
+    test::KeyWatch watch;
+    for (const BYTE key : std::initializer_list<BYTE>{VK_LSHIFT, VK_LCONTROL, VK_LMENU, VK_RMENU})
+        test::PressKeyDown(key);
     watch.Take();
     HeldKeys held;
-    OnThread([&] { ReleaseHeldModifiers(held); });
+    thread.Run([&] { ReleaseHeldModifiers(held); });
     EXPECT_EQ(held, (HeldKeys{false, false, true, true, true, true, false, true, false, false, false}));
-    std::vector<DWORD> order;
-    for (const SeenKey& seen : watch.Take()) {
-        EXPECT_TRUE(seen.up && seen.tag == 444) << testing::PrintToString(seen);
-        order.push_back(seen.key);
-    }
-    EXPECT_EQ(order, (std::vector<DWORD>{165, 164, 162, 162, 165}));
+    EXPECT_EQ(
+        watch.Take(),
+        (Seen{{165, true, 444}, {164, true, 444}, {162, true, 444}, {162, true, 444}, {165, true, 444}}));
     EXPECT_LT(GetAsyncKeyState(VK_LSHIFT), 0);
     test::LetKeyUp(VK_LSHIFT);
     EXPECT_FALSE(test::AnyModifierDown());
 
     test::PressKeyDown(VK_LWIN);
     mouse_event(MOUSEEVENTF_MIDDLEDOWN, 0, 0, 0, 0);
-    OnThread([] { PressKey(VK_F24); });
+    thread.Run([] { PressKey(VK_F24); });
     EXPECT_FALSE(test::AnyModifierDown());
     mouse_event(MOUSEEVENTF_MIDDLEUP, 0, 0, 0, 0);
     test::LetKeyUp(VK_LWIN);
+}
+
+TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {
+    SetLanguageTexts({{131, L"Windows keeps it"}}, {});
+    test::MessageThread other;
+    for (const UINT key : {UINT{VK_OEM_1}, UINT{VK_F23}}) {
+        // Keys from 128 on stand sign-extended in an entry.
+        const auto isTaken = [key] { return IsWinHotkeyTaken(nullptr, 0xFFFFFF00 | key, false); };
+        EXPECT_FALSE(isTaken());
+        EXPECT_FALSE(isTaken());
+        BOOL registered = FALSE;
+        other.Run([&] { registered = RegisterHotKey(nullptr, 7, MOD_WIN, key); });
+        ASSERT_TRUE(registered);
+        EXPECT_TRUE(isTaken());
+    }
+    test::MessageBoxAnswer box;
+    SimulateHotkey(8, VK_F23, true);
+    ASSERT_TRUE(box.Seen());
+    EXPECT_EQ(box.Text(), L"Windows keeps it");
+    EXPECT_FALSE(test::AnyModifierDown());
+    SetLanguageTexts({}, {});
 }
 
 }  // namespace

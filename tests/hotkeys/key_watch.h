@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <mutex>
 #include <ostream>
 #include <utility>
@@ -42,11 +43,8 @@ class KeyWatch {
         return std::exchange(seen, {});
     }
 
-    // Scan code of the last event.
-    static DWORD LastScanCode() {
-        const std::lock_guard lock(mutex);
-        return scanCode;
-    }
+    // Of the last event.
+    inline static std::atomic<DWORD> scanCode;
 
   private:
     // Wine shows a hook the neutral code that was sent, Windows the sided one it stands for.
@@ -59,18 +57,15 @@ class KeyWatch {
 
     static LRESULT CALLBACK Procedure(int code, WPARAM message, LPARAM parameter) noexcept {
         const auto& event = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(parameter);
-        {
-            const std::lock_guard lock(mutex);
-            scanCode = event.scanCode;
-            seen.push_back({SidedKey(event), (event.flags & LLKHF_UP) != 0, event.dwExtraInfo});
-        }
+        scanCode = event.scanCode;
+        const std::lock_guard lock(mutex);
+        seen.push_back({SidedKey(event), (event.flags & LLKHF_UP) != 0, event.dwExtraInfo});
         return CallNextHookEx(nullptr, code, message, parameter);
     }
 
     inline static HHOOK hook;
     inline static std::mutex mutex;
     inline static std::vector<SeenKey> seen;
-    inline static DWORD scanCode;
     MessageThread thread_;
 };
 

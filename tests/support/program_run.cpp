@@ -72,6 +72,12 @@ void Target::SetText(std::wstring_view text) const {
     SendMessageW(edit_, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
 }
 
+int Target::QuietHeight() const {
+    RECT edit;
+    GetWindowRect(edit_, &edit);
+    return edit.bottom + 4;
+}
+
 bool Target::Activate() const {
     return WaitFor([&] {
         if (GetForegroundWindow() == window_) return true;

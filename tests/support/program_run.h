@@ -59,6 +59,8 @@ class Target {
     explicit Target(std::wstring_view title = L"Target");
     HWND Window() const { return window_; }
     HWND Edit() const { return edit_; }
+    // Height on the screen, within the window, at which a click of any button does nothing.
+    int QuietHeight() const;
     std::wstring Text() const { return WindowText(edit_); }
     // Replaces the text, unselected, caret at the end.
     void SetText(std::wstring_view text) const;
