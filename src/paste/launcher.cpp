@@ -4,6 +4,8 @@
 
 #include <shellapi.h>
 
+#include <optional>
+
 #include "base/text.h"
 #include "paste/command_prefixes.h"
 #include "paste/expansion.h"
@@ -11,7 +13,19 @@
 
 namespace verbatix {
 
-static constexpr DWORD kLongestValue = 520;
+// The value of the environment variable, which may be empty; none when there is no such variable or it is
+// too long.
+static std::optional<std::wstring> ValueOf(const std::wstring& name) {
+    constexpr DWORD kLongestValue = 520;
+    wchar_t value[kLongestValue + 1] = L"";
+    if (name.empty()) return std::nullopt;
+    SetLastError(ERROR_SUCCESS);  // an empty value leaves it as it is
+    const DWORD length = GetEnvironmentVariableW(name.c_str(), value, kLongestValue + 1);
+    if (length > kLongestValue || (length == 0 && GetLastError() == ERROR_ENVVAR_NOT_FOUND)) {
+        return std::nullopt;
+    }
+    return std::wstring(value, length);
+}
 
 std::wstring ExpandEnvironment(std::wstring_view text) {
     std::wstring result;
@@ -19,17 +33,14 @@ std::wstring ExpandEnvironment(std::wstring_view text) {
         const std::size_t start = text.find(L'%');
         const std::size_t end = start == std::wstring_view::npos ? start : text.find(L'%', start + 1);
         if (end == std::wstring_view::npos) return result.append(text);
-        wchar_t value[kLongestValue + 1];
-        const std::wstring name(text.substr(start + 1, end - start - 1));
-        const DWORD length =
-            name.empty() ? 0 : GetEnvironmentVariableW(name.c_str(), value, kLongestValue + 1);
-        if (length == 0 || length > kLongestValue) {
+        const auto value = ValueOf(std::wstring(text.substr(start + 1, end - start - 1)));
+        if (!value) {
             // The second percent sign may begin the next reference.
             result.append(text.substr(0, end));
             text.remove_prefix(end);
             continue;
         }
-        result.append(text.substr(0, start)).append(value, length);
+        result.append(text.substr(0, start)).append(*value);
         text.remove_prefix(end + 1);
     }
 }
