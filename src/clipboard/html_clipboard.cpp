@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "clipboard/clipboard_session.h"
 #include "clipboard/html_format.h"
+#include "hotkeys/foreground.h"
 
 namespace verbatix {
 
@@ -42,7 +43,7 @@ static void ShowData(std::size_t size, const std::wstring& raw) {
     // A screen shows a few thousand characters, and laying out megabytes of them would take minutes.
     constexpr std::size_t kShown = 0xFFFF;
     const std::wstring text = Format(L"%d\n%ls", static_cast<int>(size), raw.substr(0, kShown).c_str());
-    MessageBoxW(nullptr, text.c_str(), L"", MB_OK);
+    ShowBoxInFront(nullptr, text, L"");
 }
 
 bool HtmlClipboardGet(std::wstring& fragment, std::wstring& raw) {

@@ -16,4 +16,23 @@ void BringToFront(HWND window) {
         keybd_event(VK_MENU, scanCode, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP, kSyntheticInputTag);
 }
 
+void TakeAltStrokesOut(HWND window) {
+    MSG message;
+    while (PeekMessageW(&message, window, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_NOREMOVE) &&
+           message.wParam == VK_MENU) {
+        PeekMessageW(&message, window, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_REMOVE);
+    }
+}
+
+KeptForeground::~KeptForeground() {
+    if (IsWindow(window_) && GetForegroundWindow() != window_) SetForegroundWindow(window_);
+}
+
+void ShowBoxInFront(HWND owner, const std::wstring& text, const wchar_t* caption, UINT type) {
+    const KeptForeground kept;
+    // Topmost as well: where the system refuses the foreground, the box would lie behind everything and the
+    // program would wait for an answer to it.
+    MessageBoxW(owner, text.c_str(), caption, type | MB_SETFOREGROUND | MB_TOPMOST);
+}
+
 }  // namespace verbatix

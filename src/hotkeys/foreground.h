@@ -1,7 +1,9 @@
-// Bringing a window to the front from a background program.
+// Bringing a window to the front from a background program, and back.
 #pragma once
 
 #include <windows.h>
+
+#include <string>
 
 namespace verbatix {
 
@@ -9,5 +11,26 @@ namespace verbatix {
 // press, so an Alt press is played before and after unless Alt is held anyway. A window that does not
 // exist is ignored. The Alt events arrive in the queue of the new foreground window.
 void BringToFront(HWND window);
+
+// Takes the Alt strokes that stand first in the queue of the calling thread for `window` and its children
+// (null: for every window) out of it: left there, they would end a menu or open the window's own. Other
+// keys stay.
+void TakeAltStrokesOut(HWND window);
+
+// Gives the foreground back, when it goes, to the window that had it when this was made: for boxes and
+// dialogs in the middle of an execution, whose strokes are meant for that window.
+class KeptForeground {
+  public:
+    KeptForeground() : window_(GetForegroundWindow()) {}
+    ~KeptForeground();
+    KeptForeground(const KeptForeground&) = delete;
+    KeptForeground& operator=(const KeptForeground&) = delete;
+
+  private:
+    HWND window_;
+};
+
+// A message box over whatever program is in front, which has the foreground again on return.
+void ShowBoxInFront(HWND owner, const std::wstring& text, const wchar_t* caption, UINT type = MB_OK);
 
 }  // namespace verbatix

@@ -114,9 +114,7 @@ static void TakeKeyboard(HWND owner) {
     pasteMenu.input = {};
     pasteMenu.input.hotkey = pasteMenu.request.key;
     pasteMenu.input.openedAt = GetTickCount();
-    MSG message;
-    while (PeekMessageW(&message, nullptr, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_REMOVE)) {
-    }
+    TakeAltStrokesOut(nullptr);
 }
 
 static LRESULT CALLBACK InputFilter(int code, WPARAM wParam, LPARAM lParam) noexcept {

@@ -7,6 +7,7 @@
 #include "clipboard/named_format.h"
 #include "clipboard/saved_clipboard.h"
 #include "clipboard/shell_paths.h"
+#include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
 #include "paste/clipboard_image.h"
 #include "paste/image_clipboard.h"
@@ -95,7 +96,7 @@ void ImageToSource(const BuiltinCall&) {
 
 void ShellBrowser(const BuiltinCall& call) {
     // The texts mean something only to those who ask for this diagnosis, and they know them as they are.
-    MessageBoxW(nullptr, BelongsToShellBrowser(call.target) ? L"2" : L"Noshel", L"", MB_OK);
+    ShowBoxInFront(nullptr, BelongsToShellBrowser(call.target) ? L"2" : L"Noshel", L"");
 }
 
 void TypeArgument(const BuiltinCall& call) {
@@ -118,7 +119,7 @@ void TypeClipboard(const BuiltinCall&) {
 void CopyHtmlCodeToPlainPaste(const BuiltinCall&) {
     SendCopy();
     Sleep(200);
-    MessageBoxW(nullptr, ClipboardText().substr(0, kMaxShownText).c_str(), L"", MB_OK);
+    ShowBoxInFront(nullptr, ClipboardText().substr(0, kMaxShownText), L"");
     Sleep(200);
     // Put back, it is plain text and nothing else.
     ClipboardPutText(ClipboardText());
@@ -170,7 +171,7 @@ int RunBuiltinCommand(const std::wstring& text, HWND target) {
         const std::wstring_view whole = text;
         command->run({whole, whole.substr(std::wstring_view(command->name).size()), target});
     } else {
-        MessageBoxW(GetActiveWindow(), (L"unknown command:\n" + text).c_str(), L"x", MB_OK);
+        ShowBoxInFront(GetActiveWindow(), L"unknown command:\n" + text, L"x");
     }
     return 1;
 }

@@ -7,6 +7,7 @@
 #include "clipboard/clipboard_session.h"
 #include "clipboard/clipboard_text.h"
 #include "clipboard/saved_clipboard.h"
+#include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
 #include "paste/bitmap_source.h"
 #include "paste/gdi_plus.h"
@@ -18,7 +19,7 @@ namespace {
 using UniqueDc = UniqueHandle<HDC, DeleteDC>;
 
 void Tell(const std::wstring& text) {
-    MessageBoxW(nullptr, text.c_str(), L"", MB_OK);
+    ShowBoxInFront(nullptr, text, L"");
 }
 
 UniqueBitmap CopyBitmap() {

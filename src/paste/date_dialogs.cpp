@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
 #include "ids.h"
 #include "paste/date_operations.h"
@@ -27,9 +28,7 @@ void BringDialogForward(HWND dialog) {
     if (altIsDown) return;
     SendTagged({VK_MENU, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP});
     // Left in the queue, the lone Alt would open the dialog's system menu.
-    MSG message;
-    while (PeekMessageW(&message, nullptr, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_REMOVE)) {
-    }
+    TakeAltStrokesOut(dialog);
 }
 
 // Makes the calendar as large as a whole month needs in this font, and the dialog around it likewise.
@@ -106,12 +105,9 @@ INT_PTR CALLBACK TimeProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
 INT_PTR ShowOverForeground(int dialog, DLGPROC procedure, const SYSTEMTIME& shown) {
     const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&classes);
-    const HWND target = GetForegroundWindow();
-    const INT_PTR result = DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(dialog), nullptr,
-                                           procedure, reinterpret_cast<LPARAM>(&shown));
-    // The text is pasted into whatever has the foreground, and that was the user's program.
-    if (target && GetForegroundWindow() != target) SetForegroundWindow(target);
-    return result;
+    const KeptForeground kept;
+    return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(dialog), nullptr, procedure,
+                           reinterpret_cast<LPARAM>(&shown));
 }
 
 }  // namespace

@@ -51,10 +51,7 @@ static std::wstring ClipboardText() {
 static std::wstring ClipboardHtml() {
     std::wstring fragment;
     std::wstring raw;
-    const HWND target = GetForegroundWindow();
     HtmlClipboardGet(fragment, raw);
-    // Its message box has taken the foreground, which the strokes to come need where it was.
-    if (target && GetForegroundWindow() != target) SetForegroundWindow(target);
     return fragment;
 }
 

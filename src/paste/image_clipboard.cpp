@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "clipboard/clipboard_session.h"
 #include "clipboard/saved_clipboard.h"
+#include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
 #include "paste/gdi_plus.h"
 
@@ -87,7 +88,7 @@ bool ImageFileToClipboard(std::wstring_view untrimmedPath) {
         GiveFileBytes(std::move(file));
     }
     if (!opened) {
-        MessageBoxW(nullptr, (LanguageText(kTextCannotOpen) + L": " + path).c_str(), L"", MB_ICONERROR);
+        ShowBoxInFront(nullptr, LanguageText(kTextCannotOpen) + L": " + path, L"", MB_ICONERROR);
     }
     SendPaste(20);
     keepClipboardOnce = true;

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "hotkeys/foreground.h"
+
 namespace verbatix {
 
 namespace {
@@ -40,7 +42,7 @@ KeyScanFunction FindKeyScan() {
 }
 
 void ShowError(const std::wstring& text) {
-    MessageBoxW(GetActiveWindow(), text.c_str(), L"Error", MB_OK);
+    ShowBoxInFront(GetActiveWindow(), text, L"Error");
 }
 
 }  // namespace
