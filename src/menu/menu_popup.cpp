@@ -165,13 +165,18 @@ static void ReturnKeyboard(HWND owner, HWND window) {
     ShowWindow(owner, SW_HIDE);
 }
 
-// Keys that are sent before the window is in front would go elsewhere.
-static void WaitUntilInFront(HWND window) {
+// Whether the window has the foreground, after helping it there: keys that are sent before would go
+// elsewhere. Where no window had it at the press, none has to have it now.
+static bool WaitUntilInFront(HWND window) {
     constexpr int kTries = 30;
     constexpr DWORD kPause = 10;
-    if (!IsWindow(window) || GetForegroundWindow() == window) return;
+    if (!window || GetForegroundWindow() == window) return true;
     BringToFront(window);
-    for (int tried = 0; tried < kTries && GetForegroundWindow() != window; ++tried) Sleep(kPause);
+    for (int tried = 0; tried < kTries && IsWindow(window); ++tried) {
+        if (GetForegroundWindow() == window) return true;
+        Sleep(kPause);
+    }
+    return false;
 }
 
 // Whether the row's entry still stands where it stood, neither deleted nor moved.
@@ -194,7 +199,7 @@ static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuCli
         Call(client.editEntry, row.position);
         return;
     }
-    WaitUntilInFront(pasteMenu.request.foreground);
+    if (!WaitUntilInFront(pasteMenu.request.foreground)) return;
     Call(row.piece ? client.deliverText : client.executeEntry, row.text);
 }
 

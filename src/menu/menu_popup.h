@@ -29,7 +29,9 @@ struct MenuClient {
 // More than kMaximumMenuRows rows are refused with a message. With `showTooltips` the text of the
 // highlighted row stands beside it.
 //
-// The list may change while the menu is open: a row whose entry is gone does nothing.
+// The list may change while the menu is open: a row whose entry is gone does nothing. Neither does any row
+// when the window that it is meant for is gone or does not come to the front: its text would land in
+// another.
 void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const MenuOptions& options,
                     bool showTooltips, const MenuClient& client);
 
