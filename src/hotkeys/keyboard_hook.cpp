@@ -30,19 +30,20 @@ static void Execute(const std::wstring& text) {
     keyboardHook.trigger.busy = false;
 }
 
-static HWND WindowWithKeyboard() {
+static HWND WindowWithKeyboard(HWND foreground) {
     GUITHREADINFO info = {};
     info.cbSize = sizeof info;
-    const HWND foreground = GetForegroundWindow();
     const bool known =
         GetGUIThreadInfo(GetWindowThreadProcessId(foreground, nullptr), &info) && info.hwndFocus;
     return known ? info.hwndFocus : foreground;
 }
 
 static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG now) {
-    const MenuRequest request = {key, decision.modifier, GetFocus(), GetForegroundWindow()};
+    const HWND foreground = GetForegroundWindow();
+    const MenuRequest request = {key, decision.modifier, GetFocus(), foreground,
+                                 WindowWithKeyboard(foreground)};
     const std::wstring text = decision.text ? *decision.text : std::wstring();
-    keyboardHook.target = WindowWithKeyboard();
+    keyboardHook.target = request.target;
     keyboardHook.trigger.lastTrigger = now;
     keyboardHook.trigger.pendingRelease = static_cast<int>(decision.modifier);
     SendTagged({static_cast<BYTE>(key), KEYEVENTF_KEYUP});

@@ -27,6 +27,7 @@ struct MenuRequest {
     unsigned modifier = 0;
     HWND focus = nullptr;       // of this thread; null when another program has the keyboard
     HWND foreground = nullptr;  // of the system
+    HWND target = nullptr;      // the control in `foreground` that has the keyboard, else `foreground`
 };
 
 struct KeyboardHook {
@@ -35,7 +36,7 @@ struct KeyboardHook {
     DisabledHotkeys disabled;
     TriggerState trigger;
     MenuRequest menuRequest;
-    HWND target = nullptr;      // had the keyboard, in whatever program, at the last trigger
+    HWND target = nullptr;      // of the last trigger, as in MenuRequest
     bool off = false;           // switched off by the user; nothing but the switch installs it then
     unsigned installCount = 0;  // installs since the count was last set to 0
     UniqueHandle<HHOOK, UnhookWindowsHookEx> handle;

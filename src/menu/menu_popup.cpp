@@ -200,7 +200,11 @@ static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuCli
         return;
     }
     if (!WaitUntilInFront(pasteMenu.request.foreground)) return;
-    Call(row.piece ? client.deliverText : client.executeEntry, row.text);
+    if (row.piece) {
+        Call(client.deliverText, row.text);
+    } else {
+        Call(client.executeEntry, row.text, pasteMenu.request.target);
+    }
 }
 
 // ---- From the request to the choice

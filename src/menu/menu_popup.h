@@ -16,7 +16,8 @@ namespace verbatix {
 
 // What the menu needs from above; a null member does nothing.
 struct MenuClient {
-    void (*executeEntry)(const std::wstring& text) = nullptr;
+    // `target` is the request's: hotkeys that were pressed while the menu was open have one of their own.
+    void (*executeEntry)(const std::wstring& text, HWND target) = nullptr;
     void (*deliverText)(const std::wstring& text) = nullptr;  // onto the clipboard, and the paste stroke
     void (*editEntry)(int position) = nullptr;  // shows the main window maximised, that entry selected
     void (*showMainWindow)() = nullptr;

@@ -5,30 +5,19 @@
 #include "hotkeys/keyboard_hook.h"
 #include "menu/menu_popup.h"
 #include "paste/executor.h"
-#include "paste/expansion.h"
 #include "store/settings.h"
 #include "ui/list_view.h"
 #include "ui/main_window.h"
 
 namespace verbatix {
 
-void ExecuteFromHotkey(const std::wstring& text) {
-    executorClient.targetWindow = keyboardHook.target;
+static void ExecuteInTarget(const std::wstring& text, HWND target) {
+    executorClient.targetWindow = target;
     ExecuteEntry(text);
 }
 
-// A hotkey pressed while a choice of the menu is carried out is swallowed, as it is while one of the hook's
-// own executions runs.
-static void ExecuteFromMenu(const std::wstring& text) {
-    keyboardHook.trigger.busy = true;
-    ExecuteFromHotkey(text);
-    keyboardHook.trigger.busy = false;
-}
-
-static void DeliverFromMenu(const std::wstring& text) {
-    keyboardHook.trigger.busy = true;
-    DeliverText(text);
-    keyboardHook.trigger.busy = false;
+void ExecuteFromHotkey(const std::wstring& text) {
+    ExecuteInTarget(text, keyboardHook.target);
 }
 
 static void EditFromMenu(int position) {
@@ -46,7 +35,7 @@ static void ExplainTakenWinKey() {
 void ShowPasteMenu() {
     const MenuOptions options = {settings.useMenuSort, settings.useIgnoreCase != 0,
                                  settings.useMenuOrder != 0};
-    const MenuClient client = {ExecuteFromMenu, DeliverFromMenu, EditFromMenu, ShowMainWindow,
+    const MenuClient client = {ExecuteInTarget, DeliverText, EditFromMenu, ShowMainWindow,
                                ExplainTakenWinKey};
     ShowHotkeyMenu(keyboardHook.menuRequest, mainWindow.entries, options, settings.showMenuTooltip != 0,
                    client);
