@@ -278,6 +278,8 @@ void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const Men
         EndMenu();
         return;
     }
+    // Asked for while the hook executes an entry, whose box or dialog dispatches messages.
+    if (keyboardHook.trigger.busy) return;
     pasteMenu.ending = false;
     pasteMenu.showTooltips = showTooltips;
     pasteMenu.request = request;

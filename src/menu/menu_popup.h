@@ -26,7 +26,8 @@ struct MenuClient {
 
 // Shows the menu of the request's hotkey and carries the choice out; returns when that is done. Messages of
 // the thread are dispatched while the menu is open. Called again meanwhile it closes the open menu, which
-// is then replaced only where the hotkey is another one; while a choice is carried out it does nothing.
+// is then replaced only where the hotkey is another one; while a choice is carried out, or
+// the hook executes an entry, it does nothing.
 // More than kMaximumMenuRows rows are refused with a message. With `showTooltips` the text of the
 // highlighted row stands beside it.
 //
