@@ -21,9 +21,10 @@ void ExecuteFromHotkey(const std::wstring& text) {
 }
 
 static void EditFromMenu(int position) {
+    // Shown first: coming from the tray is what installs the hook anew.
+    ShowMainWindow();
     SelectEntry(position);
     ShowWindow(mainWindow.window, SW_SHOWMAXIMIZED);
-    ShowMainWindow();
 }
 
 static void ExplainTakenWinKey() {
