@@ -96,7 +96,7 @@ TEST_F(EntryCommands, ProgramsStart) {
     const std::wstring tool = L"\"" + Tool() + L"\"";
     Start({{L"Ctrl-Alt+A", L"cmd:" + tool + L" one \"two three\""},
            {L"Ctrl-Alt+B", L"run:" + Tool()},
-           {L"Ctrl-Alt+G", L"runx:" + tool + L" <%cpy%>\\n" + tool + L" %cpy_txt_urlencode%"},
+           {L"Ctrl-Alt+C", L"runx:" + tool + L" <%cpy%>\\n" + tool + L" %cpy_txt_urlencode%"},
            {L"Ctrl-Alt+D", L"cpy:" + tool + L" [%cpy%]"},
            {L"Ctrl-Alt+E", L"cmd:" + run_.Place().File(L"missing.exe") + L" x"}});
     const auto launched = [&](const std::wstring& line) {
@@ -107,7 +107,7 @@ TEST_F(EntryCommands, ProgramsStart) {
     Press('B');  // a path with blanks, as a whole, is one file
     EXPECT_TRUE(launched(L"\n")) << ::testing::PrintToString(Launched());
     Select(L"  a b  ");
-    Press('G');
+    Press('C');
     EXPECT_TRUE(launched(L"<a b>")) << ::testing::PrintToString(Launched());
     EXPECT_TRUE(launched(L"a%20b")) << ::testing::PrintToString(Launched());
     Select(L"sel");
