@@ -109,6 +109,8 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
 void OnCpyCopyTimer() {
     SendCopy();
     Sleep(100);
+    // The clipboard's text and, where there is none, nothing: not what an earlier command captured.
+    CapturedText.clear();
     ClipboardGetText(CapturedText);
     RestartTimer(TIMER_CPY_LAUNCH);
 }
