@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "base/debug.h"
 #include "clipboard/clipboard_session.h"
@@ -76,6 +77,20 @@ int RestoreClipboard(const SavedClipboard& store) {
         GiveToClipboard(entry.format, MakeClipboardBlock(bytes, bytes.size()));
     }
     return store.Count();
+}
+
+static bool isKept = false;  // previousClipboard waits to be given back
+
+void KeepPreviousClipboard() {
+    if (!isKept) isKept = SaveClipboard(previousClipboard) > 0;
+}
+
+void GiveBackPreviousClipboard() {
+    if (std::exchange(isKept, false)) RestoreClipboard(previousClipboard);
+}
+
+void DropPreviousClipboard() {
+    isKept = false;
 }
 
 int ReleaseSavedData(SavedClipboard& store) {

@@ -33,20 +33,31 @@ struct SavedClipboard {
 constexpr int kClipboardSlots = 10;
 extern SavedClipboard clipboardSlots[kClipboardSlots];
 
-// What the user had on the clipboard before the program pasted through it.
+// What the user had on the clipboard before the program pasted through it. KeepPreviousClipboard fills it.
 extern SavedClipboard previousClipboard;
 
 // Set by commands that leave their result on the clipboard on purpose: no restore after this execution.
 extern bool keepClipboardOnce;
 
 // Copies every format of the clipboard that is global memory into the store, in place of what it held.
-// GDI objects, formats without data, and formats that cannot be copied are left out. An empty clipboard
+// GDI objects and metafile pictures, formats without data, and formats that cannot be copied are left out. An empty clipboard
 // leaves the store as it was. Returns the number of formats copied, 0 when the clipboard is busy.
 int SaveClipboard(SavedClipboard& store);
 
 // Replaces the clipboard's content by the store's, which stays in the store. Returns the store's count,
 // also when the clipboard was busy; a store that was never saved into leaves the clipboard as it is.
 int RestoreClipboard(const SavedClipboard& store);
+
+// Saves the clipboard into previousClipboard, to be given back once. Until then it does nothing more: what
+// comes onto the clipboard meanwhile is the program's own. When nothing can be saved, the clipboard being
+// empty or busy, nothing will be given back either; never what was saved earlier.
+void KeepPreviousClipboard();
+
+// Restores what KeepPreviousClipboard has saved, if anything waits to be given back.
+void GiveBackPreviousClipboard();
+
+// Lets the clipboard stay as it is now: what was saved is not given back.
+void DropPreviousClipboard();
 
 // Frees the data of every entry and keeps the entries. Returns the store's count.
 int ReleaseSavedData(SavedClipboard& store);

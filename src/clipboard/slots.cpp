@@ -33,14 +33,14 @@ void SaveSlot(wchar_t character) {
 void CopySlot(wchar_t character, bool restoreOldClipboard) {
     const int slot = SlotIndexFromChar(character);
     if (restoreOldClipboard) {
-        SaveClipboard(previousClipboard);
+        KeepPreviousClipboard();
         Sleep(kAnswerTime);
     }
     SendCopy();
     Sleep(kAnswerTime);
     SaveClipboard(clipboardSlots[slot]);
     DebugLine(L"Copy: %d slot: %d\n", clipboardSlots[slot].Count(), slot);
-    if (restoreOldClipboard) RestoreClipboard(previousClipboard);
+    if (restoreOldClipboard) GiveBackPreviousClipboard();
 }
 
 void PasteSlot(wchar_t character) {

@@ -43,21 +43,27 @@ void ExecuteEntry(const std::wstring& text) {
         // this execution.
         KillTimer(executorClient.mainWindow, TIMER_RESTORE_CLIPBOARD);
         Sleep(20);
-        SaveClipboard(previousClipboard);
+        KeepPreviousClipboard();
     }
     if (!ExecuteCommandPrefixes(text)) {
         std::wstring expanded = text;
         ExpandPlaceholders(expanded, settings.useDateFormat != 0, settings.useTimeFormat != 0);
         if (SendKeyTokens(expanded) == 0) DeliverText(expanded);
     }
-    if (settings.restoreOldClipboard && !keepClipboardOnce) RestartTimer(TIMER_RESTORE_CLIPBOARD);
+    if (keepClipboardOnce) {
+        DropPreviousClipboard();
+    } else if (settings.restoreOldClipboard) {
+        // Several executions in a row are one to the user: the clipboard comes back after the last.
+        RestartTimer(TIMER_RESTORE_CLIPBOARD);
+    }
     keepClipboardOnce = false;
     // A "pastehtml:" text that was not delivered in one piece must not make the next entry HTML.
     PasteAsHtml = false;
 }
 
 void OnRestoreTimer() {
-    if (settings.restoreOldClipboard) RestoreClipboard(previousClipboard);
+    if (settings.restoreOldClipboard) GiveBackPreviousClipboard();
+    DropPreviousClipboard();  // the option was switched off meanwhile
 }
 
 static void PostSlotCommand(WPARAM command, wchar_t slot) {
