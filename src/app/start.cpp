@@ -1,7 +1,6 @@
 #include "app/start.h"
 
 #include <commctrl.h>
-#include <objbase.h>
 
 #include <clocale>
 #include <cstdlib>
@@ -13,6 +12,7 @@
 #include "app/language_default.h"
 #include "app/settings_location.h"
 #include "app/system_version.h"
+#include "base/com_apartment.h"
 #include "base/product.h"
 #include "base/text.h"
 #include "ids.h"
@@ -58,6 +58,7 @@ static bool IsUpdaterName() {
 }
 
 int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
+    const ComApartment apartment;  // for the shell: its folders, dialogs and drag and drop
     InitialiseControls();
     InitialiseRuntime();
     ArgumentList arguments;

@@ -1,7 +1,5 @@
 #include "paste/executor.h"
 
-#include <shellapi.h>
-
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "clipboard/saved_clipboard.h"
@@ -128,8 +126,7 @@ void OnCpyLaunchTimer() {
     ReplaceRunTokens(pendingProgram.parameters, CapturedText);
     ReplaceAll(pendingProgram.parameters, L"%cpy%", CapturedText);
     ReplaceAll(pendingProgram.parameters, L"%nc%", L"");
-    ShellExecuteW(nullptr, L"open", pendingProgram.program.c_str(), pendingProgram.parameters.c_str(),
-                  nullptr, SW_SHOW);
+    OpenWithShell(pendingProgram.program, pendingProgram.parameters);
 }
 
 }  // namespace verbatix

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+#include "base/com_apartment.h"
+#include "base/handle.h"
 #include "base/text.h"
 #include "paste/command_prefixes.h"
 #include "paste/expansion.h"
@@ -69,6 +71,27 @@ static bool Exists(const std::wstring& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+static DWORD WINAPI ExecuteInApartment(void* info) noexcept {
+    const ComApartment apartment;
+    return ShellExecuteExW(static_cast<SHELLEXECUTEINFOW*>(info)) ? 1 : 0;
+}
+
+// Most launches come from inside the keyboard hook, and there the system refuses this thread every call to
+// another process by COM, which is how the shell starts many programs and pages. So a thread of its own
+// makes the call. It is waited for, so that launches keep their order; the messages that it may send to
+// this thread's windows on the way are served meanwhile.
+static bool Execute(SHELLEXECUTEINFOW& info) {
+    const UniqueKernelObject thread(CreateThread(nullptr, 0, ExecuteInApartment, &info, 0, nullptr));
+    if (!thread) return false;
+    const HANDLE handle = thread.Get();
+    while (MsgWaitForMultipleObjects(1, &handle, FALSE, INFINITE, QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1) {
+        MSG message;
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    }
+    DWORD started = 0;
+    return GetExitCodeThread(handle, &started) && started != 0;
+}
+
 bool ShellLaunch(const LaunchPlan& launch, const wchar_t* verb) {
     SHELLEXECUTEINFOW info = {};
     info.cbSize = sizeof info;
@@ -79,7 +102,18 @@ bool ShellLaunch(const LaunchPlan& launch, const wchar_t* verb) {
     info.lpParameters = launch.parameters.empty() ? nullptr : launch.parameters.c_str();
     info.lpDirectory = launch.folder.c_str();
     info.nShow = SW_SHOWNORMAL;
-    return ShellExecuteExW(&info) != FALSE;
+    return Execute(info);
+}
+
+bool OpenWithShell(const std::wstring& file, const std::wstring& parameters) {
+    SHELLEXECUTEINFOW info = {};
+    info.cbSize = sizeof info;
+    info.fMask = SEE_MASK_FLAG_NO_UI;
+    info.lpVerb = L"open";
+    info.lpFile = file.c_str();
+    info.lpParameters = parameters.c_str();
+    info.nShow = SW_SHOW;
+    return Execute(info);
 }
 
 bool LaunchCommandLine(bool elevate, const std::wstring& line) {

@@ -1,4 +1,5 @@
-// Starting programs, documents, folders and shell locations. Failures are not reported to the user.
+// Starting programs, documents, folders and shell locations. Each function returns when the shell has done
+// its part; until then messages sent to this thread are served. Failures are not reported to the user.
 #pragma once
 
 #include <string>
@@ -28,5 +29,8 @@ bool LaunchCommandLine(bool elevate, const std::wstring& line);
 
 // Opens a file with the shell as LaunchCommandLine does, with that verb (null for the default).
 bool ShellLaunch(const LaunchPlan& launch, const wchar_t* verb);
+
+// Opens a program, document or page with the verb "open" and those parameters, its window shown.
+bool OpenWithShell(const std::wstring& file, const std::wstring& parameters = {});
 
 }  // namespace verbatix
