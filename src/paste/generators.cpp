@@ -2,19 +2,18 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
 #include <array>
 #include <ctime>
 #include <iterator>
 #include <utility>
 
-#include "base/handle.h"
 #include "base/language.h"
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "hotkeys/key_simulation.h"
 #include "paste/expansion.h"
+#include "paste/launcher.h"
+#include "paste/temporary_page.h"
 
 namespace verbatix {
 namespace {
@@ -52,22 +51,13 @@ int MixTheString(DocumentOpener) {
     return 1;
 }
 
-void WriteFileAnew(const std::wstring& path, std::string_view bytes) {
-    DeleteFileW(path.c_str());
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file) return;
-    DWORD written = 0;
-    WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-}
-
 int PlainTextToHtmlPage(DocumentOpener open) {
     const std::wstring text = CopySelection();
     if (text.size() < 2) return 0;
-    wchar_t folder[MAX_PATH + 1] = L"";
-    GetTempPathW(MAX_PATH, folder);
+    const std::wstring folder = TemporaryFolder();
+    if (folder.empty()) return 1;
     const std::wstring path = folder + HtmlPageName(LanguageText(kHtmlPageTitle));
-    WriteFileAnew(path, HtmlPageBytes(text));
+    WritePage(path, L"<pre>" + text.substr(0, text.find(L'\0')) + L"</pre>");
     open(path);
     return 1;
 }
@@ -148,20 +138,15 @@ std::wstring ShuffledRows(std::wstring_view text, std::uint32_t seed) {
 }
 
 std::wstring HtmlPageName(std::wstring_view title) {
-    std::wstring name(title);
-    ReplaceAll(name, L" ", L"_");
-    return L"to_html_" + name + L".html";
-}
-
-std::string HtmlPageBytes(std::wstring_view text) {
-    std::wstring page = L"\xfeff<pre>";
-    page.append(text).append(L"</pre>");
-    page.resize(page.find(L'\0') == std::wstring::npos ? page.size() : page.find(L'\0'));
-    return std::string(reinterpret_cast<const char*>(page.data()), page.size() * sizeof(wchar_t));
+    std::wstring name = L"to_html_" + std::wstring(title) + L".html";
+    for (wchar_t& c : name) {
+        if (c <= L' ' || std::wstring_view(L"\\/:*?\"<>|").find(c) != std::wstring_view::npos) c = L'_';
+    }
+    return name;
 }
 
 void OpenDocument(const std::wstring& path) {
-    ShellExecuteW(nullptr, L"open", path.c_str(), nullptr, nullptr, SW_SHOW);
+    OpenWithShell(path);
 }
 
 int TryGenerators(const std::wstring& entryText, DocumentOpener open) {

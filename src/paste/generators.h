@@ -18,11 +18,9 @@ std::wstring StringBuilderSource(std::wstring_view selection);
 // empty ones count. Empty when there are fewer than two.
 std::wstring ShuffledRows(std::wstring_view text, std::uint32_t seed);
 
-// File name of the temporary page, from a text of the user's language.
+// File name of the temporary page, from a text of the user's language, which may come from a file of
+// anybody's: blanks and what no file name may hold become "_".
 std::wstring HtmlPageName(std::wstring_view title);
-
-// The page as a file: UTF-16LE with byte-order mark, up to the text's first NUL. The text is not escaped.
-std::string HtmlPageBytes(std::wstring_view text);
 
 using DocumentOpener = void (*)(const std::wstring& path);
 

@@ -2,18 +2,13 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
 #include "base/handle.h"
 #include "base/text.h"
+#include "paste/launcher.h"
 
 namespace verbatix {
 
 namespace {
-
-void OpenWithShell(const std::wstring& path) {
-    ShellExecuteW(nullptr, L"open", path.c_str(), nullptr, nullptr, SW_SHOW);
-}
 
 bool Write(HANDLE file, const void* bytes, std::size_t size) {
     DWORD written = 0;
@@ -22,7 +17,7 @@ bool Write(HANDLE file, const void* bytes, std::size_t size) {
 
 }  // namespace
 
-void (*openPage)(const std::wstring& path) = OpenWithShell;
+void (*openPage)(const std::wstring& path) = [](const std::wstring& path) { OpenWithShell(path); };
 
 std::wstring PageFromText(std::wstring text) {
     ReplaceAll(text, L"\r\n", L"<br>");
@@ -31,10 +26,15 @@ std::wstring PageFromText(std::wstring text) {
     return text;
 }
 
-std::wstring TemporaryPagePath() {
+std::wstring TemporaryFolder() {
     wchar_t folder[MAX_PATH + 1] = {};
     const DWORD length = GetTempPathW(MAX_PATH, folder);
-    return std::wstring(folder, length < MAX_PATH ? length : 0) + L"Verbatix_.html";
+    return std::wstring(folder, length < MAX_PATH ? length : 0);
+}
+
+std::wstring TemporaryPagePath() {
+    const std::wstring folder = TemporaryFolder();
+    return folder.empty() ? folder : folder + L"Verbatix_.html";
 }
 
 bool WritePage(const std::wstring& path, const std::wstring& page) {

@@ -9,7 +9,10 @@ namespace verbatix {
 // copies HTML source sees it as a page.
 std::wstring PageFromText(std::wstring text);
 
-// Where the page is written: one file in the user's temporary folder, used again each time.
+// The user's temporary folder, its backslash included; empty when the system tells none.
+std::wstring TemporaryFolder();
+
+// Where the page is written: one file in that folder, used again each time. Empty without the folder.
 std::wstring TemporaryPagePath();
 
 // Writes the page as UTF-16LE with byte-order mark in place of the file; false when that fails.
