@@ -4,7 +4,6 @@
 #include <array>
 
 #include "base/text.h"
-#include "paste/date_dialogs.h"
 #include "paste/date_operations.h"
 
 namespace verbatix {
@@ -142,16 +141,6 @@ void ExpandDateTimeCodes(std::wstring& text, const DateTimePass& pass) {
     ReplaceAll(result, std::wstring(L"%").append(kEndMark), L"");
     ReplaceAll(result, kEndMark, L"");
     text = std::move(result);
-}
-
-void ExpandDateTimeCodes(std::wstring& text, bool useDate, bool useTime) {
-    DateTimePass pass;
-    GetLocalTime(&pass.now);
-    pass.useDate = useDate;
-    pass.useTime = useTime;
-    pass.chooseDate = ChooseDate;
-    pass.chooseTime = ChooseTime;
-    ExpandDateTimeCodes(text, pass);
 }
 
 std::span<const wchar_t* const> DateVariables() {

@@ -32,9 +32,6 @@ struct DateTimePass {
 // its very beginning only loses that token.
 void ExpandDateTimeCodes(std::wstring& text, const DateTimePass& pass);
 
-// The same with the clock and the two dialogs.
-void ExpandDateTimeCodes(std::wstring& text, bool useDate, bool useTime);
-
 // What `piece` prints for that date; the piece itself when it is no code of a group in use.
 std::wstring FormatDateCode(std::wstring_view piece, const SYSTEMTIME& workingDate, bool useTime,
                             bool useDate);
