@@ -40,6 +40,17 @@ wchar_t CharacterAt(std::wstring_view text, std::size_t position) {
     return position < text.size() ? text[position] : L'\0';
 }
 
+// Replaces all or, where the text would grow beyond kLongestExpansion, none: a few rules that each make ten
+// of one could fill the memory.
+std::size_t ReplaceWithinLimit(std::wstring& text, std::wstring_view from, std::wstring_view to) {
+    if (from.empty()) return 0;
+    std::size_t length = text.size();
+    for (std::size_t at = text.find(from); at != std::wstring::npos; at = text.find(from, at + from.size())) {
+        length += to.size() - from.size();  // wraps where it shrinks, and comes out right
+    }
+    return length > kLongestExpansion && length > text.size() ? 0 : ReplaceAll(text, from, to);
+}
+
 }  // namespace
 
 std::span<const wchar_t* const> CommandPrefixes() {
@@ -111,7 +122,7 @@ ReplaceResult ApplyReplaceRules(std::wstring_view entryText, std::wstring subjec
         std::wstring newText(line.substr(arrow + kArrow.size()));
         ReplaceNumberedControlCodes(oldText);
         ReplaceNumberedControlCodes(newText);
-        result.count += ReplaceAll(result.text, oldText, newText);
+        result.count += ReplaceWithinLimit(result.text, oldText, newText);
     }
     return result;
 }

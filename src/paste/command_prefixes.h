@@ -51,7 +51,7 @@ struct ReplaceResult {
 
 // Applies the rules of a "replace:" entry to `subject`. Every line but the first that holds "=>" is a rule,
 // old text before and new text behind it, with control codes (%05 to %24) on both sides. A rule without
-// old text replaces nothing.
+// old text, or whose result would be longer than kLongestExpansion, replaces nothing.
 ReplaceResult ApplyReplaceRules(std::wstring_view entryText, std::wstring subject);
 
 }  // namespace verbatix

@@ -20,6 +20,7 @@ constexpr std::wstring_view kRunUrl = L"%cpy_txt_urlencode%";
 struct CopyToken {
     const wchar_t* token;
     void (*transform)(std::wstring& copiedText);
+    std::size_t growth = 1;  // how many times longer the transform can make a text
 };
 
 // The order is behaviour: the transforms accumulate.
@@ -27,7 +28,7 @@ constexpr CopyToken kCopyTokens[] = {
     {L"%copy_text%", [](std::wstring&) {}},
     {L"%copy_text_uc%", [](std::wstring& copied) { copied = UpperCase(copied); }},
     {L"%copy_text_lc%", [](std::wstring& copied) { copied = LowerCase(copied); }},
-    {L"%copy_text_escape%", [](std::wstring& copied) { copied = EscapeHtmlNumeric(copied); }},
+    {L"%copy_text_escape%", [](std::wstring& copied) { copied = EscapeHtmlNumeric(copied); }, 8},
     {L"%copy_text_ucFirstWord%", CapitalizeFirstWord},
     {L"%copy_text_ucFirstAllWords%", CapitalizeAllWords},
     {L"%copy_text_lc_ucFirstWord%",
@@ -116,7 +117,7 @@ bool UsesCopiedText(std::wstring_view text) {
 void ReplaceCopiedText(std::wstring& text, std::wstring copiedText, ReplacementTrace trace) {
     for (const CopyToken& row : kCopyTokens) {
         const std::size_t found = text.find(row.token);
-        if (found == std::wstring::npos) continue;
+        if (found == std::wstring::npos || copiedText.size() > kLongestExpansion / row.growth) continue;
         row.transform(copiedText);
         ReplaceFrom(found, text, row.token, copiedText);
         if (trace) trace(row.token, text);
@@ -138,7 +139,10 @@ void ReplaceRunTokens(std::wstring& line, const std::wstring& selection) {
     ReplaceToken(line, kRunSelection, selection);
     // Expansion has replaced it in a line that went through there; other lines come here directly.
     ReplaceToken(line, kPreviousClipboardToken, selection);
-    if (Contains(line, kRunUrl)) ReplaceToken(line, kRunUrl, UrlEncode(selection));
+    constexpr std::size_t kCodeLength = 3;
+    if (Contains(line, kRunUrl) && selection.size() <= kLongestExpansion / kCodeLength) {
+        ReplaceToken(line, kRunUrl, UrlEncode(selection));
+    }
 }
 
 void ReplaceNumberedControlCodes(std::wstring& text) {
