@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/system_library.h"
 #include "clipboard/clipboard_bitmap.h"
 
 namespace verbatix {
@@ -24,7 +25,10 @@ namespace Flat = Gdiplus::DllExports;
 // GDI+, started. False when the system has none or it does not start.
 class GdiPlus {
   public:
-    GdiPlus() : library_(LoadLibraryW(L"gdiplus.dll")) {
+    GdiPlus() : library_(LoadSystemLibrary(L"gdiplus.dll")) {
+        // Older systems keep it side by side with other versions, where its bare name leads before any
+        // folder is searched.
+        if (!library_) library_.Reset(LoadLibraryW(L"gdiplus.dll"));
         if (!library_ || !FindAll()) return;
         const Gdiplus::GdiplusStartupInput input;
         started_ = startup_(&token_, &input, nullptr) == Gdiplus::Ok;

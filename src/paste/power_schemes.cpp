@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/system_library.h"
 #include "base/text.h"
 
 namespace verbatix {
@@ -13,7 +14,7 @@ static void Find(Function& function, const UniqueModule& library, const char* na
 
 PowerFunctions LoadPowerFunctions() {
     PowerFunctions power;
-    power.library.Reset(LoadLibraryW(L"powrprof.DLL"));
+    power.library = LoadSystemLibrary(L"powrprof.DLL");
     if (!power.library) return power;
     Find(power.enumPwrSchemes, power.library, "EnumPwrSchemes");
     Find(power.powerEnumerate, power.library, "PowerEnumerate");
