@@ -1,5 +1,6 @@
 #include "paste/clipboard_image.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -10,7 +11,6 @@
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
 #include "paste/bitmap_source.h"
-#include "paste/gdi_plus.h"
 
 namespace verbatix {
 
@@ -34,6 +34,10 @@ BITMAP Describe(HBITMAP bitmap) {
     return description;
 }
 
+std::int64_t PixelCount(const BITMAP& description) {
+    return static_cast<std::int64_t>(description.bmWidth) * description.bmHeight;
+}
+
 void PutBitmap(UniqueBitmap bitmap) {
     const ClipboardSession session;
     if (!session) return;
@@ -45,10 +49,8 @@ void PutBitmap(UniqueBitmap bitmap) {
 
 PixelImage ReadPixels(HBITMAP bitmap) {
     const BITMAP description = Describe(bitmap);
-    if (description.bmWidth <= 0 || description.bmHeight <= 0 ||
-        !IsDecodableSize(static_cast<UINT>(description.bmWidth), static_cast<UINT>(description.bmHeight))) {
-        return {};
-    }
+    if (description.bmWidth <= 0 || description.bmHeight <= 0) return {};
+    if (PixelCount(description) > kMaxCroppedPixels) return {};
     BITMAPINFO info = {};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
     info.bmiHeader.biWidth = description.bmWidth;
@@ -60,7 +62,8 @@ PixelImage ReadPixels(HBITMAP bitmap) {
     const UniqueDc context(CreateCompatibleDC(nullptr));
     const int rows = GetDIBits(context.Get(), bitmap, 0, static_cast<UINT>(image.height),
                                image.pixels.data(), &info, DIB_RGB_COLORS);
-    return rows == image.height ? image : PixelImage();
+    if (rows != image.height) return {};
+    return image;
 }
 
 UniqueBitmap MakeBitmap(const PixelImage& image) {
@@ -91,9 +94,11 @@ void CropClipboardImage(std::wstring_view argument) {
 void ClipboardImageToSource() {
     const UniqueBitmap bitmap = CopyBitmap();
     const BITMAP description = Describe(bitmap.Get());
-    const bool fits = static_cast<long long>(description.bmWidth) * description.bmHeight <=
-                      static_cast<long long>(kMaxSourcePixels);
-    const PixelImage image = fits ? ReadPixels(bitmap.Get()) : PixelImage();
+    if (PixelCount(description) > kMaxSourcePixels) {
+        return Tell(
+            Format(L"Bitmap > 10 Mega-Pixel\n\n%d x %d", description.bmWidth, description.bmHeight));
+    }
+    const PixelImage image = ReadPixels(bitmap.Get());
     if (image.pixels.empty()) return Tell(L"No HBITMAP");
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(image.pixels.data());
     ClipboardPutText(

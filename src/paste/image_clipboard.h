@@ -7,7 +7,8 @@
 
 namespace verbatix {
 
-// Larger files are not taken for images: their bytes go onto the clipboard as they are.
+// Larger files are not taken for images: besides the decoded picture, the file as it stands would go onto
+// the clipboard.
 inline constexpr unsigned long long kMaxImageFileBytes = 256ull << 20;
 
 // The clipboard format for a file that begins so: "GIF", "PNG" or "JFIF"; null when there are not more
@@ -16,7 +17,8 @@ const wchar_t* ImageFormatName(std::string_view bytes);
 
 // Puts the image in the file on the clipboard and pastes it, 20 ms later. White space around the path is
 // ignored. False when the file is no image: the clipboard is left empty then, so that no paste brings
-// what was there before, and nothing is pasted. When the clipboard is busy nothing happens at all. A file
+// what was there before, and nothing is pasted. When the clipboard is busy it stays as it is and the result
+// is true. A file
 // that holds an image but cannot be read once more is told to the user; its bitmap is pasted still. Sets
 // keepClipboardOnce except when it fails.
 bool ImageFileToClipboard(std::wstring_view path);
