@@ -24,6 +24,9 @@
 #define IDC_MODIFIER_CAPTION 1089
 #define IDC_KEY_CAPTION 1090
 #define IDC_TEXT_CAPTION 1091
+#define IDC_TREE 1092
+#define IDC_LIST_CAPTION 1093
+#define IDC_TREE_CAPTION 1094
 
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040
@@ -38,6 +41,11 @@
 #define IDC_HOURS 1202
 #define IDC_MINUTES 1203
 
+// The question for a group's name
+#define IDD_GROUP 173
+#define IDC_GROUP_CAPTION 1211
+#define IDC_GROUP_NAME 1212
+
 // Frame window
 #define TIMER_FRAME 1000
 #define CMD_FINISH_START 104
@@ -51,6 +59,17 @@
 // Main window
 #define CMD_EXIT 32799
 #define WM_SELECTION_CHANGED (0x8000 + 0x65)  // posted by the list view to its dialog
+#define WM_RENAMED (0x8000 + 0x66)            // posted when a name has been edited in place
+#define CMD_SHOW_TREE 32800
+#define CMD_GROUP_MENU 1073
+#define CMD_MOVE_UP 32891
+#define CMD_MOVE_DOWN 32893
+#define CMD_EXPAND_ALL 40011
+#define CMD_COLLAPSE_ALL 40012
+#define CMD_SHOW_GROUPS 40013
+#define CMD_NEW_GROUP 40014
+#define CMD_NO_GROUP 40015
+#define CMD_FIRST_GROUP 41000  // and up: the groups of a menu, in its order
 
 // Posted to the main window by the hook and the executor
 #define CMD_RENAME_ENTRY 32793
@@ -66,5 +85,6 @@
 #define TIMER_REINSTALL_HOOK 4001     // one shot, 12 s after start
 #define TIMER_RESTORE_CLIPBOARD 4002  // one shot, 200 ms
 #define TIMER_CLOCK_JUMP 12022        // every 100 ms
+#define TIMER_DRAG_SCROLL 4010        // every 60 ms while an entry is dragged
 
 #endif

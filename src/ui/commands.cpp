@@ -17,10 +17,15 @@
 #include "ui/dark_theme.h"
 #include "ui/editor.h"
 #include "ui/editor_commands.h"
+#include "ui/entry_actions.h"
+#include "ui/group_menu.h"
 #include "ui/insert_menu.h"
+#include "ui/list_view.h"
 #include "ui/main_window.h"
 #include "ui/menu_bar.h"
 #include "ui/paste_commands.h"
+#include "ui/rename.h"
+#include "ui/tree_view.h"
 
 namespace verbatix {
 
@@ -118,6 +123,39 @@ void PasteMenu(int, LPARAM) {
     ShowPasteMenu();
 }
 
+void SwitchTree(int id, LPARAM) {
+    if (!SaveEdits(Warn::kAlways)) return;
+    RunSettingCommand(id);
+    ShowChosenView();
+    RefreshListView(true);
+    RefreshMenuChecks(mainWindow.menuBar);
+}
+
+void SwitchGroups(int id, LPARAM) {
+    RunSettingCommand(id);
+    RefreshListView(true);
+}
+
+void OpenAll(int, LPARAM) {
+    ExpandAll();
+}
+
+void CloseAll(int, LPARAM) {
+    CollapseAll();
+}
+
+void Rename(int, LPARAM) {
+    if (!mainWindow.listCommandsBlocked) RenameSelected();
+}
+
+void Move(int id, LPARAM) {
+    MoveSelected(id == CMD_MOVE_DOWN);
+}
+
+void Group(int, LPARAM) {
+    ShowGroupMenu();
+}
+
 constexpr Command kMenuBarCommands[] = {
     {2, SwitchOption},         // to the tray on close
     {3, SwitchOption},         // start in the tray
@@ -141,6 +179,9 @@ constexpr Command kMenuBarCommands[] = {
     {4003, RunBackup},         // now
     {4004, RunBackup},         // open the folder
     {12802, Exit},             //
+    {CMD_SHOW_TREE, SwitchTree},
+    {CMD_EXPAND_ALL, OpenAll},
+    {CMD_COLLAPSE_ALL, CloseAll},
 };
 
 constexpr Command kMainCommands[] = {
@@ -159,6 +200,14 @@ constexpr Command kMainCommands[] = {
     {CMD_PASTE_SLOT, FromSlot},
     {CMD_SAVE_SLOT, ToSlot},
     {CMD_SHOW_PASTE_MENU, PasteMenu},
+    {CMD_SHOW_TREE, SwitchTree},
+    {CMD_SHOW_GROUPS, SwitchGroups},
+    {CMD_EXPAND_ALL, OpenAll},
+    {CMD_COLLAPSE_ALL, CloseAll},
+    {CMD_RENAME_ENTRY, Rename},
+    {CMD_MOVE_UP, Move},
+    {CMD_MOVE_DOWN, Move},
+    {CMD_GROUP_MENU, Group},
     {CMD_EXIT, Exit},  //
     {7778, Nothing},   //
     {11112, Nothing},  //

@@ -2,8 +2,14 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <iterator>
+
 #include "ids.h"
+#include "ui/drag_entry.h"
+#include "ui/list_view.h"
 #include "ui/main_window.h"
+#include "ui/tree_view.h"
 
 namespace verbatix {
 
@@ -13,9 +19,11 @@ bool IsDown(int key) {
     return GetKeyState(key) < 0;
 }
 
-// Ctrl alone: with Alt it is the key of characters.
-bool OnlyCtrlIsDown() {
-    return IsDown(VK_CONTROL) && !IsDown(VK_MENU) && !IsDown(VK_SHIFT);
+enum Held : unsigned { kNone = 0, kCtrl = 1, kAlt = 2, kShift = 4 };
+
+unsigned HeldKeys() {
+    return (IsDown(VK_CONTROL) ? kCtrl : kNone) | (IsDown(VK_MENU) ? kAlt : kNone) |
+           (IsDown(VK_SHIFT) ? kShift : kNone);
 }
 
 bool IsTextField(HWND window) {
@@ -29,15 +37,67 @@ void GoTo(HWND control) {
     SendMessageW(control, EM_SETSEL, 0, -1);
 }
 
-void GoToList() {
-    SetFocus(mainWindow.list);
-    if (ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED) >= 0) return;
-    ListView_SetItemState(mainWindow.list, 0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+void GoToView() {
+    SetFocus(ShownView());
+    if (SelectedEntry() >= 0 || SelectedNode() > 0) return;
+    if (ShownView() == mainWindow.tree) {
+        TreeView_SelectItem(mainWindow.tree, TreeView_GetRoot(mainWindow.tree));
+    } else if (!mainWindow.rows.empty()) {
+        SelectEntry(mainWindow.rows.front());
+    }
 }
 
-bool HandleCtrlKey(HWND focus, WPARAM key) {
-    if (key == 'F') return GoTo(GetDlgItem(mainWindow.window, IDC_FILTER)), true;
-    if (key == 'A' && IsTextField(focus)) return SendMessageW(focus, EM_SETSEL, 0, -1), true;
+void GoRound(HWND focus) {
+    const HWND filter = GetDlgItem(mainWindow.window, IDC_FILTER);
+    const HWND text = GetDlgItem(mainWindow.window, IDC_TEXT);
+    if (focus == filter) return GoToView();
+    SetFocus(focus == ShownView() && IsWindowEnabled(text) ? text : filter);
+}
+
+void SendCommand(int command) {
+    PostMessageW(mainWindow.window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+void EnterView() {
+    const HTREEITEM item = ShownView() == mainWindow.tree ? ItemOf(SelectedNode()) : nullptr;
+    if (SelectedEntry() >= 0) {
+        SetFocus(GetDlgItem(mainWindow.window, IDC_TEXT));
+    } else if (item) {
+        TreeView_Expand(mainWindow.tree, item, TVE_TOGGLE);
+    }
+}
+
+struct ViewKey {
+    unsigned held;
+    WPARAM key;
+    int command;  // 0: EnterView
+};
+
+constexpr ViewKey kViewKeys[] = {
+    {kNone, VK_RETURN, 0},      {kNone, VK_DELETE, CMD_DELETE_ENTRY}, {kNone, VK_F2, CMD_RENAME_ENTRY},
+    {kAlt, VK_UP, CMD_MOVE_UP}, {kAlt, VK_DOWN, CMD_MOVE_DOWN},
+};
+
+bool HandleViewKey(WPARAM key, unsigned held) {
+    const auto found = std::find_if(std::begin(kViewKeys), std::end(kViewKeys),
+                                    [&](const ViewKey& row) { return row.held == held && row.key == key; });
+    if (found == std::end(kViewKeys)) return false;
+    if (found->command) {
+        SendCommand(found->command);
+    } else {
+        EnterView();
+    }
+    return true;
+}
+
+bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
+    const bool inFilter = focus == GetDlgItem(mainWindow.window, IDC_FILTER);
+    if (held == kCtrl && key == 'A' && IsTextField(focus)) return GoTo(focus), true;
+    if (held == kNone && key == VK_ESCAPE && IsTextField(focus)) {
+        if (inFilter) SetWindowTextW(focus, L"");
+        return true;
+    }
+    if (held == kNone && key == VK_DOWN && inFilter) return GoToView(), true;
     return false;
 }
 
@@ -45,16 +105,18 @@ bool HandleCtrlKey(HWND focus, WPARAM key) {
 
 bool HandleDialogKey(const MSG& message) {
     const HWND window = mainWindow.window;
-    if (message.message != WM_KEYDOWN || !window || !IsWindowEnabled(window)) return false;
-    if (message.hwnd != window && !IsChild(window, message.hwnd)) return false;
-    if (OnlyCtrlIsDown()) return HandleCtrlKey(message.hwnd, message.wParam);
-    const bool inFilter = message.hwnd == GetDlgItem(window, IDC_FILTER);
-    if (message.wParam == VK_ESCAPE && IsTextField(message.hwnd)) {
-        if (inFilter) SetWindowTextW(message.hwnd, L"");
+    if ((message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) || !window) return false;
+    if (!IsWindowEnabled(window) || (message.hwnd != window && !IsChild(window, message.hwnd)))
+        return false;
+    const WPARAM key = message.wParam;
+    if (IsDragging()) {
+        if (key == VK_ESCAPE) CancelDrag();
         return true;
     }
-    if (message.wParam == VK_DOWN && inFilter) return GoToList(), true;
-    return false;
+    const unsigned held = HeldKeys();
+    if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
+    if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
+    return message.hwnd == ShownView() ? HandleViewKey(key, held) : HandleFieldKey(message.hwnd, key, held);
 }
 
 }  // namespace verbatix

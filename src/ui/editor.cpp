@@ -10,6 +10,7 @@
 #include "ui/editor_fields.h"
 #include "ui/list_view.h"
 #include "ui/main_window.h"
+#include "ui/tree_view.h"
 
 namespace verbatix {
 
@@ -23,9 +24,12 @@ struct Caption {
 };
 
 constexpr Caption kCaptions[] = {
-    {IDC_FILTER_CAPTION, 1150},   {IDC_LIST, 1151},        {IDC_LABEL_CAPTION, 1045},
-    {IDC_MODIFIER_CAPTION, 1046}, {IDC_KEY_CAPTION, 1047}, {IDC_TEXT_CAPTION, 1048},
-    {CMD_NEW_ENTRY, 1040},        {CMD_COPY_ENTRY, 1041},  {CMD_DELETE_ENTRY, 1042},
+    {IDC_FILTER_CAPTION, 1150},   {IDC_LIST, 1151},
+    {IDC_LIST_CAPTION, 1151},     {IDC_TREE, 1151},
+    {IDC_TREE_CAPTION, 1151},     {IDC_LABEL_CAPTION, 1045},
+    {IDC_MODIFIER_CAPTION, 1046}, {IDC_KEY_CAPTION, 1047},
+    {IDC_TEXT_CAPTION, 1048},     {CMD_NEW_ENTRY, 1040},
+    {CMD_COPY_ENTRY, 1041},       {CMD_DELETE_ENTRY, 1042},
     {CMD_TEST_ENTRY, 1043},       {IDC_INSERT, 1044},
 };
 
@@ -70,7 +74,7 @@ void EnableEntryControls(bool enable) {
     const HWND focus = GetFocus();
     for (const int control : kEntryControls) {
         if (!enable && focus && (focus == Control(control) || GetParent(focus) == Control(control))) {
-            SetFocus(mainWindow.list);
+            SetFocus(ShownView());
         }
         EnableWindow(Control(control), enable);
     }

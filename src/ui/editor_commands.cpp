@@ -13,6 +13,7 @@
 #include "ui/editor.h"
 #include "ui/list_view.h"
 #include "ui/main_window.h"
+#include "ui/tree_view.h"
 
 namespace verbatix {
 
@@ -76,6 +77,15 @@ void NewEntry() {
     ListEntry record = {};
     CopyText(record.text, *StoredFromEditorText(L""), kTextLimit);
     record.modifier = 2;  // Ctrl + Alt: the combinations that programs use least
+    // In the tree it comes into the hotkey or group that is selected.
+    if (const int node = SelectedNode(); node > 0) {
+        const TreeNode& place = ShownTree().nodes[static_cast<std::size_t>(node)];
+        if (place.kind != NodeKind::kEntry) {
+            record.keyCode = (place.key ^ 0x80) - 0x80;  // one signed byte, as in every record
+            if (place.key) record.modifier = place.modifier;
+            if (!place.path.empty()) CopyText(record.label, place.path + L'/', kLabelLimit);
+        }
+    }
     AddAndShow(record);
 }
 
@@ -104,7 +114,7 @@ void DeleteEntry() {
     RebuildHotkeyTables(false);
     SelectEntry(next);
     ShowInEditor(next);
-    SetFocus(mainWindow.list);
+    SetFocus(ShownView());
 }
 
 void TestEntry() {

@@ -7,8 +7,11 @@
 #include "base/text.h"
 #include "ids.h"
 #include "store/settings.h"
+#include "ui/drag_entry.h"
 #include "ui/editor.h"
 #include "ui/main_window.h"
+#include "ui/rename.h"
+#include "ui/tree_view.h"
 
 namespace verbatix {
 
@@ -79,8 +82,8 @@ void RefreshListView(bool keepSelection) {
     if (!main.list) return;
     static std::wstring filterBefore;
     const int selected = keepSelection ? SelectedEntry() : -1;
-    ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0, settings.sortColumn,
-                       settings.sortDescending != 0};
+    ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0,
+                       settings.showTree ? -1 : settings.sortColumn, settings.sortDescending != 0};
     if (order.filter == filterBefore) order.pinned = selected;
     main.rows = ShownRows(main.entries, order);
     main.entryCount = CountEntries(main.entries);
@@ -89,6 +92,7 @@ void RefreshListView(bool keepSelection) {
     SelectRow(selected < 0 ? -1 : RowOf(selected));
     InvalidateRect(main.list, nullptr, TRUE);
     ShowSortArrow();
+    RefreshTree(SelectedEntry(), !order.filter.empty());
     UpdateStatusBar();
     PostMessageW(main.window, WM_SELECTION_CHANGED, 0, 0);
 }
@@ -101,6 +105,11 @@ void SelectEntry(int position) {
     const int row = RowOf(position);
     SelectRow(row);
     if (row >= 0) ListView_EnsureVisible(mainWindow.list, row, FALSE);
+    SelectInTree(position);
+}
+
+void SelectListRow(int position) {
+    SelectRow(RowOf(position));
 }
 
 int SelectedEntry() {
@@ -110,10 +119,10 @@ int SelectedEntry() {
 }
 
 int NeighbourOf(int position) {
-    const int row = RowOf(position);
-    const int count = static_cast<int>(mainWindow.rows.size());
-    const int neighbour = row + 1 < count ? row + 1 : row - 1;
-    return row < 0 || neighbour < 0 ? -1 : mainWindow.rows[static_cast<std::size_t>(neighbour)];
+    const std::vector<int> rows = settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
+    const auto found = std::find(rows.begin(), rows.end(), position);
+    if (found == rows.end() || rows.size() == 1) return -1;
+    return found + 1 == rows.end() ? found[-1] : found[1];
 }
 
 void OnSelectionChanged() {
@@ -151,6 +160,10 @@ LRESULT OnListNotify(const NMHDR& header) {
         // Later, when the control is done with the click: the old row is unselected before the new one is
         // selected, and a message box must not come up in between.
         case LVN_ITEMCHANGED: PostMessageW(mainWindow.window, WM_SELECTION_CHANGED, 0, 0); break;
+        case LVN_BEGINLABELEDITW: return OnBeginRenameRow(SelectedEntry());
+        case LVN_ENDLABELEDITW:
+            return OnEndRename(reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText), FALSE;
+        case LVN_BEGINDRAG: BeginDrag(SelectedEntry()); break;
         case LVN_COLUMNCLICK: SortByColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem); break;
         default: break;
     }

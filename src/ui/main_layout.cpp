@@ -118,7 +118,9 @@ void LayOutControls(HWND dialog) {
     const int fixed = at.Y(kGap + kCaptionHeight + kFieldHeight + 2 + kCaptionHeight + 1 + kCaptionHeight);
     const int shared = buttons - at.Y(kGap) - list - fixed;
     const int listHeight = shared * kListPercent / 100;
-    at.Place(IDC_LIST, at.X(kMargin), list, width - 2 * at.X(kMargin), listHeight);
+    for (const int view : {IDC_LIST, IDC_TREE}) {
+        at.Place(view, at.X(kMargin), list, width - 2 * at.X(kMargin), listHeight);
+    }
     int y = PlaceHotkeyRow(at, width, list + listHeight + at.Y(kGap));
     y = PlaceTextCaption(at, width, y);
     at.Place(IDC_TEXT, at.X(kMargin), y, width - 2 * at.X(kMargin), buttons - at.Y(kGap) - y);

@@ -15,13 +15,17 @@
 #include "store/settings.h"
 #include "ui/closing.h"
 #include "ui/commands.h"
+#include "ui/context_menu.h"
 #include "ui/dark_theme.h"
+#include "ui/drag_entry.h"
 #include "ui/editor.h"
 #include "ui/list_view.h"
 #include "ui/main_layout.h"
 #include "ui/menu_bar.h"
 #include "ui/paste_commands.h"
+#include "ui/rename.h"
 #include "ui/timers.h"
+#include "ui/tree_view.h"
 #include "ui/window_place.h"
 
 namespace verbatix {
@@ -45,10 +49,13 @@ void UpdateStatusBar() {
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));
 }
 
-// F2 renames the selected entry while the user is in the list and not in the middle of renaming one.
+// F2 renames the selected entry while the user is in the list or tree and not in the middle of renaming
+// one.
 static bool WantsRename() {
-    return !mainWindow.listCommandsBlocked && mainWindow.list && GetFocus() == mainWindow.list &&
-           !SendMessageW(mainWindow.list, LVM_GETEDITCONTROL, 0, 0);
+    const HWND view = ShownView();
+    const UINT whetherRenaming = view == mainWindow.tree ? TVM_GETEDITCONTROL : LVM_GETEDITCONTROL;
+    return !mainWindow.listCommandsBlocked && view && GetFocus() == view &&
+           !SendMessageW(view, whetherRenaming, 0, 0);
 }
 
 int RebuildHotkeyTables(bool refreshTree) {
@@ -80,6 +87,7 @@ static void StartHotkeys(HWND dialog) {
 static void OnInitDialog(HWND dialog) {
     mainWindow.window = dialog;
     mainWindow.list = GetDlgItem(dialog, IDC_LIST);
+    mainWindow.tree = GetDlgItem(dialog, IDC_TREE);
     GetWindowRect(dialog, &mainWindow.minimumRectangle);
     SetUpListView(mainWindow.list);
     CreateStatusBar(dialog);
@@ -90,6 +98,7 @@ static void OnInitDialog(HWND dialog) {
 
     LoadSettings();
     ApplyTopmost();
+    ShowChosenView();
     mainWindow.listClient.window = dialog;
     mainWindow.listClient.refreshViews = RefreshListView;
     mainWindow.listClient.collectEdits = [] { TakeEditsOver(Warn::kNever); };
@@ -109,7 +118,10 @@ static void OnInitDialog(HWND dialog) {
 }
 
 static LRESULT OnNotify(const NMHDR& header) {
-    return header.hwndFrom == mainWindow.list ? OnListNotify(header) : 0;
+    const bool fromList = header.hwndFrom == mainWindow.list;
+    if (!fromList && header.hwndFrom != mainWindow.tree) return 0;
+    if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(GetDlgItem(mainWindow.window, IDC_TEXT));
+    return fromList ? OnListNotify(header) : OnTreeNotify(header);
 }
 
 // The Alt press that brings the window to the front arrives in its queue, where it would open the menu bar.
@@ -140,6 +152,7 @@ static void OnGetMinMaxInfo(MINMAXINFO& info) {
 }
 
 static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (OnDragMessage(message, lParam)) return TRUE;
     switch (message) {
         case WM_SIZE: return LayOutControls(dialog), TRUE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
@@ -148,7 +161,11 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_SHOWWINDOW: return OnShowWindow(wParam != 0), FALSE;
         case WM_COMMAND: return RouteCommand(wParam, lParam);
         case WM_MENUCOMMAND: return OnMenuCommand(dialog, wParam, lParam), TRUE;
-        case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+        case WM_NOTIFY:
+            SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<const NMHDR*>(lParam)));
+            return TRUE;
+        case WM_CONTEXTMENU: return OnContextMenu(reinterpret_cast<HWND>(wParam), lParam);
+        case WM_RENAMED: return OnRenamed(), TRUE;
         case WM_SELECTION_CHANGED: return OnSelectionChanged(), TRUE;
         // Asked and told: whichever comes first, nothing may be waiting for a timer then. No question: the
         // session does not wait for an answer.

@@ -16,13 +16,14 @@ namespace verbatix {
 struct MainWindow {
     HWND window = nullptr;
     HWND list = nullptr;
+    HWND tree = nullptr;  // in the place of the list when the option says so
     HWND statusBar = nullptr;
     HMENU menuBar = nullptr;
     EntryList entries;
     ListClient listClient;
     std::vector<int> rows;       // position keys of the entries that the list view shows, in its order
     std::size_t entryCount = 0;  // entries that are not deleted, shown or not
-    bool listCommandsBlocked = false;
+    bool listCommandsBlocked = false;  // an entry is being dragged or a menu of the view is open
     RECT minimumRectangle = {};
     bool maximizeWhenShown = false;
     ULONGLONG broughtToFrontAt = 0;  // milliseconds since the system started

@@ -9,6 +9,7 @@
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "paste/executor.h"
+#include "ui/drag_entry.h"
 #include "ui/editor.h"
 #include "ui/main_window.h"
 
@@ -55,6 +56,7 @@ constexpr Timer kTimers[] = {
     {TIMER_REINSTALL_HOOK, true, ReinstallHook},     {TIMER_CLOCK_JUMP, false, WatchClock},
     {TIMER_RESTORE_CLIPBOARD, true, OnRestoreTimer}, {TIMER_CPY_COPY, true, OnCpyCopyTimer},
     {TIMER_CPY_LAUNCH, true, OnCpyLaunchTimer},      {TIMER_EDITOR_UPDATE, true, OnEditorTimer},
+    {TIMER_DRAG_SCROLL, false, OnDragTimer},
 };
 
 }  // namespace
