@@ -23,25 +23,18 @@ enum class Needs { kNothing, kEntry, kName, kTree };
 struct Row {
     int command;  // 0: a line
     int text;
-    const wchar_t* keys;
+    int keys;  // language text, 0: none
     Needs needs;
 };
 
-// The keys stand in signs that every language knows.
 constexpr Row kRows[] = {
-    {CMD_NEW_ENTRY, 1040, L"", Needs::kNothing},
-    {CMD_COPY_ENTRY, 1041, L"", Needs::kEntry},
-    {CMD_DELETE_ENTRY, 1042, L"", Needs::kEntry},
-    {0, 0, L"", Needs::kNothing},
-    {CMD_TEST_ENTRY, 1043, L"", Needs::kEntry},
-    {CMD_RENAME_ENTRY, 1054, L"\tF2", Needs::kName},
-    {CMD_MOVE_UP, 1052, L"\tAlt+\x2191", Needs::kEntry},
-    {CMD_MOVE_DOWN, 1053, L"\tAlt+\x2193", Needs::kEntry},
-    {CMD_GROUP_MENU, 1134, L"", Needs::kNothing},
-    {0, 0, L"", Needs::kNothing},
-    {CMD_SHOW_TREE, 1138, L"", Needs::kNothing},
-    {CMD_EXPAND_ALL, 1050, L"", Needs::kTree},
-    {CMD_COLLAPSE_ALL, 1051, L"", Needs::kTree},
+    {CMD_NEW_ENTRY, 1040, 0, Needs::kNothing},     {CMD_COPY_ENTRY, 1041, 0, Needs::kEntry},
+    {CMD_DELETE_ENTRY, 1042, 1294, Needs::kEntry}, {0, 0, 0, Needs::kNothing},
+    {CMD_TEST_ENTRY, 1043, 0, Needs::kEntry},      {CMD_RENAME_ENTRY, 1054, 1295, Needs::kName},
+    {CMD_MOVE_UP, 1052, 1292, Needs::kEntry},      {CMD_MOVE_DOWN, 1053, 1293, Needs::kEntry},
+    {CMD_GROUP_MENU, 1134, 0, Needs::kNothing},    {0, 0, 0, Needs::kNothing},
+    {CMD_SHOW_TREE, 1138, 0, Needs::kNothing},     {CMD_EXPAND_ALL, 1050, 0, Needs::kTree},
+    {CMD_COLLAPSE_ALL, 1051, 0, Needs::kTree},
 };
 
 bool HasName() {
@@ -70,7 +63,8 @@ void AppendRow(HMENU menu, const Row& row, HMENU groups) {
         AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
         return;
     }
-    const std::wstring text = LanguageText(row.text) + row.keys;
+    std::wstring text = LanguageText(row.text);
+    if (row.keys) text += L'\t' + LanguageText(row.keys);
     UINT flags = IsThere(row.needs) && !Changes(row.command) ? MF_ENABLED : MF_GRAYED;
     if (row.command == CMD_SHOW_TREE && settings.showTree) flags |= MF_CHECKED;
     if (row.command == CMD_GROUP_MENU) {
@@ -94,7 +88,7 @@ void SelectUnder(POINT screen) {
 POINT PlaceForKeyboard() {
     RECT item = {};
     if (settings.showTree) {
-        TreeView_GetItemRect(mainWindow.tree, TreeView_GetSelection(mainWindow.tree), &item, TRUE);
+        NodeRectangle(TreeView_GetSelection(mainWindow.tree), true, item);
     } else {
         const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
         if (row >= 0) ListView_GetItemRect(mainWindow.list, row, &item, LVIR_LABEL);

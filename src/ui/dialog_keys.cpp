@@ -54,8 +54,14 @@ void GoRound(HWND focus) {
     SetFocus(focus == ShownView() && IsWindowEnabled(text) ? text : filter);
 }
 
-void SendCommand(int command) {
+template <int command>
+void Send() {
     PostMessageW(mainWindow.window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+// As the Menu key does; not every Windows turns Shift+F10 into the message by itself.
+void ShowMenu() {
+    PostMessageW(ShownView(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(ShownView()), -1);
 }
 
 void EnterView() {
@@ -70,23 +76,20 @@ void EnterView() {
 struct ViewKey {
     unsigned held;
     WPARAM key;
-    int command;  // 0: EnterView
+    void (*run)();
 };
 
 constexpr ViewKey kViewKeys[] = {
-    {kNone, VK_RETURN, 0},      {kNone, VK_DELETE, CMD_DELETE_ENTRY}, {kNone, VK_F2, CMD_RENAME_ENTRY},
-    {kAlt, VK_UP, CMD_MOVE_UP}, {kAlt, VK_DOWN, CMD_MOVE_DOWN},
+    {kNone, VK_RETURN, EnterView},          {kNone, VK_DELETE, Send<CMD_DELETE_ENTRY>},
+    {kNone, VK_F2, Send<CMD_RENAME_ENTRY>}, {kShift, VK_F10, ShowMenu},
+    {kAlt, VK_UP, Send<CMD_MOVE_UP>},       {kAlt, VK_DOWN, Send<CMD_MOVE_DOWN>},
 };
 
 bool HandleViewKey(WPARAM key, unsigned held) {
     const auto found = std::find_if(std::begin(kViewKeys), std::end(kViewKeys),
                                     [&](const ViewKey& row) { return row.held == held && row.key == key; });
     if (found == std::end(kViewKeys)) return false;
-    if (found->command) {
-        SendCommand(found->command);
-    } else {
-        EnterView();
-    }
+    found->run();
     return true;
 }
 

@@ -12,6 +12,7 @@
 #include "ui/entry_actions.h"
 #include "ui/entry_placing.h"
 #include "ui/insert_mark.h"
+#include "ui/list_view.h"
 #include "ui/main_window.h"
 #include "ui/tree_view.h"
 
@@ -48,6 +49,9 @@ Target TargetInTree(POINT mouse) {
     target.drop = DropOnNode(ShownTree(), mainWindow.entries, drag.position, index, target.after);
     if (target.drop && node.kind != NodeKind::kEntry) target.litNode = index;
     target.name = node.name;
+    // From the name on, so that the line shows the level too.
+    RECT name = {};
+    if (NodeRectangle(ItemOf(index), true, name)) target.beside.left = name.left;
     return target;
 }
 
@@ -139,6 +143,8 @@ void Drop() {
 void BeginDrag(int position) {
     constexpr UINT kScrollMilliseconds = 60;
     if (position < 0 || !mainWindow.entries.count(position)) return;
+    SetFocus(ShownView());
+    SelectEntry(position);
     drag.position = position;
     mainWindow.listCommandsBlocked = true;
     SetCapture(mainWindow.window);

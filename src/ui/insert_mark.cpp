@@ -13,7 +13,7 @@ static HWND CreateMark() {
     type.cbSize = sizeof type;
     type.lpfnWndProc = DefWindowProcW;
     type.hInstance = GetModuleHandleW(nullptr);
-    type.hbrBackground = GetSysColorBrush(COLOR_HOTLIGHT);
+    type.hbrBackground = GetSysColorBrush(COLOR_HIGHLIGHT);
     type.lpszClassName = L"VerbatixInsertMark";
     RegisterClassExW(&type);
     return CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST | WS_EX_TRANSPARENT,

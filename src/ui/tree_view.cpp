@@ -240,12 +240,25 @@ int SelectedNode() {
     return settings.showTree ? NodeOf(TreeView_GetSelection(mainWindow.tree)) : -1;
 }
 
+bool NodeRectangle(HTREEITEM node, bool nameOnly, RECT& item) {
+    // The item goes in where the rectangle comes out, and wants more alignment than a rectangle has.
+    union {
+        HTREEITEM node;
+        RECT rectangle;
+    } request = {node};
+    if (!SendMessageW(mainWindow.tree, TVM_GETITEMRECT, nameOnly, reinterpret_cast<LPARAM>(&request))) {
+        return false;
+    }
+    item = request.rectangle;
+    return true;
+}
+
 int NodeAt(POINT place, RECT& item) {
     TVHITTESTINFO hit = {};
     hit.pt = place;
     TreeView_HitTest(mainWindow.tree, &hit);
     const int node = NodeOf(hit.hItem);
-    if (node >= 0) TreeView_GetItemRect(mainWindow.tree, hit.hItem, &item, FALSE);
+    if (node >= 0) NodeRectangle(hit.hItem, false, item);
     return node;
 }
 

@@ -34,6 +34,8 @@ int SelectedNode();
 
 // Index of the node at a place in the client area, -1 when there is none; `item` gets its rectangle.
 int NodeAt(POINT place, RECT& item);
+// Rectangle of an item, or of its name alone, in the client area; false when it is not in sight.
+bool NodeRectangle(HTREEITEM node, bool nameOnly, RECT& item);
 // Item of a node; null when it has none yet.
 HTREEITEM ItemOf(int node);
 

@@ -1,0 +1,263 @@
+// The tree in the place of the list, and moving and renaming in both, by mouse and keyboard down to the
+// settings file.
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+
+#include "ids.h"
+#include "support/keys.h"
+#include "support/mouse.h"
+#include "support/program_run.h"
+#include "support/wait.h"
+
+namespace verbatix::test {
+namespace {
+
+constexpr LPARAM kMarker = 0xAFFE0000;
+
+class TreeWindow : public ::testing::Test {
+  protected:
+    // Rows of the tree:
+    //   0 Ctrl + Q, 1 one, 2 Group, 3 two, 4 three, 5 four, 6 Ctrl + W, 7 five
+    void Start(const wchar_t* programLines) {
+        ASSERT_TRUE(run_.WriteSettings(SettingsText({{L"Ctrl+Q", L"text one", L"one"},
+                                                     {L"Ctrl+Q", L"text two", L"Group/two"},
+                                                     {L"Ctrl+W", L"text five", L"five"},
+                                                     {L"Ctrl+Q", L"text three", L"Group/three"},
+                                                     {L"Ctrl+Q", L"text four", L"four"}},
+                                                    programLines)));
+        Open();
+    }
+    void Open() {
+        ASSERT_TRUE(run_.Start());
+        dialog_ = run_.MainDialog();
+        tree_ = Control(IDC_TREE);
+        list_ = Control(IDC_LIST);
+        ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog_; }));
+    }
+
+    HWND Control(int id) const { return GetDlgItem(dialog_, id); }
+    std::wstring Text(int id) const { return WindowText(Control(id)); }
+    bool Becomes(int id, std::wstring_view text) const {
+        return WaitFor([&] { return Text(id) == text; });
+    }
+    bool FileGets(std::wstring_view text) const {
+        const std::string bytes = Utf16File(text).substr(2);
+        return WaitFor([&] { return ReadBytes(run_.SettingsFile()).find(bytes) != std::string::npos; });
+    }
+    // Items in sight or scrolled out of it, in no closed group.
+    int TreeRows() const {
+        int rows = 0;
+        LRESULT item = SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_ROOT, 0);
+        for (; item; item = SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item)) ++rows;
+        return rows;
+    }
+    bool TreeGets(int rows) const {
+        return WaitFor([&] { return TreeRows() == rows; });
+    }
+    POINT TreePlace(int row, int level, int percent = 50) const {
+        const int height = static_cast<int>(SendMessageW(tree_, TVM_GETITEMHEIGHT, 0, 0));
+        const int indent = static_cast<int>(SendMessageW(tree_, TVM_GETINDENT, 0, 0));
+        return OnScreen(tree_, indent * (level + 1) + 8, height * row + height * percent / 100);
+    }
+    POINT ListPlace(int row, int percent = 50) const {
+        const auto height = [&](WPARAM rows) {
+            return static_cast<int>(
+                HIWORD(SendMessageW(list_, LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(0xffff, 0xffff))));
+        };
+        RECT header = {};
+        GetWindowRect(FindWindowExW(list_, nullptr, WC_HEADERW, nullptr), &header);
+        const int one = height(2) - height(1);
+        return OnScreen(list_, 30,
+                        static_cast<int>(header.bottom - header.top) + one * row + one * percent / 100);
+    }
+    static void Keys(std::initializer_list<BYTE> keys) {
+        for (const BYTE key : keys) PlayStroke({}, key);
+    }
+    HWND RenameField(HWND view) const {
+        const UINT message = view == tree_ ? TVM_GETEDITCONTROL : LVM_GETEDITCONTROL;
+        return reinterpret_cast<HWND>(SendMessageW(view, message, 0, 0));
+    }
+    // F2 reaches the program by the hook alone: it is played outside.
+    void RenameWithF2(HWND view, std::wstring_view shown, std::initializer_list<BYTE> keys) const {
+        HWND field = nullptr;
+        PlayStroke({}, VK_F2);
+        ASSERT_TRUE(WaitFor([&] { return (field = RenameField(view)) != nullptr; }));
+        EXPECT_EQ(WindowText(field), shown);
+        Keys(keys);
+        EXPECT_TRUE(WaitFor([&] { return RenameField(view) == nullptr; }));
+    }
+
+    ProgramRun run_;
+    HWND dialog_ = nullptr;
+    HWND tree_ = nullptr;
+    HWND list_ = nullptr;
+};
+
+TEST_F(TreeWindow, TakesTheListsPlaceAndKeepsTheSelection) {
+    Start(L"");
+    ClickAt(ListPlace(3));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/three"));
+    SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
+    EXPECT_TRUE(IsWindowVisible(tree_));
+    EXPECT_FALSE(IsWindowVisible(list_));
+    EXPECT_TRUE(FileGets(L"m_show_tree=1"));
+    EXPECT_TRUE(TreeGets(8));
+    EXPECT_EQ(Text(IDC_LABEL), L"Group/three");
+    PlayStroke({}, VK_UP);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    // What the editor changes shows here: out of the group, which stays with one entry.
+    SendMessageW(Control(IDC_LABEL), EM_SETSEL, 0, -1);
+    PostMessageW(Control(IDC_LABEL), WM_CHAR, L'x', 0);
+    EXPECT_TRUE(FileGets(L"text_001=x\r"));
+    EXPECT_TRUE(TreeGets(8));
+    PlayStroke({}, VK_UP);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
+    SendMessageW(dialog_, WM_COMMAND, CMD_COLLAPSE_ALL, 0);
+    EXPECT_EQ(TreeRows(), 2);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L""));
+    SendMessageW(dialog_, WM_COMMAND, CMD_EXPAND_ALL, 0);
+    EXPECT_EQ(TreeRows(), 8);
+    SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
+    EXPECT_TRUE(IsWindowVisible(list_) && !IsWindowVisible(tree_));
+}
+
+TEST_F(TreeWindow, TheFilterNarrowsItAndTheDeletedLeaveNoTrace) {
+    Start(L"m_show_tree=1\r\n");
+    EXPECT_TRUE(TreeGets(8));
+    SetWindowTextW(Control(IDC_FILTER), L"two");
+    EXPECT_TRUE(TreeGets(3));
+    PlayStroke({VK_LCONTROL}, 'F');
+    PlayStroke({}, VK_DOWN);
+    PlayStroke({}, VK_DOWN);
+    PlayStroke({}, VK_DOWN);
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    PlayStroke({}, VK_DELETE);
+    HWND box = nullptr;
+    ASSERT_TRUE(WaitFor([&] {
+        box = GetForegroundWindow();
+        return box != dialog_ && WindowText(GetDlgItem(box, 0xffff)) == L"Delete the selected entry?";
+    }));
+    SendMessageW(box, WM_COMMAND, IDYES, 0);
+    EXPECT_TRUE(TreeGets(0));
+    SetWindowTextW(Control(IDC_FILTER), L"");
+    EXPECT_TRUE(TreeGets(7));
+}
+
+TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlaces) {
+    Start(L"m_show_tree=1\r\n");
+    ASSERT_TRUE(TreeGets(8));
+    DragMouse(TreePlace(1, 1), TreePlace(6, 0), [] { PlayStroke({}, VK_ESCAPE); });
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
+    Linger(GetDoubleClickTime() + 100);
+    EXPECT_EQ(Text(IDC_KEY), L"Q");
+    DragMouse(TreePlace(1, 1), TreePlace(2, 1));
+    EXPECT_TRUE(FileGets(L"text_000=Group/one"));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/one"));
+    // 0 Ctrl + Q, 1 Group, 2 one, 3 two, 4 three, 5 four
+    DragMouse(TreePlace(5, 1), TreePlace(3, 2, 20));
+    EXPECT_TRUE(FileGets(L"text_001=Group/four"));
+    EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=text four<E<N<D|"));
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"text four"));
+    DragMouse(TreePlace(2, 2), TreePlace(6, 0));
+    EXPECT_TRUE(FileGets(L"text_000=Ctrl+W=text one<E<N<D|"));
+    EXPECT_TRUE(Becomes(IDC_KEY, L"W"));
+    EXPECT_EQ(run_.Exit(), 1);
+    Open();
+    EXPECT_TRUE(TreeGets(9));
+}
+
+TEST_F(TreeWindow, DraggingInTheListChangesItsOrderForGood) {
+    Start(L"");
+    DragMouse(ListPlace(4), ListPlace(1, 10));
+    EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=text four<E<N<D|"));
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+Q=text three<E<N<D|"));
+    EXPECT_TRUE(FileGets(L"text_004=Group/three"));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"four"));
+    PlayStroke({VK_LMENU}, VK_UP);
+    EXPECT_TRUE(FileGets(L"text_000=Ctrl+Q=text four<E<N<D|"));
+    EXPECT_TRUE(FileGets(L"text_000=four\r\ntext_001=one"));
+    EXPECT_EQ(run_.Exit(), 1);
+    Open();
+    ClickAt(ListPlace(1));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
+    // In another order there is no place between two rows.
+    SetWindowTextW(Control(IDC_FILTER), L"text");
+    const std::string before = ReadBytes(run_.SettingsFile());
+    DragMouse(ListPlace(3), ListPlace(0, 10));
+    PlayStroke({VK_LMENU}, VK_UP);
+    Linger(300);
+    EXPECT_EQ(ReadBytes(run_.SettingsFile()), before);
+}
+
+TEST_F(TreeWindow, F2RenamesInPlace) {
+    Start(L"");
+    ClickAt(ListPlace(1));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    RenameWithF2(list_, L"Group/two", {'X', VK_ESCAPE});
+    RenameWithF2(list_, L"Group/two", {VK_END, 'X', VK_RETURN});
+    EXPECT_TRUE(FileGets(L"text_001=Group/twox"));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/twox"));
+    SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, 0);
+    RenameWithF2(tree_, L"twox", {'Y', VK_RETURN});
+    EXPECT_TRUE(FileGets(L"text_001=Group/y"));
+    PlayStroke({}, VK_LEFT);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L""));
+    RenameWithF2(tree_, L"Group", {'G', VK_RETURN});
+    EXPECT_TRUE(FileGets(L"text_001=g/y"));
+    EXPECT_TRUE(FileGets(L"text_003=g/three"));
+    EXPECT_TRUE(TreeGets(8));
+    // The group is still the selected one; the hotkey above it has no name to edit.
+    RenameWithF2(tree_, L"g", {'Z', VK_ESCAPE});
+    PlayStroke({}, VK_LEFT);
+    EXPECT_TRUE(TreeGets(6));
+    PlayStroke({}, VK_LEFT);
+    EXPECT_TRUE(WaitFor([&] {
+        return SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0) ==
+               SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_ROOT, 0);
+    }));
+    PlayStroke({}, VK_F2);
+    Linger(200);
+    EXPECT_FALSE(RenameField(tree_));
+    EXPECT_TRUE(FileGets(L"text_003=g/three"));
+}
+
+TEST_F(TreeWindow, TheContextMenuActsOnTheItem) {
+    Start(L"m_show_tree=1\r\n");
+    ASSERT_TRUE(TreeGets(8));
+    const auto menu = [](bool there) {
+        return WaitFor([&] {
+            const HWND window = FindWindowW(L"#32768", nullptr);
+            return (window && IsWindowVisible(window)) == there;
+        });
+    };
+    // By the mouse, at an item that is not the selected one: "Group entries", its second group row.
+    ClickAt(TreePlace(1, 1));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"one"));
+    ClickAt(TreePlace(5, 1), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
+    ASSERT_TRUE(menu(true));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"four"));
+    for (int row = 0; row < 8; ++row) PlayStroke({}, VK_DOWN);
+    Keys({VK_RIGHT, VK_DOWN, VK_RETURN});
+    EXPECT_TRUE(FileGets(L"text_004=Group/four"));
+    ASSERT_TRUE(menu(false));
+    // By the keyboard: "Move up".
+    PlayStroke({VK_LSHIFT}, VK_F10);
+    ASSERT_TRUE(menu(true));
+    for (int row = 0; row < 6; ++row) PlayStroke({}, VK_DOWN);
+    PlayStroke({}, VK_RETURN);
+    EXPECT_TRUE(FileGets(L"text_003=Group/four\r\ntext_004=Group/three"));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/four"));
+    ASSERT_TRUE(menu(false));
+    // A new group is asked for by name.
+    PlayStroke({VK_LSHIFT}, VK_F10);
+    ASSERT_TRUE(menu(true));
+    for (int row = 0; row < 8; ++row) PlayStroke({}, VK_DOWN);
+    Keys({VK_RIGHT, VK_UP, VK_UP, VK_RETURN});
+    ASSERT_TRUE(WaitFor([&] { return WindowText(GetForegroundWindow()) == L"New group"; }));
+    Keys({'N', VK_RETURN});
+    EXPECT_TRUE(FileGets(L"text_003=n/four"));
+}
+
+}  // namespace
+}  // namespace verbatix::test

@@ -1,0 +1,59 @@
+#include "support/mouse.h"
+
+#include "support/wait.h"
+
+namespace verbatix::test {
+
+// Between two events of a hand lies some time, and controls tell a drag from a click by it.
+static constexpr DWORD kBetweenEvents = 30;
+
+static bool StandsAt(POINT place) {
+    POINT mouse = {};
+    return GetCursorPos(&mouse) && mouse.x == place.x && mouse.y == place.y;
+}
+
+// The screen reports a movement to the program below the mouse, and a late report of the one before puts
+// the mouse back: it is there when it has stayed there while that program answered.
+static void MoveTo(POINT place) {
+    SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
+    mouse_event(MOUSEEVENTF_MOVE, 0, 0, 0, 0);
+    for (int calm = 0; calm < 3; ++calm) {
+        DWORD_PTR answer = 0;
+        SendMessageTimeoutW(WindowFromPoint(place), WM_NULL, 0, 0, SMTO_NORMAL, 2000, &answer);
+        Linger(kBetweenEvents / 3);
+        if (StandsAt(place)) continue;
+        SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
+        calm = 0;
+    }
+}
+
+static void Press(DWORD button) {
+    mouse_event(button, 0, 0, 0, 0);
+    Linger(kBetweenEvents);
+}
+
+POINT OnScreen(HWND window, int x, int y) {
+    POINT place = {x, y};
+    ClientToScreen(window, &place);
+    return place;
+}
+
+void ClickAt(POINT place, DWORD down, DWORD up) {
+    MoveTo(place);
+    Press(down);
+    Press(up);
+}
+
+void DragMouse(POINT from, POINT to, const std::function<void()>& before) {
+    constexpr LONG kSteps = 6;
+    MoveTo(from);
+    Press(MOUSEEVENTF_LEFTDOWN);
+    for (LONG step = 1; step <= kSteps; ++step) {
+        MoveTo({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
+    }
+    MoveTo(to);
+    if (before) before();
+    Press(MOUSEEVENTF_LEFTUP);
+}
+
+}  // namespace verbatix::test
