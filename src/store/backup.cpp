@@ -53,16 +53,24 @@ int PrepareBackupFolder() {
     return 1;
 }
 
+static bool CopyUnder(const SYSTEMTIME& time) {
+    const std::wstring copy = backupFolder + L"\\" + BackupFileName(time);
+    if (CopyFileW(settingsPath.c_str(), copy.c_str(), FALSE)) return true;
+    DebugLine(L"Copy to %ls: error %lu\n", copy.c_str(), GetLastError());
+    return false;
+}
+
 void BackupNow() {
     if (!PrepareBackupFolder()) return;
     const SYSTEMTIME now = LocalTime();
     // Noted first: the copy then says itself when it was made, and a copy that fails is not tried again at
     // every save.
     WriteProgramNumber(kLastBackupKey, LocalSeconds(now));
-    const std::wstring copy = backupFolder + L"\\" + BackupFileName(now);
-    if (!CopyFileW(settingsPath.c_str(), copy.c_str(), FALSE)) {
-        DebugLine(L"Copy to %ls: error %lu\n", copy.c_str(), GetLastError());
-    }
+    CopyUnder(now);
+}
+
+bool CopyToBackupFolder() {
+    return PrepareBackupFolder() && CopyUnder(LocalTime());
 }
 
 void CheckTimedBackup() {

@@ -18,6 +18,9 @@ int PrepareBackupFolder();
 // second the later one is kept. The time is noted in "last_backup" even when the copying fails.
 void BackupNow();
 
+// The copy alone, without a note of the time: before something that changes a lot. False when it failed.
+bool CopyToBackupFolder();
+
 // Makes a copy when one is due by the options and "last_backup". While nothing is noted there none ever is:
 // the first one is made on demand.
 void CheckTimedBackup();

@@ -1,5 +1,6 @@
 #include "store/export_text.h"
 
+#include <algorithm>
 #include <map>
 
 #include "base/text.h"
@@ -25,8 +26,9 @@ static std::map<std::wstring, Section> ReadSections(std::wstring_view text) {
     Section* section = nullptr;
     for (std::wstring_view line : Split(text, L'\n')) {
         if (line.ends_with(L'\r')) line.remove_suffix(1);
-        if (line.starts_with(L'[')) {
-            section = &sections[LowerCase(line.substr(1, line.find(L']') - 1))];
+        const std::wstring_view trimmed = TrimBlanks(line);
+        if (trimmed.starts_with(L'[')) {
+            section = &sections[LowerCase(trimmed.substr(1, trimmed.find(L']') - 1))];
             continue;
         }
         const std::size_t equals = line.find(L'=');
@@ -40,7 +42,9 @@ std::vector<EntryTexts> ParseExport(std::wstring_view text) {
     std::map<std::wstring, Section> sections = ReadSections(text);
     std::vector<EntryTexts> entries;
     for (const auto& [key, value] : sections[L"list_text"]) {
-        entries.push_back({value, sections[L"list_label"][key], sections[L"list_order"][key]});
+        const std::size_t hotkey = std::min(value.find_first_not_of(L" \t"), value.size());
+        entries.push_back(
+            {value.substr(hotkey), sections[L"list_label"][key], sections[L"list_order"][key], key});
     }
     return entries;
 }

@@ -24,9 +24,11 @@ struct EntryTexts {
     std::wstring value;
     std::wstring label;
     std::wstring order;
+    std::wstring key = {};  // in lower case; only where the text was read from an export
 };
 
-// The entries of such a text by their keys' order. Lines may end in LF alone; values stand as they are.
+// The entries of such a text by their keys' order. Lines may end in LF alone; values stand as they are, but
+// for blanks before a hotkey.
 std::vector<EntryTexts> ParseExport(std::wstring_view text);
 
 }  // namespace verbatix

@@ -2,32 +2,24 @@
 
 #include <algorithm>
 #include <cwchar>
-#include <set>
 #include <vector>
 
 #include "base/language.h"
-#include "base/product.h"
 #include "base/text.h"
 #include "store/backup.h"
 #include "store/entry_syntax.h"
 #include "store/profile.h"
 #include "store/profile_section.h"
+#include "store/settings.h"
 #include "store/settings_file.h"
 #include "store/settings_path.h"
+#include "store/stored_texts.h"
 
 namespace verbatix {
 
 namespace {
 
-constexpr const wchar_t* kTextSection = L"list_text";
-constexpr const wchar_t* kLabelSection = L"list_label";
-constexpr const wchar_t* kOrderSection = L"list_order";
 constexpr const wchar_t* kCountKey = L"listcmd_count";
-
-// Sizes of the values that are read, terminator included.
-constexpr std::size_t kValueSize = 4096;
-constexpr std::size_t kLabelSize = 256;
-constexpr std::size_t kOrderSize = 16;
 
 // From this number of entries on whole sections are written.
 constexpr std::size_t kManyEntries = 8;
@@ -38,11 +30,13 @@ std::wstring firstRunList;
 bool isListUnread = false;
 // The file holds more entries than were loaded.
 bool isListCut = false;
+// The file that the list was loaded from; empty when there was none.
+std::wstring loadedPath;
 
 void Export(const ListEntry& entry, ExportSink& sink) {
     const std::wstring key = EntryKey(sink.count++) + L'=';
-    sink.textLines += key + FormatEntryValue(entry) + L"\r\n";
-    sink.labelLines += key + entry.label + L"\r\n";
+    sink.textLines += key + ProfileLine(FormatEntryValue(entry)) + L"\r\n";
+    sink.labelLines += key + ProfileLine(entry.label) + L"\r\n";
     sink.orderLines += key + Format(L"%d", entry.order) + L"\r\n";
 }
 
@@ -109,49 +103,12 @@ bool WriteSlots(const std::vector<EntrySlot*>& slots, const ListClient& client) 
     return isAllWritten;
 }
 
-struct NumberedTexts {
-    unsigned number = 0;
-    EntryTexts texts;
-};
-
-// What a file holds of entries, by number, at most mostEntries; `end` lies behind the highest number, those
-// that were left out included.
-struct StoredTexts {
-    std::vector<NumberedTexts> entries;
-    unsigned end = 0;
-    bool isCut = false;
-};
-
-// Looks at keys with numbers below `limit`.
-StoredTexts ReadEntryTexts(const std::wstring& path, unsigned limit) {
-    ProfileSection values = ReadSection(path, kTextSection);
-    ProfileSection labels = ReadSection(path, kLabelSection);
-    ProfileSection orders = ReadSection(path, kOrderSection);
-    std::set<unsigned> numbers;
-    for (const std::wstring& key : SectionKeys(values)) {
-        const std::optional<unsigned> number = EntryNumberOfKey(key);
-        if (number && *number < limit) numbers.insert(*number);
-    }
-    StoredTexts stored;
-    if (!numbers.empty()) stored.end = *numbers.rbegin() + 1;
-    stored.isCut = numbers.size() > mostEntries;
-    for (const unsigned number : numbers) {
-        if (stored.entries.size() == mostEntries) break;
-        const std::wstring key = EntryKey(number);
-        stored.entries.push_back(
-            {number,
-             {SectionText(values, key, kValueSize), SectionText(labels, key, kLabelSize),
-              SectionText(orders, key, kOrderSize)}});
-    }
-    return stored;
-}
-
 bool Add(EntryList& list, const EntryTexts& entry) {
     return ParseStoredEntry(list, entry.value, entry.label, ToInt(entry.order));
 }
 
 void AddStoredEntries(EntryList& list, unsigned count) {
-    const StoredTexts stored = ReadEntryTexts(settingsPath, count);
+    const StoredTexts stored = ReadEntryTexts(settingsPath, count, mostEntries);
     for (const NumberedTexts& entry : stored.entries) {
         if (!Add(list, entry.texts)) continue;
         // Behind a gap or a skipped value an entry gets a smaller number than its key has. That makes it
@@ -166,6 +123,12 @@ void AddStoredEntries(EntryList& list, unsigned count) {
 void AddFirstRunList(EntryList& list, const ListClient& client) {
     for (const EntryTexts& entry : ParseExport(firstRunList)) Add(list, entry);
     SaveList(list, client, false, false);
+}
+
+bool IsFileGone() {
+    return loadedPath == settingsPath &&
+           GetFileAttributesW(settingsPath.c_str()) == INVALID_FILE_ATTRIBUTES &&
+           GetLastError() == ERROR_FILE_NOT_FOUND;
 }
 
 int CountToStore(const EntryList& list) {
@@ -195,6 +158,11 @@ int WriteEntry(const ListEntry& entry, ExportSink* sink, const ListEntry* previo
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly) {
     if (client.collectEdits) client.collectEdits();
     CheckTimedBackup();
+    if (IsFileGone()) {
+        // Somebody has deleted it: what is in memory is all there is.
+        changedOnly = false;
+        SaveSettings();
+    }
     std::vector<EntrySlot*> written;
     for (auto& [position, slot] : list) {
         // These two are the program's own notes; the file has no place for them.
@@ -219,6 +187,7 @@ void LoadList(EntryList& list, const ListClient& client) {
     // next save would write over the user's entries.
     std::optional<UniqueFile> guard = KeepReadable(settingsPath, kLongestLock);
     const int count = guard ? ReadProgramNumber(kCountKey, -1) : 0;
+    loadedPath = guard && *guard ? settingsPath : std::wstring();
     if (!guard) {
         isListUnread = true;
         ReportUnsaved(client);
@@ -231,22 +200,6 @@ void LoadList(EntryList& list, const ListClient& client) {
     guard.reset();
     RefreshViews(client, false);
     if (client.selectNothing) client.selectNothing();
-}
-
-void MergeListFile(EntryList& list, const ListClient& client, const std::wstring& path) {
-    // A value of up to two characters is no entry. The file's own count is not asked.
-    std::vector<NumberedTexts> entries =
-        ReadEntryTexts(ForeignSettingsFile(path).Path(), kMergedKeys).entries;
-    std::erase_if(entries, [](const NumberedTexts& entry) { return entry.texts.value.size() <= 2; });
-    const std::wstring question = Format(L"%ls: %d\n\n%ls", LanguageText(129).c_str(),
-                                         static_cast<int>(entries.size()), LanguageText(128).c_str());
-    if (!client.showMessage ||
-        client.showMessage(client.window, question.c_str(), kProductName, MB_YESNOCANCEL) != IDYES) {
-        return;
-    }
-    for (const NumberedTexts& entry : entries) Add(list, entry.texts);
-    SaveList(list, client, true, false);
-    RefreshViews(client, true);
 }
 
 void SetFirstRunList(std::wstring text) {

@@ -28,17 +28,15 @@ struct ListClient {
 // should meet. Where it is met, the entries beyond stay in the file and go on being counted. Tests lower
 // it.
 inline std::size_t mostEntries = 40000;
-// Keys of another list file that a merge looks at: text_000 to text_1023.
-inline constexpr unsigned kMergedKeys = 1024;
 
 // Writes one entry to the settings file: all of it, or what differs from `previous`. With a sink the entry
 // goes there instead. Always 1; whether a write failed is SaveList's to find out.
 int WriteEntry(const ListEntry& entry, ExportSink* sink = nullptr, const ListEntry* previous = nullptr);
 
 // Makes a timed backup where one is due, then writes the entries that differ from what the file holds, or
-// all, then the count. A failed write is
-// reported in a message box; an entry that could not be written stays dirty for the next save. `refresh` is
-// passed on to the views.
+// all, then the count; where the file has been deleted meanwhile, all of them and the options too. A failed
+// write is reported in a message box; an entry that could not be written stays dirty for the next save.
+// `refresh` is passed on to the views.
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly);
 
 // Fills an empty list from the settings file; a file without a count gets the first-run list. Only keys
@@ -46,9 +44,6 @@ void SaveList(EntryList& list, const ListClient& client, bool refresh, bool chan
 // but cannot be read (locked for more than 2 s) is reported; the list stays empty, and until another
 // LoadList every save reports instead of writing over what the file holds.
 void LoadList(EntryList& list, const ListClient& client);
-
-// Asks whether to add the entries of another settings file, and on Yes appends them and saves everything.
-void MergeListFile(EntryList& list, const ListClient& client, const std::wstring& path);
 
 // The first-run list in export layout; empty until app/ sets it.
 void SetFirstRunList(std::wstring text);

@@ -84,6 +84,17 @@ void ChangeSetting(int Settings::*value, int newValue) {
     }
 }
 
+void SaveSettings() {
+    const Settings defaults;
+    for (const SettingRow& row : kTable) {
+        const int value = settings.*row.value;
+        // What holds for these without a file depends on the system.
+        if (value != defaults.*row.value || row.group == SettingGroup::kStart) {
+            WriteProfileNumber(row.section, row.key, value);
+        }
+    }
+}
+
 bool RunSettingCommand(int command) {
     const SettingRow* row = RowOfCommand(command);
     if (!row) return false;

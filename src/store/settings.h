@@ -66,6 +66,9 @@ void LoadSettings(SettingGroup group = SettingGroup::kMain);
 // Changes a value and writes it.
 void ChangeSetting(int Settings::*value, int newValue);
 
+// Writes every value that is not what holds without a file.
+void SaveSettings();
+
 // Carries an options-menu command out: flips its value (0 becomes 1, all else 0) or sets it. False when no
 // setting has that command.
 bool RunSettingCommand(int command);

@@ -2,47 +2,22 @@
 
 #include <windows.h>
 
-#include <algorithm>
+#include <cstdint>
 
 #include "base/debug.h"
 #include "base/text.h"
 #include "store/settings_path.h"
+#include "store/text_file.h"
 
 namespace verbatix {
 
 namespace {
 
 constexpr std::string_view kUtf16Mark = "\xff\xfe";
-constexpr std::string_view kUtf16BigEndianMark = "\xfe\xff";
-constexpr std::string_view kUtf8Mark = "\xef\xbb\xbf";
-constexpr LONGLONG kLargestFile = 64LL << 20;
-
-UniqueFile OpenForReading(const std::wstring& path) {
-    return UniqueFile(CreateFileW(path.c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, 0, nullptr));
-}
+constexpr std::int64_t kLargestFile = 64LL << 20;
 
 std::optional<std::string> ReadAll(const std::wstring& path) {
-    const UniqueFile file = OpenForReading(path);
-    LARGE_INTEGER size;
-    if (!file || !GetFileSizeEx(file.Get(), &size) || size.QuadPart > kLargestFile) return std::nullopt;
-    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
-    DWORD read = 0;
-    if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) ||
-        read != bytes.size()) {
-        return std::nullopt;
-    }
-    return bytes;
-}
-
-enum class Encoding { kUtf16, kUtf16BigEndian, kUtf8, kAnsi };
-
-// By the mark at the beginning of `bytes`.
-Encoding EncodingOf(std::string_view bytes) {
-    if (bytes.starts_with(kUtf16Mark)) return Encoding::kUtf16;
-    if (bytes.starts_with(kUtf16BigEndianMark)) return Encoding::kUtf16BigEndian;
-    return bytes.starts_with(kUtf8Mark) ? Encoding::kUtf8 : Encoding::kAnsi;
+    return ReadWholeFile(path, kLargestFile);
 }
 
 // Nothing when the file cannot be read: what is in it is then not known.
@@ -51,38 +26,7 @@ std::optional<Encoding> EncodingOfFile(const std::wstring& path) {
     char start[3];
     DWORD read = 0;
     if (!file || !ReadFile(file.Get(), start, sizeof start, &read, nullptr)) return std::nullopt;
-    return EncodingOf({start, read});
-}
-
-bool WriteAll(const std::wstring& path, DWORD disposition, std::string_view bytes) {
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD written = 0;
-    return file &&
-           WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-           written == bytes.size() && FlushFileBuffers(file.Get());
-}
-
-std::wstring FromBigEndian(std::string_view bytes) {
-    std::wstring text;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-        text += static_cast<wchar_t>(static_cast<unsigned char>(bytes[i]) << 8 |
-                                     static_cast<unsigned char>(bytes[i + 1]));
-    }
-    return text;
-}
-
-std::wstring Decode(std::string_view bytes) {
-    switch (EncodingOf(bytes)) {
-        case Encoding::kUtf16BigEndian: return FromBigEndian(bytes.substr(kUtf16BigEndianMark.size()));
-        case Encoding::kUtf8: return FromBytes(bytes.substr(kUtf8Mark.size()), CP_UTF8);
-        default: return FromBytes(bytes, CP_ACP);
-    }
-}
-
-std::string AsUtf16File(std::wstring_view text) {
-    return std::string(kUtf16Mark)
-        .append(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
+    return EncodingByMark({start, read});
 }
 
 // A copy of the file as it was, in the backup folder, under the time and its own name.
@@ -103,14 +47,14 @@ bool RewriteAsUtf16(const std::wstring& path) {
     WritePrivateProfileStringW(nullptr, nullptr, nullptr, path.c_str());
     const std::optional<std::string> bytes = ReadAll(path);
     // Asked of the very bytes that would be decoded: another program may have been faster.
-    if (bytes && EncodingOf(*bytes) == Encoding::kUtf16) return true;
+    if (bytes && EncodingByMark(*bytes) == Encoding::kUtf16) return true;
     wchar_t temporary[MAX_PATH];
     if (!bytes || !KeepOriginal(path) ||
         GetTempFileNameW(path.substr(0, path.rfind(L'\\') + 1).c_str(), L"vbx", 0, temporary) == 0) {
         DebugLine(L"Rewrite %ls as UTF-16: error %lu\n", path.c_str(), GetLastError());
         return false;
     }
-    if (!WriteAll(temporary, CREATE_ALWAYS, AsUtf16File(Decode(*bytes)))) {
+    if (!WriteWholeFile(temporary, CREATE_ALWAYS, AsUtf16File(DecodeByMark(*bytes)))) {
         DebugLine(L"Write %ls: error %lu\n", temporary, GetLastError());
         DeleteFileW(temporary);
         return false;
@@ -129,10 +73,11 @@ bool PrepareSettingsFile(const std::wstring& path, std::wstring_view text) {
     if (!IsProfilePath(path)) return false;
     WIN32_FILE_ATTRIBUTE_DATA file;
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &file)) {
-        return WriteAll(path, CREATE_NEW, kUtf16Mark) || GetLastError() == ERROR_FILE_EXISTS;
+        return WriteWholeFile(path, CREATE_NEW, kUtf16Mark) || GetLastError() == ERROR_FILE_EXISTS;
     }
     if (file.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return false;
-    if (file.nFileSizeLow == 0 && file.nFileSizeHigh == 0) return WriteAll(path, OPEN_EXISTING, kUtf16Mark);
+    if (file.nFileSizeLow == 0 && file.nFileSizeHigh == 0)
+        return WriteWholeFile(path, OPEN_EXISTING, kUtf16Mark);
     const std::optional<Encoding> encoding = EncodingOfFile(path);
     if (!encoding) return false;
     if (*encoding == Encoding::kUtf16) return true;
@@ -156,7 +101,7 @@ bool ReplaceSettingsFile(const std::wstring& path, const std::wstring& replaceme
 std::optional<std::wstring> ReadSettingsFile(const std::wstring& path) {
     const std::optional<std::string> bytes = ReadAll(path);
     if (!bytes) return std::nullopt;
-    const Encoding encoding = EncodingOf(*bytes);
+    const Encoding encoding = EncodingByMark(*bytes);
     if (encoding == Encoding::kUtf8 || encoding == Encoding::kUtf16BigEndian) return std::nullopt;
     if (encoding == Encoding::kUtf16) {
         if (bytes->size() % sizeof(wchar_t) != 0) return std::nullopt;
@@ -170,19 +115,11 @@ std::optional<std::wstring> ReadSettingsFile(const std::wstring& path) {
     return text;
 }
 
-// Valid UTF-8 that is not also plain ASCII: a text in any other code page hardly ever looks so.
-static bool IsUtf8Text(std::string_view bytes) {
-    const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
-                                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    return !isAscii && MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(),
-                                           static_cast<int>(bytes.size()), nullptr, 0) > 0;
-}
-
 ForeignSettingsFile::ForeignSettingsFile(const std::wstring& path) : path_(path) {
     const std::optional<std::string> bytes = ReadAll(path);
     if (!bytes) return;
-    const Encoding encoding = EncodingOf(*bytes);
-    const bool isUnmarkedUtf8 = encoding == Encoding::kAnsi && IsUtf8Text(*bytes);
+    const Encoding encoding = EncodingByMark(*bytes);
+    const bool isUnmarkedUtf8 = IsUtf8WithoutMark(*bytes);
     if (encoding == Encoding::kUtf16 || (encoding == Encoding::kAnsi && !isUnmarkedUtf8)) return;
     wchar_t folder[MAX_PATH + 1];
     wchar_t temporary[MAX_PATH];
@@ -191,8 +128,7 @@ ForeignSettingsFile::ForeignSettingsFile(const std::wstring& path) : path_(path)
         return;
     }
     copy_ = temporary;
-    const std::wstring text = isUnmarkedUtf8 ? FromBytes(*bytes, CP_UTF8) : Decode(*bytes);
-    if (WriteAll(copy_, CREATE_ALWAYS, AsUtf16File(text))) path_ = copy_;
+    if (WriteWholeFile(copy_, CREATE_ALWAYS, AsUtf16File(DecodeText(*bytes)))) path_ = copy_;
 }
 
 ForeignSettingsFile::~ForeignSettingsFile() {

@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "store/ini_files.h"
-#include "store/list_file.h"
+#include "store/list_exchange.h"
 #include "store/list_hotkeys.h"
 #include "store/settings.h"
 

@@ -1,4 +1,5 @@
 #include "store/list_file.h"
+#include "store/list_exchange.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,7 @@
 #include "store/entry_syntax.h"
 #include "store/ini_files.h"
 #include "store/profile.h"
+#include "store/settings.h"
 
 namespace verbatix {
 namespace {
@@ -214,6 +216,25 @@ TEST(SaveList, ReportsAFileThatCannotBeWritten) {
     SetLanguageTexts({}, {});
 }
 
+TEST(SaveList, ADeletedFileIsWrittenAnew) {
+    const SettingsFolder folder;
+    settings = {};
+    WriteBytes(settingsPath, Utf16File(L"[Program]\r\nlistcmd_count=2\r\ntopmost=1\r\n[list_text]\r\n"
+                                       L"text_000=Ctrl+A=one<E<N<D|\r\ntext_001=Ctrl+B=two<E<N<D|\r\n"));
+    LoadSettings();
+    EntryList list = Loaded();
+    DeleteFileW(settingsPath.c_str());
+    CopyText(list.at(1).current.text, L"changed");
+    SaveList(list, Client(), true, true);
+    EXPECT_EQ(asked.messages, 0);
+    const EntryList again = Loaded();
+    ASSERT_EQ(again.size(), 2u);
+    EXPECT_STREQ(again.at(0).current.text, L"one") << "though it had not changed";
+    EXPECT_STREQ(again.at(1).current.text, L"changed");
+    EXPECT_EQ(ReadProgramNumber(L"topmost", 0), 1);
+    settings = {};
+}
+
 TEST(SaveList, ATextThatTheFileRefusesIsReportedAndKeptForTheNextSave) {
     for (const int changed : {2, 10}) {  // key by key, and whole sections
         const SettingsFolder folder;
@@ -402,6 +423,7 @@ TEST(MergeListFile, AppendsOnYesAndSavesAll) {
     for (const int answer : {IDYES, IDNO, IDCANCEL}) {
         const SettingsFolder folder;
         const std::wstring other = folder.File(L"other.ini");
+        WriteBytes(settingsPath, "");
         WriteBytes(other,
                    Utf16File(L"[list_text]\r\ntext_1023=Ctrl+C=last<E<N<D|\r\ntext_1024=Ctrl+D=beyond\r\n"
                              L"text_005=Ctrl+A=first  <E<N<D|\r\ntext_006=no entry\r\ntext_007=xx\r\n"
@@ -422,6 +444,7 @@ TEST(MergeListFile, AppendsOnYesAndSavesAll) {
             continue;
         }
         EXPECT_TRUE(asked.refresh);
+        EXPECT_EQ(FilesIn(folder.File(L"Backup")).size(), 1u) << "how it was before";
         ASSERT_EQ(list.size(), 3u);
         EXPECT_STREQ(list.at(1).current.text, L"first  ");
         EXPECT_STREQ(list.at(1).current.label, L"Label");
@@ -447,7 +470,7 @@ TEST(MergeListFile, TakesWhatEditorsSave) {
         SetEnvironmentVariableW(L"TMP", folder.Path().c_str());
         EntryList list;
         MergeListFile(list, Client(), other);
-        EXPECT_EQ(FilesIn(folder.Path()).size(), 2u) << "no copy is left";
+        EXPECT_EQ(FilesIn(folder.Path()).size(), 3u) << "two files and the backups: no copy is left";
         ASSERT_EQ(list.size(), 1u) << testing::PrintToString(bytes);
         EXPECT_STREQ(list.at(0).current.text, L"\x416\x20ac\x4e2d");
         EXPECT_EQ(ReadBytes(other), bytes) << "it stays as it was";

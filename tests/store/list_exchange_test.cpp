@@ -1,0 +1,136 @@
+#include "store/list_exchange.h"
+
+#include <gtest/gtest.h>
+
+#include "base/language.h"
+#include "base/text.h"
+#include "store/entry_syntax.h"
+#include "store/ini_files.h"
+#include "store/profile.h"
+
+namespace verbatix {
+namespace {
+
+using test::HostileFiles;
+using test::ReadBytes;
+using test::SettingsFolder;
+using test::Utf16File;
+using test::WriteBytes;
+
+std::vector<std::wstring> said;
+int answer = IDYES;
+
+int WINAPI Answer(HWND, const wchar_t* text, const wchar_t*, UINT) {
+    said.emplace_back(text);
+    return answer;
+}
+
+class ListExchange : public testing::Test {
+  protected:
+    ListExchange() {
+        said.clear();
+        answer = IDYES;
+        client_.showMessage = Answer;
+        SetLanguageTexts(
+            {{66, L"closed"}, {129, L"found"}, {1076, L"nothing"}, {1300, L"large"}, {1301, L"left {1}"}},
+            {});
+    }
+    ~ListExchange() override { SetLanguageTexts({}, {}); }
+
+    const SettingsFolder folder_;
+    const std::wstring other_ = folder_.File(L"other.txt");
+    EntryList list_;
+    ListClient client_;
+};
+
+// What the editor can store: no line breaks, a text, any blanks and quotes. The key is one that has a name.
+EntryList RandomEntries(HostileFiles& random, int count) {
+    EntryList list;
+    while (static_cast<int>(list.size()) < count) {
+        std::wstring text = ProfileLine(random.RandomValue() + random.RandomValue());
+        std::wstring label = ProfileLine(random.RandomValue());
+        // The marker ends a text wherever it comes from.
+        ReplaceAll(text, kEndMarker, L"END");
+        if (text.empty()) continue;
+        AddEntry(list, text.substr(0, kEditorTextLimit), label, 'A' + random.Below(26), random.Below(10),
+                 -1, static_cast<int>(random.Below(2000)) - 1000);
+    }
+    return list;
+}
+
+TEST_F(ListExchange, AThousandRandomEntriesComeBackTheSame) {
+    HostileFiles random(7);
+    const EntryList list = RandomEntries(random, 1000);
+    int count = 0;
+    const std::wstring text = ExportText(list, AllPositions(list), &count);
+    EXPECT_EQ(count, 1000);
+    ASSERT_TRUE(WriteExportFile(other_, text));
+    nextEntryNumber = 0;
+    ImportListFile(list_, client_, other_);
+    ASSERT_EQ(list_.size(), list.size());
+    for (const auto& [position, slot] : list) {
+        ASSERT_STREQ(list_.at(position).current.text, slot.current.text) << position;
+        ASSERT_FALSE(Differ(list_.at(position).current, slot.current)) << position;
+    }
+    ASSERT_EQ(said.size(), 1u);
+    EXPECT_TRUE(said[0].starts_with(L"found: 1000\n")) << testing::PrintToString(said[0]);
+}
+
+TEST_F(ListExchange, ExportsChosenEntriesInTheOrderAskedFor) {
+    AddEntry(list_, L"one ", L"L", 'A', 4, -1, 5);
+    AddEntry(list_, L"", L"", 'B', 4, -1, 6);
+    AddEntry(list_, L"three", L"", 'C', 4, -1, -7);
+    int count = 0;
+    EXPECT_EQ(ExportText(list_, {2, 1, 9, 0}, &count),
+              L"[list_text]\r\ntext_000=Ctrl+C=three\r\ntext_001=Ctrl+A=one \r\n"
+              L"[list_label]\r\ntext_000=\r\ntext_001=L\r\n[list_order]\r\ntext_000=-7\r\ntext_001=5\r\n");
+    EXPECT_EQ(count, 2) << "neither the deleted one nor one that does not exist";
+}
+
+TEST_F(ListExchange, BadFilesAreToldOfAndChangeNothing) {
+    const std::wstring entry = L"[list_text]\r\ntext_000=Ctrl+A=\x416\r\n";
+    std::string noise(3 << 20, '\0');
+    for (std::size_t i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>(i * i >> 7);
+    const struct {
+        const char* name;
+        std::string bytes;
+        const wchar_t* message;  // how it begins
+    } rows[] = {
+        {"empty", "", L"nothing\n"},
+        {"binary", noise, L"nothing\n"},
+        {"other text", "Dear all,\r\ntext_000=Ctrl+A=x\r\n", L"nothing\n"},
+        {"no entry", ToBytes(L"[list_text]\r\nfoo=Ctrl+A=x\r\ntext_000=x\r\n", CP_UTF8), L"nothing\n"},
+        {"half a character", Utf16File(entry) + "x", L"found: 1\n"},
+        {"UTF-8", ToBytes(entry, CP_UTF8), L"found: 1\n"},
+        {"UTF-8 with mark", "\xef\xbb\xbf" + ToBytes(entry, CP_UTF8), L"found: 1\n"},
+        {"50 MB", std::string(50 << 20, 'x'), L"large\n"},
+    };
+    AddEntry(list_, L"mine", L"", 'A', 0, -1, 0);
+    answer = IDNO;
+    for (const auto& row : rows) {
+        said.clear();
+        ASSERT_TRUE(WriteBytes(other_, row.bytes));
+        const ULONGLONG before = GetTickCount64();
+        ImportListFile(list_, client_, other_);
+        EXPECT_LT(GetTickCount64() - before, 5000u) << row.name;
+        ASSERT_EQ(said.size(), 1u) << row.name;
+        EXPECT_TRUE(said[0].starts_with(row.message)) << row.name << testing::PrintToString(said[0]);
+        EXPECT_EQ(list_.size(), 1u);
+        EXPECT_EQ(ReadBytes(settingsPath), "");
+    }
+    said.clear();
+    ImportListFile(list_, client_, folder_.File(L"missing.txt"));
+    EXPECT_EQ(said, std::vector<std::wstring>{L"closed:\n" + folder_.File(L"missing.txt")});
+}
+
+TEST_F(ListExchange, WhatIsBeyondTheMergedNumbersIsToldOf) {
+    WriteBytes(other_, "[list_text]\ntext_1023=Ctrl+A=in\ntext_1024=Ctrl+B=out\ntext_9999=Ctrl+B=out\n");
+    ImportListFile(list_, client_, other_);
+    ASSERT_EQ(said.size(), 2u);
+    EXPECT_EQ(said[1], L"left 2");
+    ASSERT_EQ(list_.size(), 1u);
+    EXPECT_STREQ(list_.at(0).current.text, L"in");
+}
+
+}  // namespace
+}  // namespace verbatix
