@@ -43,12 +43,16 @@ class ListExchange : public testing::Test {
     ListClient client_;
 };
 
-// What the editor can store: no line breaks, a text, any blanks and quotes. The key is one that has a name.
+// What the editor can store: no line breaks, a text, any blanks and quotes. Labels that the system would
+// change are rare: each costs a write of its own.
 EntryList RandomEntries(HostileFiles& random, int count) {
     EntryList list;
     while (static_cast<int>(list.size()) < count) {
         std::wstring text = ProfileLine(random.RandomValue() + random.RandomValue());
-        std::wstring label = ProfileLine(random.RandomValue());
+        ReplaceAll(text, L"\x1a", L"^Z");
+        const bool isOdd = random.Below(20) == 0;
+        const std::wstring label =
+            isOdd ? ProfileLine(random.RandomValue()) : random.Pick({L"", L"a/b", L"\x416"});
         // The marker ends a text wherever it comes from.
         ReplaceAll(text, kEndMarker, L"END");
         if (text.empty()) continue;
