@@ -56,7 +56,21 @@
 #define CMD_TRAY_PAUSE 40002
 #define CMD_TRAY_EXIT 40003
 
+#define CMD_TRAY_NEW 40004
+
+// Menu bar
+#define CMD_EXPORT_SELECTION 1119
+#define CMD_EXPORT_ALL 1120
+#define CMD_COPY_ALL_AS_TEXT 1121
+#define CMD_WRITE_EXCHANGE_FILE 1122
+#define CMD_SUGGEST_WORDS 1124
+#define CMD_START_WITH_WINDOWS 3003
+#define CMD_LANGUAGE_FIRST 50000  // and the number of the language
+#define CMD_LANGUAGE_LAST 59999
+
 // Main window
+#define CMD_LANGUAGE_MENU 2022
+#define CMD_UNSAVED_TEXT 40010  // posted to itself at start
 #define CMD_EXIT 32799
 #define WM_SELECTION_CHANGED (0x8000 + 0x65)  // posted by the list view to its dialog
 #define WM_RENAMED (0x8000 + 0x66)            // posted when a name has been edited in place

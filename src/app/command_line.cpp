@@ -66,4 +66,11 @@ StartOptions ReadStartOptions(const ArgumentList& list) {
     return options;
 }
 
+std::wstring RestartArguments(const StartOptions& options) {
+    std::wstring arguments;
+    if (!options.iniPathOverride.empty()) arguments = L"\"-ini:" + options.iniPathOverride + L"\"";
+    if (options.hideRequested) arguments += arguments.empty() ? L"hide" : L" hide";
+    return arguments;
+}
+
 }  // namespace verbatix

@@ -48,6 +48,10 @@ struct StartOptions {
 // What the arguments, split at ":", ask for.
 StartOptions ReadStartOptions(const ArgumentList& list);
 
+// The arguments that give another start the same settings file and, where it was asked for, no icon.
+// Whether the window is shown is not among them.
+std::wstring RestartArguments(const StartOptions& options);
+
 // The options of this run; filled once at start.
 extern StartOptions startOptions;
 

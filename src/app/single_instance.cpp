@@ -10,12 +10,17 @@ UINT InstanceMessage() {
     return message;
 }
 
+// Kept for the life of the process; the system lets go of it at the end, however the process ends.
+static UniqueKernelObject mutex;
+
 bool ClaimSession() {
-    // Kept for the life of the process; the system lets go of it at the end, however the process ends.
-    static UniqueKernelObject mutex;
     mutex.Reset(CreateMutexW(nullptr, FALSE, kProductName));
     const DWORD error = GetLastError();
     return error != ERROR_ALREADY_EXISTS && error != ERROR_ACCESS_DENIED;
+}
+
+void ReleaseSession() {
+    mutex.Reset();
 }
 
 static BOOL CALLBACK AskWindow(HWND window, LPARAM found) noexcept {

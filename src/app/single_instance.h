@@ -16,6 +16,9 @@ UINT InstanceMessage();
 // case when the name exists and cannot be opened (a copy of another user or with more rights).
 bool ClaimSession();
 
+// Gives the claim up, for a copy that is to take this one's place.
+void ReleaseSession();
+
 // Asks every top-level window, up to 5 s each, until one answers as a running copy; hung windows are left
 // out. The running copy shows itself by being asked. Returns its window or null.
 HWND FindRunningCopy();

@@ -11,6 +11,7 @@
 #include "app/language_archive.h"
 #include "app/language_default.h"
 #include "app/settings_location.h"
+#include "app/single_instance.h"
 #include "app/system_version.h"
 #include "base/com_apartment.h"
 #include "base/product.h"
@@ -18,9 +19,10 @@
 #include "ids.h"
 #include "store/list_file.h"
 #include "store/settings.h"
+#include "ui/closing.h"
 #include "ui/dark_theme.h"
-#include "ui/editor.h"
 #include "ui/main_window.h"
+#include "ui/program_client.h"
 
 namespace verbatix {
 
@@ -57,6 +59,17 @@ static bool IsUpdaterName() {
     return name.find(L"_autoupdate", name.rfind(L'\\') + 1) != std::wstring::npos;
 }
 
+static void TellWindowAboutProgram() {
+    programClient.languageNames = []() -> const std::map<int, std::wstring>& {
+        return CurrentLanguages().names;
+    };
+    programClient.activeLanguage = [] { return CurrentLanguages().active; };
+    programClient.useLanguage = LoadLanguageArchive;
+    programClient.releaseSession = ReleaseSession;
+    programClient.claimSession = [] { ClaimSession(); };
+    programClient.startArguments = RestartArguments(startOptions);
+}
+
 int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     const ComApartment apartment;  // for the shell: its folders, dialogs and drag and drop
     InitialiseControls();
@@ -78,12 +91,13 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     if (IsUpdaterName()) return 0;
     // The update service has nothing to do in this build, but says so by its exit code.
     if (startOptions.updateService) return 1;
+    TellWindowAboutProgram();
     if (!CreateFrameWindow(instance)) return 0;
     // Keys of the main dialog are the dialog's own business; the table is there for the frame's class.
     LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_FRAME));
     const int exitCode = RunMessageLoop();
     // The loop also ends by quit messages that did not pass through the window's own exit.
-    if (mainWindow.window) SaveEdits(Warn::kNever);
+    if (mainWindow.window) SaveWithoutAsking();
     RemoveTrayIcon(mainWindow.tray);
     return exitCode;
 }

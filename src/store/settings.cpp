@@ -4,6 +4,7 @@
 
 #include "base/product.h"
 #include "base/text.h"
+#include "ids.h"
 #include "store/profile.h"
 #include "store/profile_section.h"
 #include "store/settings_path.h"
@@ -48,7 +49,7 @@ constexpr SettingRow kTable[] = {
     {L"SortDescending", kProgramSection, &Settings::sortDescending, kMain, 0, 0},
     {L"use_backup_h", kProgramSection, &Settings::useBackupHourly, kMain, 4001, 0},
     {L"use_backup_d", kProgramSection, &Settings::useBackupDaily, kMain, 4002, 0},
-    {L"use_autocomplete", kProgramSection, &Settings::useAutocomplete, kMain, 0, 0},
+    {L"use_autocomplete", kProgramSection, &Settings::useAutocomplete, kMain, CMD_SUGGEST_WORDS, 0},
     {L"hide_info", kProgramSection, &Settings::hideInfo, kMain, 0, 0},
     {L"size", kProgramSection, &Settings::size, kMain, 0, 0},
 };

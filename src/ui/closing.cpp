@@ -1,14 +1,26 @@
 #include "ui/closing.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "base/language.h"
+#include "base/product.h"
+#include "base/text.h"
 #include "hotkeys/keyboard_hook.h"
+#include "ids.h"
 #include "menu/menu_popup.h"
+#include "store/backup.h"
+#include "store/list_exchange.h"
+#include "store/profile.h"
 #include "store/settings.h"
 #include "ui/editor.h"
 #include "ui/main_window.h"
 #include "ui/window_place.h"
 
 namespace verbatix {
+
+// Where a text is that could not be saved; read once, at the next start.
+static constexpr const wchar_t* kUnsavedTextKey = L"unsaved_text";
 
 // Hidden without an icon the window would be out of reach.
 static void HideBehindIcon() {
@@ -52,13 +64,59 @@ void MinimizeMainWindow() {
     HideBehindIcon();
 }
 
-void ExitProgram(int dialogCode) {
-    SaveEdits(Warn::kAlways);
-    EndDialog(mainWindow.window, dialogCode);
+static bool HasUnsaved() {
+    return std::any_of(mainWindow.entries.begin(), mainWindow.entries.end(),
+                       [](const auto& entry) { return IsDirty(entry.second); });
+}
+
+bool SaveForExit() {
+    constexpr int kLoseChanges = 1314;
+    if (!SaveEdits(Warn::kAlways)) return ShowMainWindow(), false;
+    if (HasUnsaved()) SaveList(mainWindow.entries, mainWindow.listClient, true, true);
     RememberWindowPlace(mainWindow.window);
+    return !HasUnsaved() || MessageBoxW(mainWindow.window, LanguageText(kLoseChanges).c_str(), kProductName,
+                                        MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
+}
+
+void LeaveProgram(int dialogCode) {
+    EndDialog(mainWindow.window, dialogCode);
     CloseHotkeyMenu();
     PostQuitMessage(1);
     RemoveKeyboardHook();
+}
+
+void ExitProgram(int dialogCode) {
+    if (SaveForExit()) LeaveProgram(dialogCode);
+}
+
+// Beside the backups, under the time.
+static std::wstring KeepInFile(const std::wstring& text) {
+    if (!PrepareBackupFolder()) return {};
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    const std::wstring path = backupFolder + L"\\" + BackupFileName(now) + L"_unsaved.txt";
+    return WriteExportFile(path, text) ? path : std::wstring();
+}
+
+void SaveWithoutAsking() {
+    // Whoever ends the program does not wait for an answer.
+    const auto showMessage = std::exchange(mainWindow.listClient.showMessage, nullptr);
+    if (!SaveEdits(Warn::kNever)) {
+        const std::wstring path = KeepInFile(FieldText(IDC_TEXT));
+        if (!path.empty()) WriteProgramText(kUnsavedTextKey, path);
+    } else if (HasUnsaved()) {
+        SaveList(mainWindow.entries, mainWindow.listClient, false, true);
+    }
+    mainWindow.listClient.showMessage = showMessage;
+}
+
+void TellOfUnsavedText() {
+    constexpr int kKeptInFile = 1317;
+    const std::wstring path = ReadProgramText(kUnsavedTextKey, MAX_PATH);
+    if (path.empty()) return;
+    WriteProgramText(kUnsavedTextKey, L"");
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(kKeptInFile), {path}).c_str(), kProductName,
+                MB_OK | MB_ICONINFORMATION);
 }
 
 }  // namespace verbatix

@@ -19,8 +19,20 @@ void CloseMainWindow();
 // bar it would be out of reach.
 void MinimizeMainWindow();
 
-// Ends the program: ends the dialog with that code, remembers the window's place, quits the message loop
-// with code 1 and removes the keyboard hook.
+// Saves everything before the program ends. False when something would be lost and the user has not agreed
+// to that: a text that is too long stays in its field, and the window comes up with it.
+bool SaveForExit();
+
+// Ends the dialog with that code, quits the message loop with code 1 and removes the keyboard hook. Nothing
+// is saved.
+void LeaveProgram(int dialogCode);
+
+// Both. Where the first one fails the program goes on running.
 void ExitProgram(int dialogCode);
+
+// For an end that does not wait for the user: the session ends, another program wants this one to end.
+// A text that is too long is kept in a file beside the backups, which the next start tells of.
+void SaveWithoutAsking();
+void TellOfUnsavedText();
 
 }  // namespace verbatix

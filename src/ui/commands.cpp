@@ -3,29 +3,37 @@
 #include <shellapi.h>
 
 #include <algorithm>
-#include <iterator>
+#include <span>
 
 #include "base/debug.h"
 #include "base/handle.h"
+#include "base/language.h"
 #include "base/product.h"
 #include "clipboard/slots.h"
 #include "ids.h"
 #include "store/backup.h"
 #include "store/settings.h"
 #include "store/settings_path.h"
+#include "ui/autostart.h"
 #include "ui/closing.h"
 #include "ui/dark_theme.h"
 #include "ui/editor.h"
 #include "ui/editor_commands.h"
 #include "ui/entry_actions.h"
+#include "ui/export.h"
 #include "ui/group_menu.h"
+#include "ui/import.h"
 #include "ui/insert_menu.h"
+#include "ui/language_menu.h"
 #include "ui/list_view.h"
 #include "ui/main_window.h"
 #include "ui/menu_bar.h"
 #include "ui/paste_commands.h"
 #include "ui/rename.h"
+#include "ui/restart.h"
 #include "ui/tree_view.h"
+#include "ui/web_pages.h"
+#include "ui/word_completion.h"
 
 namespace verbatix {
 
@@ -36,27 +44,22 @@ struct Command {
     void (*run)(int id, LPARAM lParam);
 };
 
+// A row's function for a command that is one call.
+template <auto function>
+void Call(int, LPARAM) {
+    function();
+}
+
+template <auto function>
+void CallWithId(int id, LPARAM) {
+    function(id);
+}
+
 void Nothing(int, LPARAM) {}
-
-void SwitchOption(int id, LPARAM) {
-    RunSettingCommand(id);
-}
-
-void Hide(int, LPARAM) {
-    HideMainWindow();
-}
-
-void ToTray(int, LPARAM) {
-    SendToTray();
-}
-
-void Exit(int id, LPARAM) {
-    ExitProgram(id);
-}
 
 // Opened for writing once before it is shown: that tells a file that is there from one that is not, and an
 // editor is not started on nothing.
-void OpenSettingsFile(int, LPARAM) {
+void OpenSettingsFile() {
     UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!check) return;
@@ -68,23 +71,49 @@ void OpenFolder(const std::wstring& folder) {
     ShellExecuteW(mainWindow.window, L"open", folder.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
-void RunBackup(int id, LPARAM) {
+void RunBackup(int id) {
     constexpr int kBeforeFirst = 4000;
     BackupCommand(id - kBeforeFirst, {mainWindow.window, OpenFolder});
 }
 
-void SwitchTopmost(int, LPARAM) {
+void SwitchTopmost() {
     ChangeSetting(&Settings::topmost, settings.topmost ? 0 : 1);
     ApplyTopmost();
 }
 
-void SwitchDarkTheme(int id, LPARAM) {
+void SwitchDarkTheme(int id) {
     RunSettingCommand(id);
     ApplyTheme(mainWindow.window);
 }
 
-void NextVersion(int, LPARAM) {
+// What an option changes in list and tree.
+void SwitchViewOption(int id) {
+    RunSettingCommand(id);
+    RefreshListView(true);
+}
+
+void SwitchTree(int id) {
+    if (!SaveEdits(Warn::kAlways)) return;
+    RunSettingCommand(id);
+    ShowChosenView();
+    RefreshListView(true);
+    RefreshMenuChecks(mainWindow.menuBar);
+}
+
+void SwitchStartWithWindows() {
+    constexpr int kRefused = 1312;
+    if (SetStartWithWindows(!StartsWithWindows())) return;
+    MessageBoxW(mainWindow.window, LanguageText(kRefused).c_str(), kProductName, MB_OK | MB_ICONWARNING);
+}
+
+void NextVersion() {
     MessageBoxW(mainWindow.window, L"Next-Ver", kProductName, MB_OK);
+}
+
+void Uninstall() {
+    constexpr int kNothingToDo = 1074;
+    MessageBoxW(mainWindow.window, LanguageText(kNothingToDo).c_str(), kProductName,
+                MB_OK | MB_ICONINFORMATION);
 }
 
 void ToSlot(int, LPARAM character) {
@@ -99,124 +128,104 @@ void FromSlot(int, LPARAM character) {
     PasteSlot(static_cast<wchar_t>(character));
 }
 
-void New(int, LPARAM) {
-    NewEntry();
-}
-
-void Copy(int, LPARAM) {
-    CopyEntry();
-}
-
-void Delete(int, LPARAM) {
-    DeleteEntry();
-}
-
-void Test(int, LPARAM) {
-    TestEntry();
-}
-
-void Insert(int id, LPARAM) {
+void Insert(int id) {
     ShowInsertMenu(GetDlgItem(mainWindow.window, id));
 }
 
-void PasteMenu(int, LPARAM) {
-    ShowPasteMenu();
-}
-
-void SwitchTree(int id, LPARAM) {
-    if (!SaveEdits(Warn::kAlways)) return;
-    RunSettingCommand(id);
-    ShowChosenView();
-    RefreshListView(true);
-    RefreshMenuChecks(mainWindow.menuBar);
-}
-
-void SwitchGroups(int id, LPARAM) {
-    RunSettingCommand(id);
-    RefreshListView(true);
-}
-
-void OpenAll(int, LPARAM) {
-    ExpandAll();
-}
-
-void CloseAll(int, LPARAM) {
-    CollapseAll();
-}
-
-void Rename(int, LPARAM) {
+void Rename() {
     if (!mainWindow.listCommandsBlocked) RenameSelected();
 }
 
-void Move(int id, LPARAM) {
+void Move(int id) {
     MoveSelected(id == CMD_MOVE_DOWN);
 }
 
-void Group(int, LPARAM) {
-    ShowGroupMenu();
-}
+constexpr auto kSwitchOption = [](int id, LPARAM) { RunSettingCommand(id); };
 
 constexpr Command kMenuBarCommands[] = {
-    {2, SwitchOption},         // to the tray on close
-    {3, SwitchOption},         // start in the tray
-    {4, SwitchOption},         // start hidden
-    {5, SwitchOption},         // to the tray on minimise
-    {6, SwitchOption},         // hide on close
-    {7, Hide},                 //
-    {1112, SwitchOption},      // date codes
-    {1113, SwitchOption},      // time codes
-    {1115, SwitchOption},      // give the clipboard back
-    {1116, OpenSettingsFile},  //
-    {2000, SwitchOption},      // menu order: as in the list
-    {2001, SwitchOption},      // menu order: by label
-    {2002, SwitchOption},      // menu order: by label, second way
-    {3000, SwitchOption},      // ignore case
-    {3001, SwitchOption},      // tips in the paste menu
-    {3002, SwitchOption},      // order numbers in the paste menu
-    {3004, SwitchDarkTheme},   // never dark
-    {4001, RunBackup},         // every hour
-    {4002, RunBackup},         // every day
-    {4003, RunBackup},         // now
-    {4004, RunBackup},         // open the folder
-    {12802, Exit},             //
-    {CMD_SHOW_TREE, SwitchTree},
-    {CMD_EXPAND_ALL, OpenAll},
-    {CMD_COLLAPSE_ALL, CloseAll},
+    {2, kSwitchOption},  // to the tray on close
+    {3, kSwitchOption},  // start in the tray
+    {4, kSwitchOption},  // start hidden
+    {5, kSwitchOption},  // to the tray on minimise
+    {6, kSwitchOption},  // hide on close
+    {7, Call<HideMainWindow>},
+    {1018, CallWithId<OpenWebPageOf>},  // the program's page
+    {1112, kSwitchOption},              // date codes
+    {1113, kSwitchOption},              // time codes
+    {1114, CallWithId<OpenWebPageOf>},  // help on date and time
+    {1115, kSwitchOption},              // give the clipboard back
+    {1116, Call<OpenSettingsFile>},
+    {1117, Call<ImportFromFile>},
+    {1118, Call<ImportExchangeFile>},
+    {CMD_EXPORT_SELECTION, Call<ExportSelectionToFile>},
+    {CMD_EXPORT_ALL, Call<ExportAllToFile>},
+    {CMD_COPY_ALL_AS_TEXT, Call<ExportAllAsText>},
+    {CMD_WRITE_EXCHANGE_FILE, Call<WriteExchangeFile>},
+    {CMD_SUGGEST_WORDS, Call<SwitchWordCompletion>},
+    {2000, kSwitchOption},                 // menu order: as in the list
+    {2001, kSwitchOption},                 // menu order: by label
+    {2002, kSwitchOption},                 // menu order: by label, second way
+    {2031, CallWithId<OpenWebPageOf>},     // support
+    {3000, CallWithId<SwitchViewOption>},  // ignore case
+    {3001, kSwitchOption},                 // tips in the paste menu
+    {3002, kSwitchOption},                 // order numbers in the paste menu
+    {CMD_START_WITH_WINDOWS, Call<SwitchStartWithWindows>},
+    {3004, CallWithId<SwitchDarkTheme>},  // never dark
+    {4001, CallWithId<RunBackup>},        // every hour
+    {4002, CallWithId<RunBackup>},        // every day
+    {4003, CallWithId<RunBackup>},        // now
+    {4004, CallWithId<RunBackup>},        // open the folder
+    {4005, CallWithId<OpenWebPageOf>},    // help on backups
+    {12800, Call<RestartElevated>},
+    {12801, Call<OpenElevatedPrompt>},
+    {12802, CallWithId<ExitProgram>},
+    {12804, Call<RestartProgram>},
+    {32794, CallWithId<OpenWebPageOf>},  // questions and answers
+    {CMD_SHOW_TREE, CallWithId<SwitchTree>},
+    {CMD_EXPAND_ALL, Call<ExpandAll>},
+    {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {44000, Call<LookForUpdates>},
+    {44003, Call<Uninstall>},
 };
 
 constexpr Command kMainCommands[] = {
-    {1, Nothing},           // Enter in the dialog
-    {5, ToTray},            //
-    {1014, SwitchTopmost},  //
-    {CMD_NEW_ENTRY, New},
-    {CMD_COPY_ENTRY, Copy},
-    {CMD_DELETE_ENTRY, Delete},
-    {1051, NextVersion},  //
-    {CMD_TEST_ENTRY, Test},
-    {IDC_INSERT, Insert},
-    {32894, NextVersion},  //
-    {32782, Hide},         //
+    {1, Nothing},  // Enter in the dialog
+    {5, Call<SendToTray>},
+    {1014, Call<SwitchTopmost>},
+    {1018, CallWithId<OpenWebPageOf>},  // the program's page
+    {CMD_NEW_ENTRY, Call<NewEntry>},
+    {CMD_COPY_ENTRY, Call<CopyEntry>},
+    {CMD_DELETE_ENTRY, Call<DeleteEntry>},
+    {1051, Call<NextVersion>},
+    {CMD_TEST_ENTRY, Call<TestEntry>},
+    {IDC_INSERT, CallWithId<Insert>},
+    {CMD_GROUP_MENU, Call<ShowGroupMenu>},
+    {CMD_LANGUAGE_MENU, Call<ShowLanguageMenu>},
+    {2031, CallWithId<OpenWebPageOf>},  // support
+    {7778, Nothing},
+    {11112, Nothing},
+    {32782, Call<HideMainWindow>},
+    {CMD_RENAME_ENTRY, Call<Rename>},
+    {32794, CallWithId<OpenWebPageOf>},  // questions and answers
     {CMD_COPY_SLOT, CopyToSlot},
     {CMD_PASTE_SLOT, FromSlot},
     {CMD_SAVE_SLOT, ToSlot},
-    {CMD_SHOW_PASTE_MENU, PasteMenu},
-    {CMD_SHOW_TREE, SwitchTree},
-    {CMD_SHOW_GROUPS, SwitchGroups},
-    {CMD_EXPAND_ALL, OpenAll},
-    {CMD_COLLAPSE_ALL, CloseAll},
-    {CMD_RENAME_ENTRY, Rename},
-    {CMD_MOVE_UP, Move},
-    {CMD_MOVE_DOWN, Move},
-    {CMD_GROUP_MENU, Group},
-    {CMD_EXIT, Exit},  //
-    {7778, Nothing},   //
-    {11112, Nothing},  //
+    {CMD_SHOW_PASTE_MENU, Call<ShowPasteMenu>},
+    {CMD_EXIT, CallWithId<ExitProgram>},
+    {CMD_SHOW_TREE, CallWithId<SwitchTree>},
+    {CMD_MOVE_UP, CallWithId<Move>},
+    {CMD_MOVE_DOWN, CallWithId<Move>},
+    {32894, Call<NextVersion>},
+    {CMD_SHOW_GROUPS, CallWithId<SwitchViewOption>},
+    {CMD_EXPAND_ALL, Call<ExpandAll>},
+    {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {CMD_UNSAVED_TEXT, Call<TellOfUnsavedText>},
 };
 
-bool RunFrom(const Command* begin, const Command* end, int id, LPARAM lParam) {
-    const Command* found =
-        std::find_if(begin, end, [id](const Command& command) { return command.id == id; });
-    if (found == end) return false;
+bool RunFrom(std::span<const Command> commands, int id, LPARAM lParam) {
+    const auto found = std::find_if(commands.begin(), commands.end(),
+                                    [id](const Command& command) { return command.id == id; });
+    if (found == commands.end()) return false;
     found->run(id, lParam);
     return true;
 }
@@ -228,12 +237,12 @@ bool RouteCommand(WPARAM wParam, LPARAM lParam) {
     // Only 32 bits are compared: a sender may have sign-extended the marker.
     if (static_cast<DWORD>(lParam) == static_cast<DWORD>(kMenuBarMarker)) {
         DebugLine(L"wmId:%d", id);
-        const bool known = RunFrom(std::begin(kMenuBarCommands), std::end(kMenuBarCommands), id, lParam);
+        const bool known = RunLanguageCommand(id) || RunFrom(kMenuBarCommands, id, lParam);
         RefreshMenuChecks(mainWindow.menuBar);
         return known;
     }
     if (OnEditorNotification(id, HIWORD(wParam))) return true;
-    return RunFrom(std::begin(kMainCommands), std::end(kMainCommands), id, lParam);
+    return RunFrom(kMainCommands, id, lParam);
 }
 
 }  // namespace verbatix

@@ -10,6 +10,7 @@
 #include "ui/list_view.h"
 #include "ui/main_window.h"
 #include "ui/tree_view.h"
+#include "ui/word_completion.h"
 
 namespace verbatix {
 
@@ -108,6 +109,7 @@ bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
 
 bool HandleDialogKey(const MSG& message) {
     const HWND window = mainWindow.window;
+    if (HandleCompletionMessage(message)) return true;
     if ((message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) || !window) return false;
     if (!IsWindowEnabled(window) || (message.hwnd != window && !IsChild(window, message.hwnd)))
         return false;

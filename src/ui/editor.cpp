@@ -11,6 +11,7 @@
 #include "ui/list_view.h"
 #include "ui/main_window.h"
 #include "ui/tree_view.h"
+#include "ui/word_completion.h"
 
 namespace verbatix {
 
@@ -136,9 +137,11 @@ void OnKeyField(int code) {
 }
 
 void OnTextField(int code) {
+    if (code == EN_KILLFOCUS || code == EN_VSCROLL) CloseSuggestions();
     if (code != EN_CHANGE) return;
     ShowCounter();
     Changed();
+    if (!editor.filling) OnTextTyped();
 }
 
 void OnFilterChanged() {
@@ -156,18 +159,28 @@ std::wstring FieldText(int control) {
     return text;
 }
 
-void SetUpEditor(HWND dialog) {
+void RelabelEditor() {
     for (const Caption& caption : kCaptions) SetFieldText(caption.control, LanguageText(caption.text));
+    const HWND modifiers = Control(IDC_MODIFIER);
+    const LRESULT chosen = SendMessageW(modifiers, CB_GETCURSEL, 0, 0);
+    SendMessageW(modifiers, CB_RESETCONTENT, 0, 0);
     for (unsigned code = 0; code < kModifierCount; ++code) {
         std::wstring name;
         AppendModifierDisplayName(code, name);
-        SendDlgItemMessageW(dialog, IDC_MODIFIER, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+        SendMessageW(modifiers, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
     }
+    SendMessageW(modifiers, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
+    SendMessageW(Control(IDC_FILTER), EM_SETCUEBANNER, TRUE,
+                 reinterpret_cast<LPARAM>(LanguageText(1049).c_str()));
+    ShowCounter();
+    ShowClash();
+}
+
+void SetUpEditor(HWND dialog) {
+    RelabelEditor();
     for (const std::wstring& name : OfferedKeyNames()) {
         SendDlgItemMessageW(dialog, IDC_KEY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
     }
-    SendDlgItemMessageW(dialog, IDC_FILTER, EM_SETCUEBANNER, TRUE,
-                        reinterpret_cast<LPARAM>(LanguageText(1049).c_str()));
     SendDlgItemMessageW(dialog, IDC_LABEL, EM_SETLIMITTEXT, kLabelLimit - 1, 0);
     // More than is accepted, so that a long text that is pasted is told of and not cut without a word.
     constexpr WPARAM kFieldLimit = 60000;

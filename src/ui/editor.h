@@ -24,6 +24,9 @@ enum class Warn { kNever, kOnce, kAlways };
 // Fills captions, buttons and drop-downs in the active language.
 void SetUpEditor(HWND dialog);
 
+// Shows captions and drop-downs in the language that is active now.
+void RelabelEditor();
+
 // Shows the entry at that position; one that does not exist empties and disables the fields.
 void ShowInEditor(int position);
 

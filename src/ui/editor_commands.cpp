@@ -28,8 +28,8 @@ int Add(const ListEntry& record) {
     }
     const int position = static_cast<int>(list.size());
     AddEntry(list, record.text, record.label, record.keyCode, record.modifier, -1, position);
-    // The list takes a new entry for one that the file has already.
-    WriteEntry(list[position].current);
+    // The list takes a new entry for one that the file has already; the next save must know better.
+    list[position].saved = {};
     return position;
 }
 

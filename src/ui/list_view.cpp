@@ -40,6 +40,17 @@ void SetUpListView(HWND list) {
     }
 }
 
+void RelabelColumns(HWND list) {
+    int index = 0;
+    for (const Column& column : kColumns) {
+        std::wstring title = LanguageText(column.title);
+        LVCOLUMNW info = {};
+        info.mask = LVCF_TEXT;
+        info.pszText = title.data();
+        SendMessageW(list, LVM_SETCOLUMNW, static_cast<WPARAM>(index++), reinterpret_cast<LPARAM>(&info));
+    }
+}
+
 void LayOutColumns(HWND list) {
     RECT client;
     GetClientRect(list, &client);

@@ -27,6 +27,7 @@
 #include "ui/timers.h"
 #include "ui/tree_view.h"
 #include "ui/window_place.h"
+#include "ui/word_completion.h"
 
 namespace verbatix {
 
@@ -97,6 +98,7 @@ static void OnInitDialog(HWND dialog) {
                  reinterpret_cast<LPARAM>(LoadIconW(instance, MAKEINTRESOURCEW(IDI_VERBATIX))));
 
     LoadSettings();
+    StartWordCompletion();
     ApplyTopmost();
     ShowChosenView();
     mainWindow.listClient.window = dialog;
@@ -113,6 +115,8 @@ static void OnInitDialog(HWND dialog) {
     LayOutColumns(mainWindow.list);
     ApplyTheme(dialog);
     RefreshListView(false);
+    // Later: a box in the middle of the start would hold up the rest of it.
+    PostMessageW(dialog, WM_COMMAND, CMD_UNSAVED_TEXT, 0);
     // Somebody who opens the window for the first time sees what an entry is made of.
     if (!mainWindow.rows.empty()) SelectEntry(mainWindow.rows.front());
 }
@@ -170,7 +174,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         // Asked and told: whichever comes first, nothing may be waiting for a timer then. No question: the
         // session does not wait for an answer.
         case WM_QUERYENDSESSION:
-        case WM_ENDSESSION: return SaveEdits(Warn::kNever), FALSE;
+        case WM_ENDSESSION: return SaveWithoutAsking(), FALSE;
         case WM_CLOSE: return CloseMainWindow(), TRUE;
         case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);

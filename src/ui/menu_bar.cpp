@@ -1,38 +1,57 @@
 #include "ui/menu_bar.h"
 
+#include <optional>
+#include <span>
+
 #include "base/language.h"
 #include "ids.h"
 #include "store/settings.h"
+#include "ui/autostart.h"
 #include "ui/commands.h"
+#include "ui/language_menu.h"
+#include "ui/main_window.h"
 
 namespace verbatix {
 
 namespace {
 
-// A row of the bar: `depth` 0 opens a menu of the bar, 1 stands in it, 2 in the submenu above it. A row
-// without id opens a submenu; one without text draws a line.
+// A row of a menu: `depth` 1 stands in it, 2 in the submenu above it. A row without id opens a submenu; one
+// without text draws a line.
 struct Row {
     int depth;
     int id;
     int text;
 };
 
-constexpr Row kRows[] = {
-    {0, 0, 1020},  // File
+// In place of an id: the rows of the languages stand here.
+constexpr int kLanguageRows = -1;
+
+constexpr Row kFileRows[] = {
     {1, 1116, 1111},
-    {1, 7, 1105},
+    {1, 0, 1029},  // import
+    {2, 1117, 1112},
+    {2, 1118, 1113},
+    {1, 0, 1320},  // export
+    {2, CMD_EXPORT_SELECTION, 1303},
+    {2, CMD_EXPORT_ALL, 1302},
+    {2, CMD_COPY_ALL_AS_TEXT, 1304},
+    {2, CMD_WRITE_EXCHANGE_FILE, 1305},
     {1, 0, 0},
+    {1, 7, 1105},
+    {1, 0, 1321},  // restart
+    {2, 12804, 1128},
+    {2, 12800, 1125},
+    {2, 12801, 1126},
     {1, 12802, 1127},
-    {0, 0, 1024},  // View
-    {1, CMD_SHOW_TREE, 1138},
-    {1, CMD_EXPAND_ALL, 1050},
-    {1, CMD_COLLAPSE_ALL, 1051},
-    {0, 0, 1021},  // Options
+};
+
+constexpr Row kOptionRows[] = {
     {1, 0, 1025},  // closing, minimising, starting
     {2, 2, 1100},
     {2, 6, 1104},
     {2, 5, 1103},
     {2, 0, 0},
+    {2, CMD_START_WITH_WINDOWS, 1120},
     {2, 3, 1101},
     {2, 4, 1102},
     {1, 0, 1026},  // date and time
@@ -52,17 +71,54 @@ constexpr Row kRows[] = {
     {2, 0, 0},
     {2, 4003, 1123},
     {2, 4004, 1124},
+    {1, 0, 1030},  // language
+    {2, kLanguageRows, 1135},
     {1, 0, 0},
     {1, 1115, 1110},
+    {1, CMD_SUGGEST_WORDS, 1140},
     {1, 3004, 1139},
 };
 
+constexpr Row kViewRows[] = {
+    {1, CMD_SHOW_TREE, 1138}, {1, CMD_EXPAND_ALL, 1050}, {1, CMD_COLLAPSE_ALL, 1051}};
+
+constexpr Row kHelpRows[] = {
+    {1, 32794, 1137}, {1, 1114, 1108}, {1, 4005, 1109},  {1, 0, 0},        {1, 1018, 1132},
+    {1, 2031, 1136},  {1, 0, 0},       {1, 44000, 1129}, {1, 44003, 1130},
+};
+
+struct Menu {
+    int title;
+    std::span<const Row> rows;
+};
+
+constexpr Menu kMenus[] = {{1020, kFileRows}, {1024, kViewRows}, {1021, kOptionRows}, {1022, kHelpRows}};
+
 void AppendRow(HMENU menu, const Row& row) {
-    if (row.text == 0) {
+    if (row.id == kLanguageRows) {
+        AppendLanguages(menu);
+    } else if (row.text == 0) {
         AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     } else {
         AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(row.id), LanguageText(row.text).c_str());
     }
+}
+
+void AppendRows(HMENU menu, std::span<const Row> rows) {
+    HMENU open[] = {nullptr, menu, nullptr};
+    for (const Row& row : rows) {
+        if (row.id == 0 && row.text != 0) {
+            open[row.depth + 1] = CreatePopupMenu();
+            AppendMenuW(open[row.depth], MF_POPUP, reinterpret_cast<UINT_PTR>(open[row.depth + 1]),
+                        LanguageText(row.text).c_str());
+        } else {
+            AppendRow(open[row.depth], row);
+        }
+    }
+}
+
+std::optional<bool> IsChecked(int id) {
+    return id == CMD_START_WITH_WINDOWS ? StartsWithWindows() : IsSettingChecked(id);
 }
 
 void RefreshMenu(HMENU menu) {
@@ -72,7 +128,7 @@ void RefreshMenu(HMENU menu) {
             continue;
         }
         const int id = static_cast<int>(GetMenuItemID(menu, position));
-        if (const std::optional<bool> on = IsSettingChecked(id)) {
+        if (const std::optional<bool> on = IsChecked(id)) {
             CheckMenuItem(menu, static_cast<UINT>(position),
                           MF_BYPOSITION | (*on ? MF_CHECKED : MF_UNCHECKED));
         }
@@ -83,17 +139,10 @@ void RefreshMenu(HMENU menu) {
 
 HMENU CreateMenuBar() {
     const HMENU bar = CreateMenu();
-    HMENU open[3] = {bar, nullptr, nullptr};
-    for (const Row& row : kRows) {
-        const HMENU parent = open[row.depth];
-        if (row.id == 0 && row.text != 0) {
-            const HMENU submenu = CreatePopupMenu();
-            AppendMenuW(parent, MF_POPUP, reinterpret_cast<UINT_PTR>(submenu),
-                        LanguageText(row.text).c_str());
-            open[row.depth + 1] = submenu;
-        } else {
-            AppendRow(parent, row);
-        }
+    for (const Menu& menu : kMenus) {
+        const HMENU popup = CreatePopupMenu();
+        AppendRows(popup, menu.rows);
+        AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), LanguageText(menu.title).c_str());
     }
     MENUINFO info = {};
     info.cbSize = sizeof info;
@@ -102,6 +151,20 @@ HMENU CreateMenuBar() {
     SetMenuInfo(bar, &info);
     RefreshMenu(bar);
     return bar;
+}
+
+HMENU CreateOptionsMenu() {
+    const HMENU menu = CreatePopupMenu();
+    AppendRows(menu, kOptionRows);
+    RefreshMenu(menu);
+    return menu;
+}
+
+void RebuildMenuBar() {
+    const HMENU old = mainWindow.menuBar;
+    mainWindow.menuBar = CreateMenuBar();
+    SetMenu(mainWindow.window, mainWindow.menuBar);
+    DestroyMenu(old);
 }
 
 void RefreshMenuChecks(HMENU menuBar) {

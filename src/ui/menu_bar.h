@@ -9,6 +9,12 @@ namespace verbatix {
 // from commands with the same number.
 HMENU CreateMenuBar();
 
+// The menu of the options alone, for the tray icon. The caller owns it and carries out what is chosen.
+HMENU CreateOptionsMenu();
+
+// Gives the main window a new bar, in the language that is active now.
+void RebuildMenuBar();
+
 // Shows which options are on.
 void RefreshMenuChecks(HMENU menuBar);
 

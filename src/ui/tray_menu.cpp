@@ -4,19 +4,43 @@
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "ui/closing.h"
+#include "ui/commands.h"
+#include "ui/editor_commands.h"
 #include "ui/main_window.h"
+#include "ui/menu_bar.h"
 
 namespace verbatix {
 
 static UniqueMenu CreateTrayMenu() {
+    constexpr int kNewEntry = 1318;
+    constexpr int kOptions = 1011;
     UniqueMenu menu(CreatePopupMenu());
     AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_SHOW, LanguageText(1010).c_str());
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_NEW, LanguageText(kNewEntry).c_str());
+    AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu.Get(), MF_STRING | (keyboardHook.off ? MF_CHECKED : 0), CMD_TRAY_PAUSE,
                 LanguageText(25).c_str());
+    AppendMenuW(menu.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(CreateOptionsMenu()),
+                LanguageText(kOptions).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(1012).c_str());
     SetMenuDefaultItem(menu.Get(), CMD_TRAY_SHOW, FALSE);
     return menu;
+}
+
+static void RunTrayCommand(int command) {
+    switch (command) {
+        case 0: break;
+        case CMD_TRAY_SHOW: ShowMainWindow(); break;
+        case CMD_TRAY_NEW:
+            ShowMainWindow();
+            NewEntry();
+            break;
+        case CMD_TRAY_PAUSE: PauseHotkeys(); break;
+        case CMD_TRAY_EXIT: ExitProgram(CMD_EXIT); break;
+        // One of the options.
+        default: RouteCommand(static_cast<WPARAM>(command), kMenuBarMarker); break;
+    }
 }
 
 static void ShowTrayMenu() {
@@ -32,12 +56,7 @@ static void ShowTrayMenu() {
     const int chosen =
         TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, owner, nullptr);
     PostMessageW(owner, WM_NULL, 0, 0);
-    switch (chosen) {
-        case CMD_TRAY_SHOW: ShowMainWindow(); break;
-        case CMD_TRAY_PAUSE: PauseHotkeys(); break;
-        case CMD_TRAY_EXIT: ExitProgram(CMD_EXIT); break;
-        default: break;
-    }
+    RunTrayCommand(chosen);
 }
 
 void PauseHotkeys() {

@@ -1,0 +1,95 @@
+#include "ui/export.h"
+
+#include "base/language.h"
+#include "base/product.h"
+#include "base/text.h"
+#include "clipboard/clipboard_text.h"
+#include "store/list_exchange.h"
+#include "store/settings_path.h"
+#include "ui/editor.h"
+#include "ui/file_dialog.h"
+#include "ui/list_view.h"
+#include "ui/main_window.h"
+
+namespace verbatix {
+
+namespace {
+
+constexpr int kNothingSelected = 1062;
+constexpr int kCopiedTitle = 90;
+constexpr int kCopiedCount = 142;
+constexpr int kWrittenCount = 1308;
+constexpr int kCannotWrite = 1309;
+
+std::vector<int> SelectedRow() {
+    const int position = SelectedEntry();
+    return position < 0 ? std::vector<int>() : std::vector<int>{position};
+}
+
+void Confirm(const std::wstring& title, int what, int count) {
+    ShowTrackingTooltip(mainWindow.tooltip, mainWindow.window, title,
+                        ExportNotice(LanguageText(what), count));
+}
+
+void Tell(const std::wstring& text) {
+    MessageBoxW(mainWindow.window, text.c_str(), kProductName, MB_OK | MB_ICONWARNING);
+}
+
+// What has been typed so far is part of what is exported.
+std::wstring CurrentText(const std::vector<int>& positions, int& count) {
+    TakeEditsOver(Warn::kAlways);
+    return ExportText(mainWindow.entries, positions, &count);
+}
+
+void CopyAsText(const std::vector<int>& positions) {
+    int count = 0;
+    const std::wstring text = CurrentText(positions, count);
+    if (count == 0) return Tell(LanguageText(kNothingSelected));
+    if (ClipboardPutText(text)) Confirm(LanguageText(kCopiedTitle), kCopiedCount, count);
+}
+
+void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
+    int count = 0;
+    const std::wstring text = CurrentText(positions, count);
+    // The settings file holds more than the list.
+    const bool isOurs = EqualsIgnoreCase(path, settingsPath);
+    if (!isOurs && WriteExportFile(path, text)) return Confirm(kProductName, kWrittenCount, count);
+    Tell(LanguageText(kCannotWrite) + L"\n" + path);
+}
+
+void ExportToFile(const std::vector<int>& positions) {
+    if (positions.empty()) return Tell(LanguageText(kNothingSelected));
+    const std::wstring path = AskFileToWrite(mainWindow.window, L"Verbatix_list.txt");
+    if (!path.empty()) WriteTo(path, positions);
+}
+
+}  // namespace
+
+std::vector<int> (*selectedSubtree)() = SelectedRow;
+
+void ExportAsText() {
+    CopyAsText(selectedSubtree());
+}
+
+void ExportAllAsText() {
+    CopyAsText(AllPositions(mainWindow.entries));
+}
+
+void ExportSelectionToFile() {
+    ExportToFile(selectedSubtree());
+}
+
+void ExportAllToFile() {
+    ExportToFile(AllPositions(mainWindow.entries));
+}
+
+void WriteExchangeFile() {
+    WriteTo(ExchangeFilePath(), AllPositions(mainWindow.entries));
+}
+
+std::wstring ExportNotice(const std::wstring& what, int count) {
+    constexpr const wchar_t* kLine = L"------------------------";
+    return kLine + Format(L"\n%ls\n%ls: %d\n", kProductName, what.c_str(), count) + kLine;
+}
+
+}  // namespace verbatix

@@ -1,0 +1,51 @@
+#include "ui/web_pages.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include "base/language.h"
+#include "base/product.h"
+#include "ui/program_client.h"
+
+namespace verbatix {
+
+namespace {
+
+struct Page {
+    int command;
+    int germanSite;  // language texts
+    int otherSite;
+    const wchar_t* query;
+    bool namesProgram;  // the query ends in the program's name
+};
+
+constexpr Page kPages[] = {
+    {1114, 20, 21, L"?seite=faq-Verbatix&faq=6", false},
+    {4005, 20, 21, L"?seite=faq-Verbatix&faq=25", false},
+    {1018, 23, 24, L"", false},
+    {2031, 20, 21, L"?seite=paypal&Program=", true},
+    {32794, 20, 21, L"?seite=faq-", true},
+};
+
+}  // namespace
+
+std::wstring WebPageAddress(int command, bool german) {
+    for (const Page& page : kPages) {
+        if (page.command != command) continue;
+        const std::wstring address = LanguageText(german ? page.germanSite : page.otherSite) + page.query;
+        return page.namesProgram ? address + kProductName : address;
+    }
+    return {};
+}
+
+bool OpenWebPageOf(int command) {
+    constexpr int kGerman = 0;
+    const bool german = programClient.activeLanguage && programClient.activeLanguage() == kGerman;
+    const std::wstring address = WebPageAddress(command, german);
+    if (address.empty()) return false;
+    ShellExecuteW(nullptr, L"open", address.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    return true;
+}
+
+}  // namespace verbatix
