@@ -1,0 +1,181 @@
+// The running program and its surroundings: its language, its start and its end, words from a file.
+#include <commctrl.h>
+
+#include "desktop/program_window.h"
+
+namespace verbatix::test {
+namespace {
+
+class ProgramTest : public ProgramWindow {
+  protected:
+    std::wstring RunValue() const {
+        wchar_t value[1000] = {};
+        DWORD size = sizeof value;
+        RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Run", L"Verbatix",
+                     RRF_RT_REG_SZ, nullptr, value, &size);
+        return value;
+    }
+    // A second run of the program, wherever it came from.
+    static HWND OtherDialog(DWORD notThis) {
+        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
+            DWORD process = 0;
+            GetWindowThreadProcessId(box, &process);
+            if (process != notThis && GetDlgItem(box, IDC_LIST) && GetMenu(box)) return box;
+        }
+        return nullptr;
+    }
+    std::wstring ExeFile() const { return run_.Place().File(L"Verbatix.exe"); }
+};
+
+TEST_F(ProgramTest, TheLanguageChangesAtOnceAndIsKept) {
+    WriteBytes(run_.Place().File(L"translate_x.txt"), "[language 77 Own & more]\n1040=Mine\n");
+    Start({{L"Ctrl+Q", L"one"}});
+    const struct {
+        WPARAM number;
+        const wchar_t* button;
+        const wchar_t* modifier;
+    } rows[] = {{0, L"&Neu", L"Strg"}, {77, L"Mine", L"Ctrl"}, {1, L"&New", L"Ctrl"}};
+    for (const auto& row : rows) {
+        Menu(CMD_LANGUAGE_FIRST + row.number);
+        EXPECT_TRUE(Becomes(CMD_NEW_ENTRY, row.button)) << row.number;
+        EXPECT_TRUE(Becomes(IDC_MODIFIER, row.modifier));
+        EXPECT_TRUE(FileGets(L"lng=" + std::to_wstring(row.number) + L"\r\n"));
+    }
+    Menu(CMD_LANGUAGE_FIRST + 500);
+    Linger(200);
+    EXPECT_EQ(Text(CMD_NEW_ENTRY), L"&New") << "a language that does not exist";
+}
+
+TEST_F(ProgramTest, StartsWithWindowsByTheRegistry) {
+    Start({});
+    Menu(CMD_START_WITH_WINDOWS);
+    const std::wstring command = L"\"" + ExeFile() + L"\" -bg \"-ini:" + run_.SettingsFile() + L"\"";
+    EXPECT_TRUE(WaitFor([&] { return RunValue() == command; })) << ::testing::PrintToString(RunValue());
+    Menu(CMD_START_WITH_WINDOWS);
+    EXPECT_TRUE(WaitFor([&] { return RunValue().empty(); }));
+}
+
+TEST_F(ProgramTest, RestartsWithWhatWasTyped) {
+    for (const WPARAM command : {12804, 12800}) {
+        Start({{L"Ctrl+Q", L"old"}});
+        ASSERT_TRUE(Becomes(IDC_TEXT, L"old"));
+        Type(IDC_TEXT, L"new ");
+        Menu(command);
+        const DWORD first = run_.Program().Id();
+        EXPECT_EQ(run_.Program().WaitForExit(), 1U);
+        ASSERT_TRUE(WaitFor([&] { return OtherDialog(first) != nullptr; }, 15000));
+        dialog_ = OtherDialog(first);
+        EXPECT_TRUE(Becomes(IDC_TEXT, L"new old"));
+        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(dialog_); }));
+        PostMessageW(dialog_, WM_COMMAND, CMD_EXIT, 0);
+        ASSERT_TRUE(WaitFor([&] { return OtherDialog(0) == nullptr; }));
+    }
+}
+
+TEST_F(ProgramTest, ARestartThatFailsLeavesTheProgramRunning) {
+    Start({});
+    ASSERT_TRUE(MoveFileW(ExeFile().c_str(), run_.Place().File(L"away.exe").c_str()));
+    Menu(12804);
+    EXPECT_EQ(Answer(IDOK), L"Verbatix could not be started again and goes on running.");
+    Menu(12800);
+    EXPECT_TRUE(Answer(IDOK).starts_with(L"Verbatix did not start with administrator rights"));
+    ProgramRun second;
+    second.StartPlain(L"");
+    EXPECT_EQ(second.Program().WaitForExit(), 0xAFFEU) << "it is the one copy again";
+    Menu(44003);
+    EXPECT_TRUE(Answer(IDOK).starts_with(L"Nothing to do"));
+    EXPECT_EQ(run_.Exit(), 1);
+}
+
+TEST_F(ProgramTest, ATextTooLongIsNeverLost) {
+    const std::wstring text(4000, L'x');
+    Start({{L"Ctrl+Q", text}});
+    ASSERT_TRUE(WaitFor([&] { return Text(IDC_TEXT).size() == 4000; }));
+    Type(IDC_TEXT, L"ab");
+    EXPECT_TRUE(Answer(IDOK).starts_with(L"The text is too long"));
+    PostMessageW(dialog_, WM_COMMAND, CMD_EXIT, 0);
+    EXPECT_TRUE(Answer(IDOK).starts_with(L"The text is too long"));
+    EXPECT_FALSE(run_.Program().WaitForExit(300)) << "the user decides what to cut";
+    // The session ends without asking.
+    EXPECT_TRUE(SendMessageW(dialog_, WM_QUERYENDSESSION, 0, 0));
+    const UINT message = RegisterWindowMessageW(L"Verbatix");
+    SendMessageW(run_.Frame(), message, message, static_cast<LPARAM>(message));
+    EXPECT_EQ(run_.Program().WaitForExit(), 0U);
+    ASSERT_TRUE(run_.Start());
+    dialog_ = run_.MainDialog();
+    const std::wstring told = Answer(IDOK);
+    const std::wstring file = told.substr(told.rfind(L'\n') + 1);
+    EXPECT_EQ(ReadBytes(file), Utf16File(L"ab" + text)) << ::testing::PrintToString(told);
+}
+
+TEST_F(ProgramTest, ALockedFileIsToldOfAndWrittenLater) {
+    Start({{L"Ctrl+Q", L"old"}, {L"Ctrl+W", L"other"}});
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"old"));
+    UniqueFile lock(CreateFileW(run_.SettingsFile().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(lock);
+    Type(IDC_TEXT, L"new ");
+    EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
+    PostMessageW(dialog_, WM_COMMAND, CMD_NEW_ENTRY, 0);
+    EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
+    PostMessageW(dialog_, WM_COMMAND, CMD_EXIT, 0);
+    EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
+    EXPECT_TRUE(Answer(IDNO).starts_with(L"There are changes that could not be saved."));
+    EXPECT_FALSE(run_.Program().WaitForExit(300));
+    lock.Reset();
+    EXPECT_EQ(run_.Exit(), 1);
+    EXPECT_NE(File().find(L"text_000=Ctrl+Q=new old<E"), std::wstring::npos);
+    EXPECT_NE(File().find(L"text_002=Ctrl-Alt+"), std::wstring::npos);
+    EXPECT_NE(File().find(L"listcmd_count=3"), std::wstring::npos);
+}
+
+TEST_F(ProgramTest, SuggestsWordsWithoutGettingInTheWay) {
+    WriteBytes(run_.Place().File(L"Verbatix_words.txt"), "Verbatix verbose\nverse");
+    Start({{L"Ctrl+Q", L" end"}});
+    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog_; }));
+    ASSERT_TRUE(Becomes(IDC_TEXT, L" end"));
+    SetForegroundWindow(dialog_);
+    PostMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_TEXT)), TRUE);
+    Linger(200);
+    SendMessageW(Control(IDC_TEXT), EM_SETSEL, 0, 0);
+    const auto list = [&] { return run_.Program().WaitForVisibleWindow(L"ListBox", nullptr, 2000); };
+    const auto closed = [&] {
+        return WaitFor([&] { return !run_.Program().WaitForVisibleWindow(L"ListBox", nullptr, 0); });
+    };
+    Type(IDC_TEXT, L"ver");
+    ASSERT_TRUE(list());
+    EXPECT_EQ(SendMessageW(list(), LB_GETCOUNT, 0, 0), 3);
+    PressKey(IDC_TEXT, VK_TAB);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"Verbatix end"));
+    SendMessageW(Control(IDC_TEXT), EM_UNDO, 0, 0);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"ver end")) << "one step back";
+    SendMessageW(Control(IDC_TEXT), EM_SETSEL, 3, 3);
+    Type(IDC_TEXT, L"b");
+    ASSERT_TRUE(list());
+    PressKey(IDC_TEXT, VK_ESCAPE);
+    EXPECT_TRUE(closed());
+    Type(IDC_TEXT, L"o");
+    ASSERT_TRUE(list());
+    PressKey(IDC_TEXT, VK_RETURN);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"verbo\r\n end")) << "Enter belongs to the text";
+    EXPECT_TRUE(closed());
+    Type(IDC_TEXT, L"VE");
+    ASSERT_TRUE(list());
+    PressKey(IDC_TEXT, VK_DOWN);
+    PressKey(IDC_TEXT, VK_DOWN);
+    PressKey(IDC_TEXT, VK_RETURN);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"verbo\r\nverbose end")) << ::testing::PrintToString(Text(IDC_TEXT));
+    EXPECT_TRUE(closed());
+}
+
+TEST_F(ProgramTest, WithoutWordsNothingIsSuggested) {
+    Start({{L"Ctrl+Q", L" end"}}, L"use_autocomplete=0\r\n");
+    Menu(CMD_SUGGEST_WORDS);
+    EXPECT_NE(Answer(IDOK).find(L"Verbatix_words.txt"), std::wstring::npos);
+    WriteBytes(run_.Place().File(L"Verbatix_words.txt"), "word");
+    Menu(CMD_SUGGEST_WORDS);
+    EXPECT_TRUE(FileGets(L"use_autocomplete=1"));
+}
+
+}  // namespace
+}  // namespace verbatix::test
