@@ -20,6 +20,7 @@ constexpr int kCopiedTitle = 90;
 constexpr int kCopiedCount = 142;
 constexpr int kWrittenCount = 1308;
 constexpr int kCannotWrite = 1309;
+constexpr int kClipboardBusy = 1322;
 
 std::vector<int> SelectedRow() {
     const int position = SelectedEntry();
@@ -45,7 +46,8 @@ void CopyAsText(const std::vector<int>& positions) {
     int count = 0;
     const std::wstring text = CurrentText(positions, count);
     if (count == 0) return Tell(LanguageText(kNothingSelected));
-    if (ClipboardPutText(text)) Confirm(LanguageText(kCopiedTitle), kCopiedCount, count);
+    if (!ClipboardPutText(text)) return Tell(LanguageText(kClipboardBusy));
+    Confirm(LanguageText(kCopiedTitle), kCopiedCount, count);
 }
 
 void WriteTo(const std::wstring& path, const std::vector<int>& positions) {

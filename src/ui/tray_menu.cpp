@@ -43,6 +43,14 @@ static void RunTrayCommand(int command) {
     }
 }
 
+// A window that was brought to the front a moment ago has an Alt press in its queue, which would end the
+// menu.
+static void DropAltPress() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_REMOVE)) {
+    }
+}
+
 static void ShowTrayMenu() {
     InstallKeyboardHookUnlessOff();
     // The frame is disabled and would not get the keyboard.
@@ -53,6 +61,7 @@ static void ShowTrayMenu() {
     // A menu whose owner is not in front does not close when the user clicks elsewhere, and without the
     // message behind it the next one would close at once.
     SetForegroundWindow(owner);
+    DropAltPress();
     const int chosen =
         TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, owner, nullptr);
     PostMessageW(owner, WM_NULL, 0, 0);
