@@ -27,7 +27,18 @@ std::vector<int> SelectedRow() {
     return position < 0 ? std::vector<int>() : std::vector<int>{position};
 }
 
+// Every key takes the tip away again, and the one that chose the command in the menu is still on its way
+// up.
+void LetGoMenuKey() {
+    constexpr int kPatience = 50;
+    for (int i = 0; i < kPatience && GetAsyncKeyState(VK_RETURN) < 0; ++i) Sleep(10);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_KEYUP, WM_KEYUP, PM_REMOVE)) {
+    }
+}
+
 void Confirm(const std::wstring& title, int what, int count) {
+    LetGoMenuKey();
     ShowTrackingTooltip(mainWindow.tooltip, mainWindow.window, title,
                         ExportNotice(LanguageText(what), count));
 }
