@@ -70,6 +70,9 @@ void ColorViews(HWND dialog) {
     ListView_SetBkColor(list, back);
     ListView_SetTextBkColor(list, back);
     ListView_SetTextColor(list, text);
+    const HWND tree = GetDlgItem(dialog, IDC_TREE);
+    TreeView_SetBkColor(tree, back);
+    TreeView_SetTextColor(tree, text);
 }
 
 // The bar has no way of being told the colour of its texts.
