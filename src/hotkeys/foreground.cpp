@@ -16,11 +16,11 @@ void BringToFront(HWND window) {
         keybd_event(VK_MENU, scanCode, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP, kSyntheticInputTag);
 }
 
-void TakeAltStrokesOut(HWND window) {
+void TakeAltStrokesOut() {
     MSG message;
-    while (PeekMessageW(&message, window, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_NOREMOVE) &&
+    while (PeekMessageW(&message, nullptr, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_NOREMOVE) &&
            message.wParam == VK_MENU) {
-        PeekMessageW(&message, window, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_REMOVE);
+        PeekMessageW(&message, nullptr, WM_SYSKEYDOWN, WM_SYSKEYUP, PM_REMOVE);
     }
 }
 

@@ -12,10 +12,9 @@ namespace verbatix {
 // exist is ignored. The Alt events arrive in the queue of the new foreground window.
 void BringToFront(HWND window);
 
-// Takes the Alt strokes that stand first in the queue of the calling thread for `window` and its children
-// (null: for every window) out of it: left there, they would end a menu or open the window's own. Other
-// keys stay.
-void TakeAltStrokesOut(HWND window);
+// Takes Alt strokes out of the queue of the calling thread: left there, they would end a menu or open the
+// window's own. Whatever window they are for: while the focus moves, that is not settled. Other keys stay.
+void TakeAltStrokesOut();
 
 // Gives the foreground back, when it goes, to the window that had it when this was made: for boxes and
 // dialogs in the middle of an execution, whose strokes are meant for that window.

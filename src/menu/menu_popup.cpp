@@ -114,7 +114,7 @@ static void TakeKeyboard(HWND owner) {
     pasteMenu.input = {};
     pasteMenu.input.hotkey = pasteMenu.request.key;
     pasteMenu.input.openedAt = GetTickCount();
-    TakeAltStrokesOut(nullptr);
+    TakeAltStrokesOut();
 }
 
 static LRESULT CALLBACK InputFilter(int code, WPARAM wParam, LPARAM lParam) noexcept {

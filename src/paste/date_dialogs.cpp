@@ -28,7 +28,7 @@ void BringDialogForward(HWND dialog) {
     if (altIsDown) return;
     SendTagged({VK_MENU, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP});
     // Left in the queue, the lone Alt would open the dialog's system menu.
-    TakeAltStrokesOut(dialog);
+    TakeAltStrokesOut();
 }
 
 // Makes the calendar as large as a whole month needs in this font, and the dialog around it likewise.
