@@ -1,14 +1,17 @@
-// Expansion with the real clipboard and the selection of another program's edit control.
+// Expansion and execution with the real clipboard and the selection of another program's edit control.
 #include "paste/expansion.h"
 
 #include <clocale>
 #include <vector>
 
 #include "base/text.h"
-#include "clipboard/clipboard_session.h"
 #include "clipboard/html_clipboard.h"
+#include "paste/executor.h"
 #include "paste/placeholders.h"
 #include "selection_target.h"
+#include "store/settings.h"
+#include "support/foreign_clipboard.h"
+#include "support/message_box.h"
 
 namespace verbatix {
 namespace {
@@ -20,65 +23,15 @@ std::wstring Expand(std::wstring_view entryText) {
     return result;
 }
 
-std::wstring ClipboardNow() {
-    std::wstring text;
-    ClipboardGetText(text);
-    return text;
-}
-
 struct Expansion : test::SelectionTarget {
     Expansion() { std::setlocale(LC_ALL, ""); }
 };
 
-TEST_F(Expansion, WholeFamilyFromOneCopyStroke) {
-    Select(L"oNE é €");
-    EXPECT_EQ(
-        Expand(L"%copy_text%|%copy_text_escape%|%copy_text_uc%|%copy_text%|%copy_text_lc_ucFirstWord%"),
-        L"oNE é €|ONE É &#x20ac;|ONE É €|oNE é €|One é &#x20ac;");
-    EXPECT_EQ(StrokesOf('C'), 1);
-}
-
-TEST_F(Expansion, TextsWithoutTokensTouchNeitherKeyboardNorClipboard) {
+TEST_F(Expansion, OfWhatTheSystemKnows) {
     Select(L"selected");
     const DWORD sequence = GetClipboardSequenceNumber();
-    EXPECT_EQ(Expand(L""), L"");
-    EXPECT_EQ(Expand(L"50% %copy_text"), L"50% %copy_text");
-    EXPECT_EQ(Expand(L"%TAB"), L"%TAB");
-    EXPECT_EQ(Expand(L"%TAB%"), L"\t");
-    EXPECT_EQ(Expand(L"%COPY_TEXT%%foo%"), L"%COPY_TEXT%%foo%");
-    EXPECT_EQ(StrokesOf('C'), 0);
-    EXPECT_EQ(GetClipboardSequenceNumber(), sequence);
-}
-
-TEST_F(Expansion, PreviousClipboardTextIsReadBeforeAndPutInAfterTheCopy) {
-    Select(L"new");
-    ClipboardPutText(L"old %copy_text%%TAB%");
-    EXPECT_EQ(Expand(L"%pptxt%-%copy_text%-%pptxt%"), L"old %copy_text%%TAB%-new-old %copy_text%%TAB%");
-}
-
-TEST_F(Expansion, WithoutSelectionTheOldClipboardTextIsUsed) {
-    Select(L"something");
-    SelectNothing();
-    EXPECT_EQ(Expand(L"<%copy_text_uc%>"), L"<OLD TEXT>");
-}
-
-TEST_F(Expansion, BusyClipboardGivesEmptyTexts) {
-    Select(L"selected");
-    test::MessageThread other;
-    other.Run([&] { OpenClipboard(other.Window()); });
-    EXPECT_EQ(Expand(L"<%copy_text%|%pptxt%>"), L"<|>");
-    other.Run([] { CloseClipboard(); });
-}
-
-TEST_F(Expansion, LargeSelections) {
-    std::wstring large;
-    while (large.size() < 524288) large += L"line of a megabyte of text: ä\r\n";
-    Select(large);
-    const std::wstring result = Expand(L"%copy_text%%copy_text_uc%");
-    EXPECT_TRUE(result == large + UpperCase(large)) << result.size();
-}
-
-TEST_F(Expansion, NamesAreTheSystems) {
+    for (const wchar_t* text : {L"", L"50% %copy_text", L"%TAB", L"%COPY_TEXT%%foo%"})
+        EXPECT_EQ(Expand(text), text);
     wchar_t user[300] = L"";
     wchar_t computer[300] = L"";
     DWORD size = 300;
@@ -86,86 +39,126 @@ TEST_F(Expansion, NamesAreTheSystems) {
     size = 300;
     GetComputerNameW(computer, &size);
     ASSERT_STRNE(computer, L"");
-    EXPECT_EQ(Expand(L"%user_name%@%computer_name%"), std::wstring(user) + L"@" + computer);
-}
-
-TEST_F(Expansion, DateCodesFollowTheirSettings) {
+    EXPECT_EQ(Expand(L"%user_name%@%computer_name%%TAB%"), std::wstring(user) + L"@" + computer + L"\t");
     SYSTEMTIME now;
     GetLocalTime(&now);
-    EXPECT_EQ(Expand(L"%YYYY%"), Format(L"%d", now.wYear));
     std::wstring text = L"%YYYY%%hh%";
     EXPECT_EQ(ExpandPlaceholders(text, false, false), L"%YYYY%%hh%");
     EXPECT_EQ(ExpandPlaceholders(text, true, false), Format(L"%d%%hh%%", now.wYear));
+    EXPECT_EQ(StrokesOf('C'), 0);
+    EXPECT_EQ(GetClipboardSequenceNumber(), sequence);
 }
 
-TEST_F(Expansion, HtmlOfClipboardAndSelection) {
-    const test::MessageBoxCloser user;
-    // The program's own window, which the system would rather activate after a box of its thread.
-    const HWND own = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300,
-                                     200, nullptr, nullptr, nullptr, nullptr);
-    SetForegroundWindow(target);
-    ASSERT_TRUE(test::WaitFor([this] { return GetForegroundWindow() == target; }));
+TEST_F(Expansion, OfTheSelection) {
+    Select(L"oNE é €");
+    EXPECT_EQ(
+        Expand(L"%copy_text%|%copy_text_escape%|%copy_text_uc%|%copy_text%|%copy_text_lc_ucFirstWord%"),
+        L"oNE é €|ONE É &#x20ac;|ONE É €|oNE é €|One é &#x20ac;");
+    EXPECT_EQ(StrokesOf('C'), 1);
+    // The clipboard is read before the copy and its text, tokens and all, put in after it.
+    ClipboardPutText(L"old %copy_text%%TAB%");
+    EXPECT_EQ(Expand(L"%pptxt%-%copy_text%"), L"old %copy_text%%TAB%-oNE é €");
+    std::wstring large;
+    while (large.size() < 524288) large += L"line of a megabyte of text: ä\r\n";
+    Select(large);
+    EXPECT_TRUE(Expand(L"%copy_text%%copy_text_uc%") == large + UpperCase(large));
+    SelectNothing();
+    ClipboardPutText(L"old text");
+    EXPECT_EQ(Expand(L"<%copy_text_uc%>"), L"<OLD TEXT>");
+    const test::Process holder = test::HoldClipboard();
+    EXPECT_EQ(Expand(L"<%copy_text%|%pptxt%>"), L"<|>");
+}
+
+TEST_F(Expansion, OfHtml) {
     HtmlClipboardPut(L"<b>grün</b>");
-    EXPECT_EQ(Expand(L"[%phtml%]"), L"[<b>grün</b>]");
-    EXPECT_TRUE(test::WaitFor([this] { return GetForegroundWindow() == target; }));  // the box had it
+    {
+        const test::MessageBoxAnswer box;
+        EXPECT_EQ(Expand(L"[%phtml%]"), L"[<b>grün</b>]");
+    }
+    EXPECT_TRUE(IsInFront());  // the box had it
     EXPECT_EQ(StrokesOf('C'), 0);
     // No selection is copied, and what the clipboard held before must not pass for one.
-    Select(L"plain");
     SelectNothing();
+    const test::MessageBoxAnswer box;
     EXPECT_EQ(Expand(L"[%copy_html%]"), L"[]");
     EXPECT_EQ(StrokesOf('C'), 1);
-    DestroyWindow(own);
 }
 
-TEST_F(Expansion, DeliveryAsTextOrHtml) {
+TEST_F(Expansion, DeliveryIsTextOrHtml) {
     const UINT html = RegisterClipboardFormatW(L"HTML Format");
     FinishForDelivery(Expand(L"a\\nb\\%nc%n %nc%pastehtml:%nc%"));
-    EXPECT_EQ(ClipboardNow(), L"a\r\nb\\n pastehtml:");
+    EXPECT_EQ(Clipboard(), L"a\r\nb\\n pastehtml:");
     EXPECT_FALSE(IsClipboardFormatAvailable(html));
-
     FinishForDelivery(Expand(L"pastehtml:<b>x</b>"));
-    EXPECT_TRUE(IsClipboardFormatAvailable(html));
-    std::wstring fragment;
-    std::wstring raw;
-    {
-        const test::MessageBoxCloser user;
-        HtmlClipboardGet(fragment, raw);
-    }
-    EXPECT_EQ(fragment, L"<b>x</b>");
-
+    EXPECT_NE(test::ReadForeign(html).find("<!--StartFragment--><b>x</b><!--"), std::string::npos);
     FinishForDelivery(L"next");  // the request for HTML was for one delivery
     EXPECT_FALSE(IsClipboardFormatAvailable(html));
-
     EXPECT_EQ(Expand(L"pastehtml:"), L"");  // even without a percent sign
     FinishForDelivery({});
-    EXPECT_EQ(ClipboardNow(), L"next");
+    EXPECT_EQ(Clipboard(), L"next");
     EXPECT_FALSE(PasteAsHtml);
 }
 
 std::vector<std::wstring> launched;
 
-void Launch(bool elevate, const std::wstring& line) {
-    launched.push_back((elevate ? L"elevated " : L"") + line);
+std::vector<std::wstring> RunLines(bool elevate, const wchar_t* text) {
+    launched.clear();
+    ExpandRunEntry(
+        elevate, text,
+        [](bool elevated, const std::wstring& line) {
+            launched.push_back((elevated ? L"elevated " : L"") + line);
+        },
+        true, true);
+    return launched;
 }
 
-TEST_F(Expansion, RunEntryHandsEachExpandedLineToTheLauncher) {
-    launched.clear();
+TEST_F(Expansion, OfTheLinesOfARunEntry) {
     CapturedText = L"captured";
     Select(L" \ta b\t ");
-    EXPECT_EQ(ExpandRunEntry(true, L"x %cpy%\r\n\nq\n%TAB%\n?%cpy_txt_urlencode%\n%nc%\n%cpy%%pptxt%",
-                             Launch, true, true),
-              0);
-    EXPECT_EQ(launched, (std::vector<std::wstring>{L"elevated x a b\r", L"elevated ?a%20b",
-                                                   L"elevated " + std::wstring(kNoConversionMarker),
-                                                   // %pptxt% is the clipboard's text, with its blanks
-                                                   L"elevated a b \ta b\t "}));
-    EXPECT_EQ(CapturedText, L"a b");
-
-    launched.clear();
+    EXPECT_EQ(RunLines(true, L"x %cpy%\r\n\nq\n%TAB%\n?%cpy_txt_urlencode%\n%nc%\n%cpy%%pptxt%"),
+              (std::vector<std::wstring>{L"elevated x a b\r", L"elevated ?a%20b",
+                                         L"elevated " + std::wstring(kNoConversionMarker),
+                                         // %pptxt% is the clipboard's text, with its blanks
+                                         L"elevated a b \ta b\t "}));
     SelectNothing();
     ClipboardPutText(L"stale");
-    ExpandRunEntry(false, L"%cpy%!", Launch, true, true);
-    EXPECT_EQ(launched, (std::vector<std::wstring>{L"a b!"}));  // the selection captured last
+    EXPECT_EQ(RunLines(false, L"%cpy%!"),
+              std::vector<std::wstring>{L"a b!"});  // the selection captured last
+}
+
+TEST_F(Expansion, ExecutionGivesBackWhatTheUserHadOrNothing) {
+    settings.restoreOldClipboard = 1;
+    ClipboardPutText(L"first");
+    for (const wchar_t* shown : {L"a", L"ab", L"abc"}) {
+        ExecuteEntry(shown + wcslen(shown) - 1);  // a restore is due all the while
+        EXPECT_TRUE(TargetShows(shown));
+    }
+    EXPECT_EQ(Clipboard(), L"c");
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"first");
+    OnRestoreTimer();  // once
+    ClipboardPutText(L"second");
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"second");
+    {
+        const test::Process holder = test::HoldClipboard();
+        ExecuteEntry(L"cannot be saved");
+    }
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"second");  // not "first"
+    ASSERT_TRUE(test::PutForeign({}));
+    ExecuteEntry(L"from an empty clipboard");
+    EXPECT_TRUE(TargetShows(L"abcfrom an empty clipboard"));
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"from an empty clipboard");  // not "first" either
+    ExecuteEntry(L"sys:PathToClipboard");
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"");  // its result stays
+    CapturedText = L"an earlier capture";
+    Select(L"");
+    ClearClipboard();
+    OnCpyCopyTimer();
+    EXPECT_EQ(CapturedText, L"");
 }
 
 }  // namespace

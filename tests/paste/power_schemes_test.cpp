@@ -2,25 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace verbatix {
-
-static bool operator==(const PowerScheme& a, const PowerScheme& b) {
-    return a.name == b.name && a.active == b.active && IsEqualGUID(a.guid, b.guid) && a.number == b.number;
-}
-
 namespace {
 
 // What the system's functions are stood in for by: they answer from here.
 struct {
-    ULONG count;
-    DWORD nameError;
-    DWORD activeError;
-    GUID activated;
-    UINT activatedNumber;
-    int activations;
-    ULONG asked;
+    ULONG count = 3;
+    DWORD nameError = 0;
+    DWORD activeError = 0;
+    int activated = -1;  // index, by whichever function
 } answers;
 
 GUID SchemeGuid(ULONG index) {
@@ -29,7 +23,6 @@ GUID SchemeGuid(ULONG index) {
 
 DWORD WINAPI Enumerate(HKEY, const GUID*, const GUID*, POWER_DATA_ACCESSOR flag, ULONG index, UCHAR* buffer,
                        DWORD* size) {
-    answers.asked = index;
     if (flag != ACCESS_SCHEME || *size != sizeof(GUID)) return ERROR_INVALID_PARAMETER;
     if (index >= answers.count) return ERROR_NO_MORE_ITEMS;
     *reinterpret_cast<GUID*>(buffer) = SchemeGuid(index);
@@ -37,17 +30,11 @@ DWORD WINAPI Enumerate(HKEY, const GUID*, const GUID*, POWER_DATA_ACCESSOR flag,
 }
 
 DWORD WINAPI ReadName(HKEY, const GUID* scheme, const GUID*, const GUID*, PUCHAR buffer, LPDWORD size) {
-    if (answers.nameError) return answers.nameError;
-    const std::wstring name = Format(L"Scheme %d", scheme->Data1);
-    *size = static_cast<DWORD>((name.size() + 1) * sizeof(wchar_t));
-    CopyText(reinterpret_cast<wchar_t*>(buffer), 100, 100, name);
-    return ERROR_SUCCESS;
-}
-
-// A name without terminator that fills all the room there is.
-DWORD WINAPI ReadEndlessName(HKEY, const GUID*, const GUID*, const GUID*, PUCHAR buffer, LPDWORD size) {
+    // The third has a name without terminator that fills all the room there is.
     std::fill_n(reinterpret_cast<wchar_t*>(buffer), *size / sizeof(wchar_t), L'n');
-    return ERROR_SUCCESS;
+    if (scheme->Data1 != 3)
+        CopyText(reinterpret_cast<wchar_t*>(buffer), 100, 100, Format(L"Scheme %d", scheme->Data1));
+    return answers.nameError;
 }
 
 DWORD WINAPI GetActive(HKEY, GUID** guid) {
@@ -58,144 +45,80 @@ DWORD WINAPI GetActive(HKEY, GUID** guid) {
 }
 
 DWORD WINAPI SetActive(HKEY, const GUID* guid) {
-    answers.activated = *guid;
-    ++answers.activations;
-    return ERROR_SUCCESS;
-}
-
-DWORD WINAPI RefuseToSetActive(HKEY, const GUID*) {
-    return ERROR_ACCESS_DENIED;
+    answers.activated = static_cast<int>(guid->Data1) - 1;
+    return IsEqualGUID(*guid, SchemeGuid(guid->Data1 - 1)) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
 BOOLEAN WINAPI EnumOld(PWRSCHEMESENUMPROC take, LPARAM parameter) {
     for (ULONG index = 0; index < answers.count; ++index) {
         // The size counts bytes and the terminator; a scheme was deleted, so the numbers have a gap.
         std::wstring name = Format(L"Old %d", index);
-        if (!take(index * 2, static_cast<DWORD>((name.size() + 1) * sizeof(wchar_t)), name.data(), 0,
-                  nullptr, nullptr, parameter)) {
+        if (!take(index * 2, static_cast<DWORD>((name.size() + 1) * sizeof(wchar_t)),
+                  index == 2 ? nullptr : name.data(), 0, nullptr, nullptr, parameter)) {
             return FALSE;
         }
     }
     return TRUE;
 }
 
-BOOLEAN WINAPI EnumNameless(PWRSCHEMESENUMPROC take, LPARAM parameter) {
-    return take(0, 100, nullptr, 0, nullptr, nullptr, parameter);
+PowerFunctions ByGuid() {
+    return {{}, nullptr, Enumerate, ReadName, GetActive, nullptr, SetActive};
 }
 
-BOOLEAN WINAPI GetActiveOld(PUINT number) {
-    *number = 2;
-    return TRUE;
+PowerFunctions ByNumber() {
+    PowerFunctions power;
+    power.enumPwrSchemes = EnumOld;
+    power.setActivePwrScheme = [](UINT number, PGLOBAL_POWER_POLICY, PPOWER_POLICY) WINAPI -> BOOLEAN {
+        answers.activated = static_cast<int>(number) / 2;
+        return TRUE;
+    };
+    power.getActivePwrScheme = [](PUINT number) WINAPI -> BOOLEAN { return *number = 2, TRUE; };
+    return power;
 }
 
-BOOLEAN WINAPI SetActiveOld(UINT number, PGLOBAL_POWER_POLICY, PPOWER_POLICY) {
-    answers.activatedNumber = number;
-    ++answers.activations;
-    return TRUE;
+std::wstring Listed(const PowerFunctions& power) {
+    std::wstring text;
+    for (const PowerScheme& scheme : ListPowerSchemes(power))
+        text += (scheme.active ? L"*" : L"") + scheme.name + L"|";
+    return text;
 }
 
-class PowerSchemesTest : public testing::Test {
-  protected:
-    PowerSchemesTest() { answers = {3, 0, 0, {}, 99, 0, 0}; }
-
-    static PowerFunctions ByGuid() {
-        return {{}, nullptr, Enumerate, ReadName, GetActive, SetActiveOld, SetActive};
-    }
-    static PowerFunctions ByNumber() {
-        PowerFunctions power;
-        power.enumPwrSchemes = EnumOld;
-        power.setActivePwrScheme = SetActiveOld;
-        power.getActivePwrScheme = GetActiveOld;
-        return power;
-    }
-};
-
-TEST_F(PowerSchemesTest, AreListedByGuid) {
-    EXPECT_EQ(ListPowerSchemes(ByGuid()),
-              (std::vector<PowerScheme>{{L"Scheme 1", false, SchemeGuid(0), 0},
-                                        {L"Scheme 2", true, SchemeGuid(1), 1},
-                                        {L"Scheme 3", false, SchemeGuid(2), 2}}));
-}
-
-TEST_F(PowerSchemesTest, WhoseNameCannotBeReadAreNumbered) {
-    answers.nameError = ERROR_ACCESS_DENIED;
-    answers.activeError = ERROR_FILE_NOT_FOUND;
-    answers.count = 2;
-    EXPECT_EQ(ListPowerSchemes(ByGuid()),
-              (std::vector<PowerScheme>{{L"Power Sheme (1)", false, SchemeGuid(0), 0},
-                                        {L"Power Sheme (2)", false, SchemeGuid(1), 1}}));
-}
-
-TEST_F(PowerSchemesTest, AreListedByNumberOnOlderSystems) {
-    EXPECT_EQ(ListPowerSchemes(ByNumber()),
-              (std::vector<PowerScheme>{
-                  {L"Old 0", false, {}, 0}, {L"Old 1", true, {}, 2}, {L"Old 2", false, {}, 4}}));
-}
-
-TEST_F(PowerSchemesTest, OfASystemThatNeverEndsAreThirtyTwo) {
+TEST(PowerSchemes, AreListedByEitherFamily) {
+    EXPECT_EQ(Listed(ByGuid()), L"Scheme 1|*Scheme 2|" + std::wstring(1023, L'n') + L"|");
+    EXPECT_EQ(Listed(ByNumber()), L"Old 0|*Old 1||");
+    answers = {2, ERROR_ACCESS_DENIED, ERROR_FILE_NOT_FOUND};
+    EXPECT_EQ(Listed(ByGuid()), L"Power Sheme (1)|Power Sheme (2)|");
     answers.count = 1000;
     EXPECT_EQ(ListPowerSchemes(ByGuid()).size(), 32u);
-    EXPECT_EQ(answers.asked, 31u);
     EXPECT_EQ(ListPowerSchemes(ByNumber()).size(), 32u);
-}
-
-TEST_F(PowerSchemesTest, WithStrangeNamesDoNoHarm) {
-    PowerFunctions power = ByGuid();
-    power.powerReadFriendlyName = ReadEndlessName;
-    EXPECT_EQ(ListPowerSchemes(power)[0].name, std::wstring(1023, L'n'));
-    power = ByNumber();
-    power.enumPwrSchemes = EnumNameless;
-    EXPECT_EQ(ListPowerSchemes(power)[0].name, L"");
-}
-
-TEST_F(PowerSchemesTest, AreNoneWhereFunctionsAreMissing) {
-    EXPECT_TRUE(ListPowerSchemes({}).empty());
-    SwitchPowerScheme({}, L"SwitchPowerOptions:1");
-    EXPECT_FALSE(ActivatePowerScheme({}, {}));
     PowerFunctions power = ByGuid();
     power.powerEnumerate = nullptr;
-    EXPECT_TRUE(ListPowerSchemes(power).empty());
-    power = ByGuid();
-    power.powerGetActiveScheme = nullptr;
-    EXPECT_EQ(ListPowerSchemes(power).size(), 3u);
-    power.powerSetActiveScheme = RefuseToSetActive;
-    EXPECT_FALSE(ActivatePowerScheme(power, {}));
-    EXPECT_EQ(answers.activations, 0);
+    EXPECT_EQ(Listed(power), L"");
+    EXPECT_EQ(Listed({}), L"");
+    EXPECT_FALSE(ActivatePowerScheme({}, {}));
+    EXPECT_FALSE(ActivatePowerScheme(ByGuid(), {}));  // refused
+    // This system's own, of which there may be none; asking does no harm, and all are what they say.
+    power = LoadPowerFunctions();
+    EXPECT_TRUE(power.library && power.powerGetActiveScheme);
+    for (const PowerScheme& scheme : ListPowerSchemes(power)) EXPECT_FALSE(scheme.name.empty());
 }
 
-TEST_F(PowerSchemesTest, AreSwitchedByNumber) {
-    struct Case {
-        const wchar_t* command;
-        int index;  // -1: none
+TEST(PowerSchemes, AreSwitchedByNumber) {
+    answers = {};
+    const std::pair<const wchar_t*, int> rows[] = {
+        {L"SwitchPowerOptions:1", 0},   {L"SwitchPowerOptions:3", 2},
+        {L"SwitchPowerOptions:", 0},    {L"SwitchPowerOptions:0", 0},
+        {L"SwitchPowerOptions:2:3", 1}, {L"SwitchPowerOptions: 2 x", 1},
+        {L"SwitchPowerOptions:4", -1},  {L"SwitchPowerOptions:-9999999999", 0},
+        {L"SwitchPowerOptions:x", 0},   {L"SwitchPowerOptions:9999999999", -1},
     };
-    const Case cases[] = {{L"SwitchPowerOptions:1", 0},    {L"SwitchPowerOptions:3", 2},
-                          {L"SwitchPowerOptions:", 0},     {L"SwitchPowerOptions:0", 0},
-                          {L"SwitchPowerOptions:-7", 0},   {L"SwitchPowerOptions:2:3", 1},
-                          {L"SwitchPowerOptions: 2 x", 1}, {L"SwitchPowerOptions:-99999999999", 0},
-                          {L"SwitchPowerOptions:99", -1},  {L"SwitchPowerOptions:99999999999", -1},
-                          {L"SwitchPowerOptions:4", -1},   {L"SwitchPowerOptions:x", 0}};
-    for (const Case& c : cases) {
-        answers.activations = 0;
-        SwitchPowerScheme(ByGuid(), c.command);
-        EXPECT_EQ(answers.activations, c.index < 0 ? 0 : 1) << c.command;
-        if (c.index >= 0) {
-            EXPECT_TRUE(IsEqualGUID(answers.activated, SchemeGuid(static_cast<ULONG>(c.index))))
-                << c.command;
-        }
-        answers.activations = 0;
-        SwitchPowerScheme(ByNumber(), c.command);
-        EXPECT_EQ(answers.activations, c.index < 0 ? 0 : 1) << c.command;
-        if (c.index >= 0) {
-            EXPECT_EQ(answers.activatedNumber, static_cast<UINT>(c.index) * 2) << c.command;
+    for (const auto& [command, index] : rows) {
+        for (const bool byGuid : {true, false}) {
+            answers.activated = -1;
+            SwitchPowerScheme(byGuid ? ByGuid() : ByNumber(), command);
+            EXPECT_EQ(answers.activated, index) << command;
         }
     }
-}
-
-TEST_F(PowerSchemesTest, OfThisSystemAreAskedForWithoutHarm) {
-    const PowerFunctions power = LoadPowerFunctions();
-    EXPECT_TRUE(power.library);
-    EXPECT_TRUE(power.powerGetActiveScheme);
-    EXPECT_LE(ListPowerSchemes(power).size(), kMaxPowerSchemes);
 }
 
 }  // namespace

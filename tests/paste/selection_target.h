@@ -5,12 +5,12 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <atomic>
 #include <string>
-#include <thread>
 
 #include "clipboard/clipboard_text.h"
+#include "clipboard/saved_clipboard.h"
 #include "hotkeys/key_watch.h"
+#include "support/desktop.h"
 #include "support/folder.h"
 #include "support/process.h"
 #include "support/wait.h"
@@ -20,13 +20,17 @@ namespace verbatix::test {
 class SelectionTarget : public testing::Test {
   protected:
     void SetUp() override {
+        WaitForClipboard();
         target = target_.WaitForVisibleWindow(L"VerbatixTestTarget");
         ASSERT_TRUE(target);
         edit = FindWindowExW(target, nullptr, L"EDIT", nullptr);
-        ASSERT_TRUE(WaitFor([this] { return GetForegroundWindow() == target; }));
+        SetForegroundWindow(target);
+        ASSERT_TRUE(IsInFront());
         ClipboardPutText(L"old text");
-        watch.Take();
+        keepClipboardOnce = false;
+        KeyWatch::Take();
     }
+    void TearDown() override { DestroyWindow(own_); }
 
     // Fills the control and selects all of it.
     void Select(const std::wstring& text) {
@@ -35,56 +39,35 @@ class SelectionTarget : public testing::Test {
     }
     void SelectNothing() { SendMessageW(edit, EM_SETSEL, static_cast<WPARAM>(-1), 0); }
 
-    // How often Ctrl+C or Ctrl+V was played since the last question.
-    int StrokesOf(DWORD key) const {
+    // How often Ctrl with that key was played since the last question.
+    static int StrokesOf(DWORD key) {
         int count = 0;
-        for (const SeenKey& seen : watch.Take()) count += seen.key == key && !seen.up;
+        for (const SeenKey& seen : KeyWatch::Take())
+            count += seen.key == key && !seen.up && seen.tag == 444;
         return count;
     }
 
+    bool IsInFront() const {
+        return WaitFor([this] { return GetForegroundWindow() == target; });
+    }
     bool TargetShows(const std::wstring& text) const {
-        return WaitFor([&] { return WindowText(edit) == text; });
+        return WaitFor([&] { return WindowText(edit) == text; }, 20000);
+    }
+    static std::wstring Clipboard() {
+        std::wstring text = L"(none)";
+        ClipboardGetText(text);
+        return text;
     }
 
-    Process target_{HelperPath(L"target_window.exe")};
+    KeyWatch watch;
     HWND target = nullptr;
     HWND edit = nullptr;
-    KeyWatch watch;
-};
-
-// A user who closes every message box of this thread while the object lives.
-class MessageBoxCloser {
-  public:
-    MessageBoxCloser() : thread_([this, owner = GetCurrentThreadId()] { Run(owner); }) {}
-    ~MessageBoxCloser() {
-        done_ = true;
-        thread_.join();
-    }
 
   private:
-    void Run(DWORD owner) {
-        while (!done_) {
-            HWND box = nullptr;
-            EnumThreadWindows(
-                owner,
-                [](HWND window, LPARAM found) -> BOOL {
-                    wchar_t name[8] = L"";
-                    GetClassNameW(window, name, 8);
-                    if (std::wstring_view(name) != L"#32770" || !IsWindowVisible(window)) return TRUE;
-                    *reinterpret_cast<HWND*>(found) = window;
-                    return FALSE;
-                },
-                reinterpret_cast<LPARAM>(&box));
-            if (box) {
-                SendMessageW(box, WM_COMMAND, IDOK, 0);
-                WaitFor([box] { return !IsWindow(box); });
-            }
-            Sleep(5);
-        }
-    }
-
-    std::atomic<bool> done_ = false;
-    std::thread thread_;
+    // The program's own window, which the system would rather activate after a box of its thread.
+    HWND own_ = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300, 200,
+                                nullptr, nullptr, nullptr, nullptr);
+    Process target_{HelperPath(L"target_window.exe")};
 };
 
 }  // namespace verbatix::test
