@@ -180,6 +180,15 @@ void SaveList(EntryList& list, const ListClient& client, bool refresh, bool chan
     if (!areEntriesWritten || !isCountWritten) ReportUnsaved(client);
 }
 
+bool HasUnsaved(const EntryList& list) {
+    return std::any_of(list.begin(), list.end(), [](const auto& entry) {
+        ListEntry saved = entry.second.saved;
+        saved.groupRef = entry.second.current.groupRef;
+        saved.kind = entry.second.current.kind;
+        return Differ(entry.second.current, saved);
+    });
+}
+
 void LoadList(EntryList& list, const ListClient& client) {
     constexpr unsigned kLongestLock = 2000;
     isListUnread = isListCut = false;

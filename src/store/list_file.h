@@ -39,6 +39,9 @@ int WriteEntry(const ListEntry& entry, ExportSink* sink = nullptr, const ListEnt
 // `refresh` is passed on to the views.
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly);
 
+// Whether an entry has changed since it was last read or written.
+bool HasUnsaved(const EntryList& list);
+
 // Fills an empty list from the settings file; a file without a count gets the first-run list. Only keys
 // that are in the file are looked at, so a count that cannot be true costs nothing. A file that is there
 // but cannot be read (locked for more than 2 s) is reported; the list stays empty, and until another

@@ -1,6 +1,5 @@
 #include "ui/closing.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/language.h"
@@ -64,18 +63,18 @@ void MinimizeMainWindow() {
     HideBehindIcon();
 }
 
-static bool HasUnsaved() {
-    return std::any_of(mainWindow.entries.begin(), mainWindow.entries.end(),
-                       [](const auto& entry) { return IsDirty(entry.second); });
-}
-
 bool SaveForExit() {
     constexpr int kLoseChanges = 1314;
+    // An edit is saved, and a failure told, on the way.
+    const bool isSaved = editor.edited;
     if (!SaveEdits(Warn::kAlways)) return ShowMainWindow(), false;
-    if (HasUnsaved()) SaveList(mainWindow.entries, mainWindow.listClient, true, true);
+    if (!isSaved && HasUnsaved(mainWindow.entries)) {
+        SaveList(mainWindow.entries, mainWindow.listClient, true, true);
+    }
     RememberWindowPlace(mainWindow.window);
-    return !HasUnsaved() || MessageBoxW(mainWindow.window, LanguageText(kLoseChanges).c_str(), kProductName,
-                                        MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
+    return !HasUnsaved(mainWindow.entries) ||
+           MessageBoxW(mainWindow.window, LanguageText(kLoseChanges).c_str(), kProductName,
+                       MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
 }
 
 void LeaveProgram(int dialogCode) {
@@ -104,7 +103,7 @@ void SaveWithoutAsking() {
     if (!SaveEdits(Warn::kNever)) {
         const std::wstring path = KeepInFile(FieldText(IDC_TEXT));
         if (!path.empty()) WriteProgramText(kUnsavedTextKey, path);
-    } else if (HasUnsaved()) {
+    } else if (HasUnsaved(mainWindow.entries)) {
         SaveList(mainWindow.entries, mainWindow.listClient, false, true);
     }
     mainWindow.listClient.showMessage = showMessage;

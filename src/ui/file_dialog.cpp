@@ -33,7 +33,9 @@ static std::wstring Ask(HWND owner, BOOL(WINAPI* dialog)(OPENFILENAMEW*), int ti
     request.lpstrDefExt = L"txt";
     // The settings file may be named relative to the folder that the program was started in.
     request.Flags = flags | OFN_NOCHANGEDIR | OFN_EXPLORER | OFN_HIDEREADONLY;
-    return dialog(&request) ? std::wstring(path.c_str()) : std::wstring();
+    if (!dialog(&request)) return {};
+    path.resize(path.find(L'\0'));
+    return path;
 }
 
 std::wstring AskFileToRead(HWND owner) {

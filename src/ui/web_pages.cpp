@@ -13,19 +13,19 @@ namespace verbatix {
 namespace {
 
 struct Page {
+    const wchar_t* query;
     int command;
     int germanSite;  // language texts
     int otherSite;
-    const wchar_t* query;
     bool namesProgram;  // the query ends in the program's name
 };
 
 constexpr Page kPages[] = {
-    {1114, 20, 21, L"?seite=faq-Verbatix&faq=6", false},
-    {4005, 20, 21, L"?seite=faq-Verbatix&faq=25", false},
-    {1018, 23, 24, L"", false},
-    {2031, 20, 21, L"?seite=paypal&Program=", true},
-    {32794, 20, 21, L"?seite=faq-", true},
+    {L"?seite=faq-Verbatix&faq=6", 1114, 20, 21, false},
+    {L"?seite=faq-Verbatix&faq=25", 4005, 20, 21, false},
+    {L"", 1018, 23, 24, false},
+    {L"?seite=paypal&Program=", 2031, 20, 21, true},
+    {L"?seite=faq-", 32794, 20, 21, true},
 };
 
 }  // namespace

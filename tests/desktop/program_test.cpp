@@ -1,6 +1,4 @@
 // The running program and its surroundings: its language, its start and its end, words from a file.
-#include <commctrl.h>
-
 #include "desktop/program_window.h"
 
 namespace verbatix::test {
@@ -82,9 +80,16 @@ TEST_F(ProgramTest, ARestartThatFailsLeavesTheProgramRunning) {
     ProgramRun second;
     second.StartPlain(L"");
     EXPECT_EQ(second.Program().WaitForExit(), 0xAFFEU) << "it is the one copy again";
-    Menu(44003);
-    EXPECT_TRUE(Answer(IDOK).starts_with(L"Nothing to do"));
     EXPECT_EQ(run_.Exit(), 1);
+}
+
+TEST_F(ProgramTest, UpdateAndRemovalHaveNothingToDo) {
+    Start({});
+    for (const WPARAM command : {44000, 44003}) {
+        Menu(command);
+        EXPECT_TRUE(Answer(IDOK).starts_with(L"Nothing to do: ")) << command;
+    }
+    EXPECT_FALSE(run_.Program().WaitForExit(300));
 }
 
 TEST_F(ProgramTest, ATextTooLongIsNeverLost) {
@@ -114,17 +119,16 @@ TEST_F(ProgramTest, ALockedFileIsToldOfAndWrittenLater) {
     UniqueFile lock(CreateFileW(run_.SettingsFile().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                 OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(lock);
-    Type(IDC_TEXT, L"new ");
-    EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
     PostMessageW(dialog_, WM_COMMAND, CMD_NEW_ENTRY, 0);
     EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
+    Type(IDC_LABEL, L"mine");
     PostMessageW(dialog_, WM_COMMAND, CMD_EXIT, 0);
     EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
     EXPECT_TRUE(Answer(IDNO).starts_with(L"There are changes that could not be saved."));
     EXPECT_FALSE(run_.Program().WaitForExit(300));
     lock.Reset();
     EXPECT_EQ(run_.Exit(), 1);
-    EXPECT_NE(File().find(L"text_000=Ctrl+Q=new old<E"), std::wstring::npos);
+    EXPECT_NE(File().find(L"text_002=mine"), std::wstring::npos);
     EXPECT_NE(File().find(L"text_002=Ctrl-Alt+"), std::wstring::npos);
     EXPECT_NE(File().find(L"listcmd_count=3"), std::wstring::npos);
 }

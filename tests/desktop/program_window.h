@@ -1,6 +1,8 @@
 // The main window of a running program, for tests of what lies around its list.
 #pragma once
 
+#include <windows.h>
+
 #include <gtest/gtest.h>
 
 #include "ids.h"
@@ -49,7 +51,7 @@ class ProgramWindow : public ::testing::Test {
     std::wstring Answer(int button) const {
         HWND box = nullptr;
         if (!WaitFor([&] { return (box = DialogOf(run_.Program().Id(), dialog_)) != nullptr; })) return {};
-        const std::wstring text = WindowText(GetDlgItem(box, 0xffff));
+        std::wstring text = WindowText(GetDlgItem(box, 0xffff));
         PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
         WaitFor([&] { return !IsWindow(box); });
         return text;

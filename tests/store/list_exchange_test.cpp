@@ -43,16 +43,13 @@ class ListExchange : public testing::Test {
     ListClient client_;
 };
 
-// What the editor can store: no line breaks, a text, any blanks and quotes. Labels that the system would
-// change are rare: each costs a write of its own.
+// What the editor can store: no line breaks, a text, any blanks and quotes.
 EntryList RandomEntries(HostileFiles& random, int count) {
     EntryList list;
     while (static_cast<int>(list.size()) < count) {
         std::wstring text = ProfileLine(random.RandomValue() + random.RandomValue());
         ReplaceAll(text, L"\x1a", L"^Z");
-        const bool isOdd = random.Below(20) == 0;
-        const std::wstring label =
-            isOdd ? ProfileLine(random.RandomValue()) : random.Pick({L"", L"a/b", L"\x416"});
+        const std::wstring label = ProfileLine(random.RandomValue());
         // The marker ends a text wherever it comes from.
         ReplaceAll(text, kEndMarker, L"END");
         if (text.empty()) continue;
@@ -70,13 +67,15 @@ TEST_F(ListExchange, AThousandRandomEntriesComeBackTheSame) {
     EXPECT_EQ(count, 1000);
     ASSERT_TRUE(WriteExportFile(other_, text));
     nextEntryNumber = 0;
+    // Saving a thousand odd entries takes seconds and is tested elsewhere.
+    settingsPath = folder_.File(L"missing\\Verbatix.ini");
     ImportListFile(list_, client_, other_);
     ASSERT_EQ(list_.size(), list.size());
     for (const auto& [position, slot] : list) {
         ASSERT_STREQ(list_.at(position).current.text, slot.current.text) << position;
         ASSERT_FALSE(Differ(list_.at(position).current, slot.current)) << position;
     }
-    ASSERT_EQ(said.size(), 1u);
+    ASSERT_EQ(said.size(), 2u) << "the question, and that it was not saved";
     EXPECT_TRUE(said[0].starts_with(L"found: 1000\n")) << testing::PrintToString(said[0]);
 }
 

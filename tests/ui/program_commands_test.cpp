@@ -1,4 +1,6 @@
 // What commands that reach outside of the program make of values.
+#include <windows.h>
+
 #include <gtest/gtest.h>
 
 #include "base/language.h"
