@@ -1,22 +1,62 @@
+// Text on the clipboard, and the opened clipboard and its blocks.
 #include "clipboard/clipboard_text.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "base/text.h"
+#include "clipboard/clipboard_session.h"
+#include "clipboard/format_names.h"
 #include "support/foreign_clipboard.h"
 
 namespace verbatix {
 namespace {
 
-using test::ClipboardRecordKind;
 using test::HoldClipboard;
 using test::PutForeign;
 using test::ReadForeign;
 using test::WideBytes;
 
-TEST(ClipboardText, ComesBackAsItWasPut) {
+TEST(ClipboardSession, IsClosedOnceAndKeepsNothingThatIsRefused) {
+    ClipboardSession first;
+    ClipboardSession second(std::move(first));
+    // NOLINTBEGIN(bugprone-use-after-move,clang-analyzer-cplusplus.Move): the moved-from state is the
+    // subject
+    EXPECT_FALSE(first);
+    EXPECT_FALSE(first.Close());
+    // NOLINTEND(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+    EXPECT_TRUE(second.Close());
+    EXPECT_FALSE(second.Close());
+    EXPECT_FALSE(CloseClipboard()) << "left open";
+    {
+        const test::Process holder = HoldClipboard();
+        EXPECT_FALSE(ClipboardSession());
+    }
+    EXPECT_FALSE(GiveToClipboard(CF_UNICODETEXT, MakeClipboardBlock("", 2)));  // the clipboard is not open
+    {
+        const ClipboardSession clipboard;
+        ASSERT_TRUE(clipboard);
+        EmptyClipboard();
+        EXPECT_FALSE(GiveToClipboard(0, MakeClipboardBlock("x", 1)));
+        EXPECT_FALSE(GiveToClipboard(CF_TEXT, UniqueGlobal()));
+        EXPECT_EQ(CountClipboardFormats(), 0);
+    }
+    EXPECT_FALSE(CloseClipboard()) << "left open";
+    const UniqueGlobal longer = MakeClipboardBlock("abc", 6);
+    EXPECT_EQ(LockedBlock(longer.Get()).Bytes().substr(0, 6), std::string_view("abc\0\0\0", 6));
+    const UniqueGlobal shorter = MakeClipboardBlock("abcdef", 2);
+    EXPECT_EQ(LockedBlock(shorter.Get()).Bytes().substr(0, 2), "ab");
+    EXPECT_FALSE(MakeClipboardBlock("abc", SIZE_MAX / 2));
+    EXPECT_FALSE(LockedBlock(nullptr));
+}
+
+TEST(ClipboardText, ComesBackAsItWasPutAndReplacesEveryFormat) {
+    const UINT other = RegisterClipboardFormatW(L"Somebody's");
+    ASSERT_TRUE(PutForeign({{other, "data"}}));
     for (const std::wstring& text :
-         {std::wstring(L"plain"), std::wstring(), std::wstring(L"two\r\nlines\t"),
-          std::wstring(L"\x00fc\x20ac\x4e2d\xd83d\xde00"), std::wstring(300000, L'x')}) {
+         {std::wstring(), std::wstring(L"two\r\nlines\t"), std::wstring(L"\x00fc\x20ac\x4e2d\xd83d\xde00"),
+          std::wstring(300000, L'x')}) {
         ASSERT_TRUE(ClipboardPutText(text));
         // One character of zeros follows the terminator.
         EXPECT_EQ(ReadForeign(CF_UNICODETEXT), WideBytes(text) + std::string(2, '\0'));
@@ -24,85 +64,79 @@ TEST(ClipboardText, ComesBackAsItWasPut) {
         EXPECT_TRUE(ClipboardGetText(read));
         EXPECT_EQ(read, text);
     }
-}
-
-TEST(ClipboardText, PutReplacesEveryFormat) {
-    ASSERT_TRUE(PutForeign({{RegisterClipboardFormatW(L"Somebody's"), "data"}}));
-    ASSERT_TRUE(ClipboardPutText(L"mine"));
-    EXPECT_EQ(ReadForeign(RegisterClipboardFormatW(L"Somebody's")), "(absent)");
-    // Other programs get the ANSI form, which Windows makes.
-    EXPECT_EQ(ReadForeign(CF_TEXT).substr(0, 5), std::string_view("mine\0", 5));
-}
-
-TEST(ClipboardText, ReadsForeignTextUpToItsTerminator) {
-    const struct {
-        UINT format;
-        std::string bytes;
-        std::wstring text;
-    } rows[] = {
-        // The system ends the text formats by a zero, so that data without one cannot be put.
+    EXPECT_EQ(ReadForeign(other), "(absent)");
+    const std::tuple<UINT, std::string, std::wstring> foreign[] = {
         {CF_UNICODETEXT, WideBytes(L"one") + WideBytes(L"two"), L"one"},
         {CF_TEXT, std::string("only ANSI\0rest", 14), L"only ANSI"},
     };
-    for (const auto& row : rows) {
-        ASSERT_TRUE(PutForeign({{row.format, row.bytes}}));
-        std::wstring text;
-        EXPECT_TRUE(ClipboardGetText(text));
-        EXPECT_EQ(text, row.text);
+    for (const auto& [format, bytes, text] : foreign) {
+        ASSERT_TRUE(PutForeign({{format, bytes}}));
+        std::wstring read;
+        EXPECT_TRUE(ClipboardGetText(read));
+        EXPECT_EQ(read, text);
     }
+    const std::pair<std::string_view, const wchar_t*> blocks[] = {
+        {{}, L""}, {"a", L"a"}, {{"a\0b", 3}, L"ab"}, {{"a\0b\0", 4}, L"ab"}, {{"\0\0b\0", 4}, L""}};
+    for (const auto& [bytes, text] : blocks) EXPECT_EQ(WideTextOf(bytes), text);
+    EXPECT_EQ(AnsiTextOf({"a\0b", 3}), L"a");
+    EXPECT_EQ(AnsiTextOf("abc"), L"abc");
 }
 
-TEST(ClipboardText, IsNotReadWhereThereIsNone) {
+TEST(ClipboardText, IsNeitherReadNorChangedWhereThatCannotBe) {
     const auto readsNothing = [] {
         std::wstring text = L"before";
         return !ClipboardGetText(text) && text == L"before";
     };
-    ASSERT_TRUE(PutForeign({}));
-    EXPECT_TRUE(readsNothing());
     ASSERT_TRUE(PutForeign({{CF_DIB, std::string(44, '\0')}}));
     EXPECT_TRUE(readsNothing());
     ASSERT_TRUE(ClipboardPutText(L"old"));
     EXPECT_TRUE(ClearClipboard());
     EXPECT_TRUE(readsNothing());
-    const test::Process owner = test::PutForeignAndStay(
-        {{CF_UNICODETEXT, "", ClipboardRecordKind::announced}, {CF_TEXT, "never read"}});
-    EXPECT_TRUE(readsNothing());
-}
-
-TEST(ClipboardText, ClearingAnnouncesTextWithoutData) {
-    ASSERT_TRUE(ClipboardPutText(L"old"));
-    ASSERT_TRUE(ClearClipboard());
+    // Announced without data.
     EXPECT_TRUE(IsClipboardFormatAvailable(CF_TEXT));
-    EXPECT_TRUE(IsClipboardFormatAvailable(CF_UNICODETEXT));
     EXPECT_EQ(ReadForeign(CF_UNICODETEXT), "");
-    ASSERT_TRUE(ClipboardPutText(L"new"));
-    std::wstring text;
-    EXPECT_TRUE(ClipboardGetText(text));
-    EXPECT_EQ(text, L"new");
-}
-
-TEST(ClipboardText, LeavesABusyClipboardAlone) {
+    {
+        const test::Process owner = test::PutForeignAndStay(
+            {{CF_UNICODETEXT, "", test::ClipboardRecordKind::announced}, {CF_TEXT, "never read"}});
+        EXPECT_TRUE(readsNothing());
+    }
     ASSERT_TRUE(ClipboardPutText(L"theirs"));
     {
         const test::Process holder = HoldClipboard();
-        std::wstring text = L"before";
         EXPECT_FALSE(ClipboardPutText(L"mine"));
         EXPECT_FALSE(ClearClipboard());
-        EXPECT_FALSE(ClipboardGetText(text));
-        EXPECT_EQ(text, L"before");
+        EXPECT_TRUE(readsNothing());
     }
     EXPECT_EQ(ReadForeign(CF_UNICODETEXT).substr(0, 14), WideBytes(L"theirs"));
 }
 
-TEST(TextOfBytes, StaysInsideItsBlock) {
-    EXPECT_EQ(WideTextOf({}), L"");
-    EXPECT_EQ(WideTextOf(std::string_view("a", 1)), L"a");
-    EXPECT_EQ(WideTextOf(std::string_view("a\0b", 3)), L"ab");
-    EXPECT_EQ(WideTextOf(std::string_view("a\0b\0", 4)), L"ab");
-    EXPECT_EQ(WideTextOf(std::string_view("\0\0b\0", 4)), L"");
-    EXPECT_EQ(AnsiTextOf({}), L"");
-    EXPECT_EQ(AnsiTextOf(std::string_view("a\0b", 3)), L"a");
-    EXPECT_EQ(AnsiTextOf("abc"), L"abc");
+TEST(ClipboardFormatName, GoesByIdAndByStandardName) {
+    const std::wstring longName(255, L'n');
+    const std::pair<UINT, std::wstring> names[] = {
+        {CF_TEXT, L"TEXT"},
+        {CF_DIBV5, L"DIBV5"},
+        {18, L"MAX"},
+        {CF_GDIOBJLAST, L"GDI OBJECT LAST"},
+        {19, L""},
+        {0xFFFFFFFF, L""},
+        {RegisterClipboardFormatW(L"HTML Format"), L"HTML Format"},
+        {RegisterClipboardFormatW(longName.c_str()), longName},
+    };
+    wchar_t name[kFormatNameCapacity];
+    for (const auto& [format, expected] : names) {
+        std::fill(std::begin(name), std::end(name), L'#');
+        EXPECT_EQ(ClipboardFormatName(format, name), 0u);
+        EXPECT_EQ(name, expected) << format;
+    }
+    const std::pair<const wchar_t*, UINT> formats[] = {
+        {L"text", CF_TEXT}, {L"Unicode Text", CF_UNICODETEXT}, {L"max", 18}, {L"", 0}, {L"TEX", 0},
+        {L"HTML Format", 0}};
+    for (const auto& [text, format] : formats) {
+        CopyText(name, text);
+        EXPECT_EQ(ClipboardFormatName(0, name), format) << text;
+    }
+    std::fill(std::begin(name), std::end(name), L'T');  // without terminator
+    EXPECT_EQ(ClipboardFormatName(0, name), 0u);
 }
 
 }  // namespace

@@ -1,12 +1,17 @@
+// What the menu decides without a screen: rows, order, tree, columns, place, and the input it must not get.
 #include "menu/menu_model.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <map>
 #include <random>
-#include <set>
 
 #include "base/text.h"
+#include "menu/menu_handle.h"
+#include "menu/menu_input.h"
+#include "menu/menu_place.h"
 
 namespace verbatix {
 namespace {
@@ -16,166 +21,59 @@ using Texts = std::vector<std::wstring>;
 constexpr unsigned kKey = 'W';
 constexpr unsigned kCtrlAlt = 2;
 
-void Add(EntryList& list, std::wstring_view text, std::wstring_view label = {}, int order = 0,
-         unsigned key = kKey, unsigned modifier = kCtrlAlt) {
-    AddEntry(list, text, label, key, modifier, -1, order);
-}
-
-std::vector<MenuRow> Collected(const EntryList& list, unsigned key = kKey, unsigned modifier = kCtrlAlt) {
-    return CollectMenuRows(list, key, modifier).value_or(std::vector<MenuRow>());
-}
-
 Texts LabelsOf(const std::vector<MenuRow>& rows) {
     Texts labels;
     for (const MenuRow& row : rows) labels.push_back(row.label);
     return labels;
 }
 
-MenuRow LabelledRow(std::wstring label, int order = 0) {
-    MenuRow row;
-    row.label = std::move(label);
-    row.text = L"text of " + row.label;
-    row.order = order;
-    row.labelIsMenuLabel = true;
-    return row;
-}
-
-// A tree in one line: "Group>(item, -, [heading])".
-std::wstring Drawn(const MenuNode& menu) {
-    std::wstring drawn;
-    for (const MenuNode& child : menu.children) {
-        if (!drawn.empty()) drawn += L", ";
-        if (child.flags & MF_POPUP) {
-            drawn += child.label + L">(" + Drawn(child) + L")";
-        } else if (child.flags & MF_SEPARATOR) {
-            drawn += L"-";
-        } else if (child.flags & MF_DISABLED) {
-            drawn += L"[" + child.label + L"]";
-        } else {
-            drawn += child.label;
-        }
-    }
-    return drawn;
-}
-
-std::wstring DrawnLabels(const Texts& labels) {
+std::vector<MenuRow> LabelledRows(const Texts& labels) {
     std::vector<MenuRow> rows;
-    for (const std::wstring& label : labels) rows.push_back(LabelledRow(label));
-    return Drawn(BuildMenuTree(rows));
+    for (const std::wstring& label : labels) {
+        rows.push_back({label, L"text of " + label, false, static_cast<int>(rows.size())});
+        rows.back().labelIsMenuLabel = true;
+    }
+    return rows;
 }
 
 TEST(CollectMenuRows, TakesTheEntriesOfTheHotkeyInListOrder) {
     EntryList list;
-    Add(list, L"first", L"One");
-    Add(list, L"other key", L"", 0, 'X');
-    Add(list, L"other modifier", L"", 0, kKey, 4);
-    Add(list, L"second", L"2", 7);  // one character is no menu label
-    Add(list, L"", L"no text");
-    Add(list, L"", L"3");  // nothing to show
-    const auto rows = Collected(list);
+    const auto add = [&](std::wstring_view text, std::wstring_view label = {}, unsigned key = kKey,
+                         unsigned modifier = kCtrlAlt) {
+        AddEntry(list, text, label, key, modifier, -1, 7);
+    };
+    const auto collected = [&](unsigned key, unsigned modifier) {
+        return CollectMenuRows(list, key, modifier).value_or(std::vector<MenuRow>());
+    };
+    add(L"first", L"One");
+    add(L"other key", L"", 'X');
+    add(L"other modifier", L"", kKey, 4);
+    add(L"second", L"2");  // one character is no menu label
+    add(L"", L"no text");
+    add(L"", L"3");                           // nothing to show
+    add(L"semicolon", L"", VK_OEM_1);         // stored sign-extended
+    add(L"no such modifier", L"", kKey, 12);  // codes compare as the keyboard hook does
+    add(L"no hotkey", L"", 0);
+    add(L"charmap:a,,/b, ,&\xd83d\xde00,", L"a label that does not count here", 'C');
+    add(L" charmap:a,b", L"", 'C');
+    const auto rows = collected(kKey, kCtrlAlt);
     ASSERT_EQ(LabelsOf(rows), (Texts{L"One", L"second", L"no text"}));
-    EXPECT_EQ(rows[0].text, L"first");
-    EXPECT_TRUE(rows[0].labelIsMenuLabel);
-    EXPECT_FALSE(rows[1].labelIsMenuLabel);
-    EXPECT_EQ(rows[1].order, 7);
-    EXPECT_EQ(rows[1].position, 3);
+    EXPECT_TRUE(rows[0].text == L"first" && rows[0].labelIsMenuLabel && !rows[1].labelIsMenuLabel);
+    EXPECT_TRUE(rows[1].order == 7 && rows[1].position == 3 && !rows[1].piece);
     EXPECT_EQ(rows[1].number, list.at(3).current.number);
-    EXPECT_FALSE(rows[1].piece);
-    EXPECT_EQ(rows[2].text, L"");
-}
+    EXPECT_EQ(LabelsOf(collected(VK_OEM_1, kCtrlAlt)), Texts{L"semicolon"});
+    EXPECT_EQ(LabelsOf(collected(kKey, 0)), Texts{L"no such modifier"});
+    EXPECT_TRUE(collected(0, kCtrlAlt).empty());
+    const auto pieces = collected('C', kCtrlAlt);
+    EXPECT_EQ(LabelsOf(pieces), (Texts{L"a", L"/b", L" ", L"&\xd83d\xde00", L" charmap:a,b"}));
+    EXPECT_TRUE(pieces[1].piece && pieces[1].text == L"/b" && !pieces[1].labelIsMenuLabel &&
+                !pieces[4].piece);
 
-TEST(CollectMenuRows, ComparesCodesAsTheKeyboardHookDoes) {
-    EntryList list;
-    Add(list, L"semicolon", L"", 0, VK_OEM_1);  // stored sign-extended
-    EXPECT_EQ(LabelsOf(Collected(list, VK_OEM_1)), Texts{L"semicolon"});
-    Add(list, L"no such modifier", L"", 0, kKey, 12);
-    EXPECT_EQ(LabelsOf(Collected(list, kKey, 0)), Texts{L"no such modifier"});
-    Add(list, L"no hotkey", L"", 0, 0);
-    EXPECT_TRUE(Collected(list, 0).empty());
-}
-
-TEST(CollectMenuRows, CutsACharacterListAtItsCommas) {
-    const struct {
-        const wchar_t* text;
-        Texts pieces;
-    } rows[] = {
-        {L"charmap:a,,b", {L"a", L"b"}},
-        {L"charmap:", {}},
-        {L"charmap:,,,", {}},
-        {L"charmap: ,long piece,\x20ac", {L" ", L"long piece", L"\x20ac"}},
-        {L"charmap:a/b,&,\xd83d\xde00,", {L"a/b", L"&", L"\xd83d\xde00"}},
-        {L" charmap:a,b", {L" charmap:a,b"}},
-        {L"Charmap:a,b", {L"Charmap:a,b"}},
-    };
-    for (const auto& row : rows) {
-        EntryList list;
-        Add(list, row.text, L"a label that does not count here");
-        const auto collected = Collected(list);
-        const bool isCharacterList = std::wstring_view(row.text).starts_with(kCharacterListPrefix);
-        if (!isCharacterList) {
-            ASSERT_EQ(collected.size(), 1U);
-            EXPECT_FALSE(collected[0].piece);
-            continue;
-        }
-        EXPECT_EQ(LabelsOf(collected), row.pieces) << testing::PrintToString(row.text);
-        for (const MenuRow& piece : collected) {
-            EXPECT_TRUE(piece.piece);
-            EXPECT_FALSE(piece.labelIsMenuLabel);
-            EXPECT_EQ(piece.text, piece.label);
-        }
-    }
-}
-
-TEST(CollectMenuRows, RefusesMoreThanNineHundred) {
-    EntryList list;
-    for (int count = 0; count < 899; ++count) Add(list, L"text");
-    Add(list, L"charmap:a,");
-    EXPECT_EQ(Collected(list).size(), 900U);
-    Add(list, L"charmap:,");
-    EXPECT_EQ(Collected(list).size(), 900U);
-    Add(list, L"charmap:,b");
-    EXPECT_FALSE(CollectMenuRows(list, kKey, kCtrlAlt));
-
-    EntryList commas;
-    std::wstring text = L"charmap:";
-    for (int count = 0; count < 1500; ++count) text += L"x,";
-    Add(commas, text);
-    EXPECT_FALSE(CollectMenuRows(commas, kKey, kCtrlAlt));
-    EXPECT_TRUE(CollectMenuRows(commas, 'X', kCtrlAlt));
-}
-
-TEST(OrderMenuRows, FollowsTheSettings) {
-    const struct {
-        MenuOptions options;
-        Texts order;
-    } rows[] = {
-        {{0, true, true}, {L"b", L"&C", L"B", L"a", L"late"}},
-        {{0, false, false}, {L"b", L"&C", L"B", L"a", L"late"}},
-        {{1, true, true}, {L"late", L"a", L"b", L"B", L"&C"}},
-        {{2, true, true}, {L"late", L"a", L"b", L"B", L"&C"}},
-        {{1, false, true}, {L"late", L"B", L"&C", L"a", L"b"}},
-        {{1, true, false}, {L"a", L"b", L"B", L"&C", L"late"}},
-        {{2, false, false}, {L"B", L"&C", L"a", L"b", L"late"}},
-    };
-    for (const auto& row : rows) {
-        std::vector<MenuRow> menu = {LabelledRow(L"b", 5), LabelledRow(L"&C", 5), LabelledRow(L"B", 5),
-                                     LabelledRow(L"a", 5), LabelledRow(L"late", 1)};
-        OrderMenuRows(menu, row.options);
-        EXPECT_EQ(LabelsOf(menu), row.order)
-            << row.options.sortMode << row.options.ignoreCase << row.options.useMenuOrder;
-        EXPECT_EQ(menu.back().text, L"text of " + menu.back().label);
-    }
-}
-
-TEST(OrderMenuRows, WritesTheOrderNumberWithEightDigits) {
-    // Compared as text: a minus sign comes before digits, and nine digits are no wider place.
-    std::vector<MenuRow> rows;
-    for (const int order : {10, 9, 123456789, 2000, -5, INT_MIN, INT_MAX, 0}) {
-        rows.push_back(LabelledRow(Format(L"%d", order), order));
-    }
-    OrderMenuRows(rows, {});
-    EXPECT_EQ(LabelsOf(rows),
-              (Texts{L"-5", L"-2147483648", L"0", L"9", L"10", L"2000", L"123456789", L"2147483647"}));
+    for (int count = 0; count < 899; ++count) add(L"text", L"", 'M');
+    add(L"charmap:a,", L"", 'M');
+    EXPECT_EQ(collected('M', kCtrlAlt).size(), 900u);
+    add(L"charmap:,b", L"", 'M');
+    EXPECT_FALSE(CollectMenuRows(list, 'M', kCtrlAlt));
 }
 
 // The rule word for word: append "0" while the key exists.
@@ -187,12 +85,32 @@ std::vector<std::size_t> OrderByTheRule(const Texts& labels) {
         keys[key] = index;
     }
     std::vector<std::size_t> order;
-    order.reserve(keys.size());
     for (const auto& [key, index] : keys) order.push_back(index);
     return order;
 }
 
-TEST(OrderMenuRows, KeepsEveryDuplicate) {
+TEST(OrderMenuRows, FollowsTheSettingsAndKeepsEveryDuplicate) {
+    const std::pair<MenuOptions, Texts> settings[] = {
+        {{0, true, true}, {L"b", L"&C", L"B", L"a", L"late"}},
+        {{1, true, true}, {L"late", L"a", L"b", L"B", L"&C"}},
+        {{2, true, true}, {L"late", L"a", L"b", L"B", L"&C"}},
+        {{1, false, true}, {L"late", L"B", L"&C", L"a", L"b"}},
+        {{1, true, false}, {L"a", L"b", L"B", L"&C", L"late"}},
+        {{2, false, false}, {L"B", L"&C", L"a", L"b", L"late"}},
+    };
+    for (const auto& [options, order] : settings) {
+        std::vector<MenuRow> menu = LabelledRows({L"b", L"&C", L"B", L"a", L"late"});
+        for (MenuRow& row : menu) row.order = row.label == L"late" ? 1 : 5;
+        OrderMenuRows(menu, options);
+        EXPECT_EQ(LabelsOf(menu), order) << options.sortMode << options.ignoreCase << options.useMenuOrder;
+    }
+    // Eight digits compared as text: a minus sign comes before digits, and nine digits are no wider place.
+    std::vector<MenuRow> rows =
+        LabelledRows({L"10", L"9", L"123456789", L"2000", L"-5", L"-2147483648", L"0"});
+    for (MenuRow& row : rows) row.order = ToInt(row.label);
+    OrderMenuRows(rows, {});
+    EXPECT_EQ(LabelsOf(rows), (Texts{L"-5", L"-2147483648", L"0", L"9", L"10", L"2000", L"123456789"}));
+
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {
         Texts labels;
@@ -200,99 +118,59 @@ TEST(OrderMenuRows, KeepsEveryDuplicate) {
             labels.push_back(std::wstring(random() % 3, L'x') + std::wstring(random() % 5, L'0') +
                              std::wstring(random() % 2, L'1'));
         }
-        std::vector<MenuRow> rows;
-        for (const std::wstring& label : labels) {
-            rows.push_back(LabelledRow(label));
-            rows.back().position = static_cast<int>(rows.size()) - 1;
-        }
+        rows = LabelledRows(labels);
         OrderMenuRows(rows, {1, false, false});
         std::vector<std::size_t> order;
-        order.reserve(rows.size());
         for (const MenuRow& row : rows) order.push_back(static_cast<std::size_t>(row.position));
         ASSERT_EQ(order, OrderByTheRule(labels)) << round;
     }
-}
-
-TEST(OrderMenuRows, OrdersLongDuplicatesInNoTime) {
-    std::vector<MenuRow> rows;
-    for (std::size_t count = 0; count < kMaximumMenuRows; ++count) {
-        rows.push_back(LabelledRow(std::wstring(4000, L'x') + std::wstring(count % 90, L'0')));
-    }
+    // Nor does it take long where labels are long and alike.
+    Texts labels;
+    for (std::size_t count = 0; count < kMaximumMenuRows; ++count)
+        labels.push_back(std::wstring(4000, L'x') + std::wstring(count % 90, L'0'));
+    rows = LabelledRows(labels);
     const ULONGLONG start = GetTickCount64();
     OrderMenuRows(rows, {});
-    EXPECT_LT(GetTickCount64() - start, 5000U);
-    EXPECT_EQ(rows.size(), kMaximumMenuRows);
-    EXPECT_EQ(rows.front().label.size(), 4000U);
+    EXPECT_LT(GetTickCount64() - start, 5000u);
 }
 
-TEST(ApplyMenuDirective, ReadsTheStartOfTheLabel) {
-    const struct {
-        const wchar_t* label;
-        const wchar_t* changed;
-        unsigned flags;
-        int32_t kind;
-    } rows[] = {
-        {L"plain", L"plain", 0, 0},
-        {L"", L"", 0, 0},
-        {L"MenuBreak:", L"MenuBreak:", MF_SEPARATOR, 0},
-        {L"MenuBreak: rest", L"MenuBreak: rest", MF_SEPARATOR, 0},
-        {L"MenuBreakName:Heads", L"Heads", MF_DISABLED, kHeadingKind},
-        {L"MenuBreakName:", L"", MF_DISABLED, kHeadingKind},
-        {L"MenuBreakName:MenuBreak:", L"MenuBreak:", MF_DISABLED, kHeadingKind},
-        {L" MenuBreak:", L" MenuBreak:", 0, 0},
-        {L"menubreak:", L"menubreak:", 0, 0},
-        {L"MenuBreak", L"MenuBreak", 0, 0},
-    };
-    for (const auto& row : rows) {
-        unsigned flags = MF_BYPOSITION;
-        std::wstring label = row.label;
-        MenuRow menuRow;
-        ApplyMenuDirective(flags, label, menuRow);
-        EXPECT_EQ(flags, MF_BYPOSITION | row.flags) << testing::PrintToString(row.label);
-        EXPECT_EQ(label, row.changed);
-        EXPECT_EQ(menuRow.kind, row.kind);
+// A tree in one line: "Group>(item, -, [heading])".
+std::wstring Drawn(const MenuNode& menu) {
+    std::wstring drawn;
+    for (const MenuNode& child : menu.children) {
+        if (!drawn.empty()) drawn += L", ";
+        drawn += child.flags & MF_POPUP       ? child.label + L">(" + Drawn(child) + L")"
+                 : child.flags & MF_SEPARATOR ? L"-"
+                 : child.flags & MF_DISABLED  ? L"[" + child.label + L"]"
+                                              : child.label;
     }
+    return drawn;
 }
 
-TEST(BuildMenuTree, MakesGroupsOfPaths) {
-    const struct {
-        Texts labels;
-        const wchar_t* tree;
-    } rows[] = {
-        {{L"one", L"two"}, L"one, two"},
+TEST(BuildMenuTree, MakesGroupsAndDirectives) {
+    const std::pair<Texts, const wchar_t*> trees[] = {
         {{L"G/one", L"two", L"G/three"}, L"G>(one, three), two"},
-        {{L"A/B/C/deep", L"A/B/b", L"A/a"}, L"A>(B>(C>(deep), b), a)"},
-        {{L"A/A/A/x", L"A/x"}, L"A>(A>(A>(x)), x)"},
-        {{L"A//x", L"/A/y", L"//z", L"A/ /w"}, L"A>(x, y, w), z"},
-        {{L"A/x", L"a/x"}, L"A>(x), a>(x)"},
+        {{L"A/B/C/deep", L"A/B/b", L"A/a", L"A/A/x"}, L"A>(B>(C>(deep), b), a, A>(x))"},
+        {{L"A//x", L"/A/y", L"//z", L"A/ /w", L"a/x"}, L"A>(x, y, w), z, a>(x)"},
         {{L"A/", L"//", L"B/ "}, L"A>(text of A/), text of //, B>(text of B/ )"},
-        {{L"A", L"A/x"}, L"A, A>(x)"},
-        {{L"&A/&x", L"A/y"}, L"&A>(&x), A>(y)"},
-        {{L"A/x", L"A/MenuBreak:", L"A/MenuBreakName:More", L"A/y"}, L"A>(x, -, [More], y)"},
-        {{L"MenuBreak:", L"MenuBreakName:H"}, L"-, [H]"},
-        {{}, L""},
+        {{L"A", L"A/x", L"&A/&x"}, L"A, A>(x), &A>(&x)"},
+        {{L"A/x", L"A/MenuBreak: rest", L"A/MenuBreakName:More"}, L"A>(x, -, [More])"},
+        {{L"MenuBreak:", L"MenuBreakName:MenuBreak:"}, L"-, [MenuBreak:]"},
+        {{L" MenuBreak:", L"menubreak:", L"MenuBreak"}, L" MenuBreak:, menubreak:, MenuBreak"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(DrawnLabels(row.labels), row.tree) << testing::PrintToString(row.labels);
+    for (const auto& [labels, tree] : trees) {
+        std::vector<MenuRow> rows = LabelledRows(labels);
+        EXPECT_EQ(Drawn(BuildMenuTree(rows)), tree) << testing::PrintToString(labels);
     }
-}
-
-TEST(BuildMenuTree, ATextForALabelIsNoPathAndHasNoAccessKeys) {
-    std::vector<MenuRow> rows(2);
-    rows[0].label = L"http://a/b?x=1&y=2";
-    rows[1].label = L"MenuBreakName:R&D/IT";
-    EXPECT_EQ(Drawn(BuildMenuTree(rows)), L"http://a/b?x=1&&y=2, [R&&D/IT]");
+    // A text for a label is no path and has no access keys; nor has one that stands in for an empty part.
+    std::vector<MenuRow> rows = LabelledRows({L"http://a/b?x=1&y=2", L"MenuBreakName:R&D/IT", L"G/"});
+    rows[0].labelIsMenuLabel = rows[1].labelIsMenuLabel = false;
+    rows[2].text = L"you & me";
+    EXPECT_EQ(Drawn(BuildMenuTree(rows)), L"http://a/b?x=1&&y=2, [R&&D/IT], G>(you && me)");
     EXPECT_EQ(rows[1].kind, kHeadingKind);
-    // The text that stands in for an empty last part is a text, too.
-    std::vector<MenuRow> standIn = {LabelledRow(L"G/")};
-    standIn[0].text = L"you & me";
-    EXPECT_EQ(Drawn(BuildMenuTree(standIn)), L"G>(you && me)");
-}
-
-TEST(BuildMenuTree, LimitsTheDepth) {
     std::wstring label;
     for (int level = 0; level < 127; ++level) label += L"g/";
-    std::vector<MenuRow> rows = {LabelledRow(label + L"x")};
+    rows = LabelledRows({label + L"x"});
     const MenuNode menu = BuildMenuTree(rows);
     int depth = 0;
     const MenuNode* node = &menu;
@@ -301,48 +179,126 @@ TEST(BuildMenuTree, LimitsTheDepth) {
     EXPECT_EQ(node->label, L"x");
 }
 
-TEST(ShownLabel, IsOneLineOfUsableWidth) {
-    const std::wstring longText(4000, L'x');
-    const struct {
-        std::wstring label;
-        bool isMenuLabel;
-        std::wstring shown;
-    } rows[] = {
+TEST(MenuTexts, AreOfUsableSize) {
+    const std::tuple<std::wstring, bool, std::wstring> labels[] = {
         {L"R&D", true, L"R&D"},
-        {L"R&D", false, L"R&&D"},
         {L"&&&", false, L"&&&&&&"},
         {L"tab\there\x01", true, L"tab here "},
         {L"Dear Sir,\\nthank you", false, L"Dear Sir, thank you"},
         {std::wstring(80, L'y'), true, std::wstring(80, L'y')},
-        {std::wstring(81, L'y'), true, std::wstring(80, L'y') + L"\x2026"},
-        {longText, false, longText.substr(0, 80) + L"\x2026"},
+        {std::wstring(4000, L'y'), true, std::wstring(80, L'y') + L"\x2026"},
         {std::wstring(79, L'y') + L"\xd83d\xde00\xd83d\xde00", false, std::wstring(79, L'y') + L"\x2026"},
         {std::wstring(4000, L'&'), false, std::wstring(160, L'&') + L"\x2026"},
-        {L"\x05e9\x05dc\x05d5\x05dd \xd83d\xde00", true, L"\x05e9\x05dc\x05d5\x05dd \xd83d\xde00"},
-        {L"", false, L""},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(ShownLabel(row.label, row.isMenuLabel), row.shown) << testing::PrintToString(row.label);
-    }
-}
-
-TEST(MenuTooltipText, ShowsTheFirstLines) {
-    std::wstring lines = L"1";
-    for (int line = 2; line <= 11; ++line) lines += Format(L"\\n%d", line);
-    const struct {
-        std::wstring text;
-        std::wstring shown;
-    } rows[] = {
-        {L"", L""},
-        {L"Hello %name%", L"Hello %name%"},
-        {L"one\\ntwo", L"one\r\ntwo"},
-        {lines.substr(0, lines.size() - 4), L"1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10"},
-        {lines, L"1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\x2026"},
+    for (const auto& [label, isMenuLabel, shown] : labels) EXPECT_EQ(ShownLabel(label, isMenuLabel), shown);
+    const std::pair<std::wstring, std::wstring> tooltips[] = {
+        {L"Hello %name%\\ntwo", L"Hello %name%\r\ntwo"},
+        {L"1\\n2\\n3\\n4\\n5\\n6\\n7\\n8\\n9\\n10\\n11",
+         L"1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\x2026"},
         {std::wstring(600, L'x'), std::wstring(600, L'x')},
         {std::wstring(601, L'x'), std::wstring(600, L'x') + L"\x2026"},
     };
+    for (const auto& [text, shown] : tooltips) EXPECT_EQ(MenuTooltipText(text), shown);
+}
+
+std::vector<UINT> ItemIds(HMENU menu) {
+    std::vector<UINT> ids;
+    for (int position = 0; position < GetMenuItemCount(menu); ++position)
+        ids.push_back(GetMenuItemID(menu, position));
+    return ids;
+}
+
+TEST(MakeMenuHandle, BreaksIntoColumnsAndNumbersByRow) {
+    const struct {
+        std::size_t items;
+        MenuSpace space;
+        bool fits;
+        std::vector<std::size_t> breaks;
+    } rows[] = {
+        {10, {10, 5}, true, {}},           {11, {10, 20}, true, {6}},         {11, {10, 19}, false, {}},
+        {31, {10, 40}, true, {8, 16, 24}}, {5, {0, 100}, true, {1, 2, 3, 4}},
+    };
     for (const auto& row : rows) {
-        EXPECT_EQ(MenuTooltipText(row.text), row.shown) << testing::PrintToString(row.text);
+        MenuNode menu;
+        menu.children.resize(row.items);
+        EXPECT_EQ(BreakIntoColumns(menu, row.space, [](const std::wstring&) { return 10; }), row.fits);
+        std::vector<std::size_t> breaks;
+        for (std::size_t item = 0; item < row.items; ++item) {
+            if (menu.children[item].flags & MF_MENUBARBREAK) breaks.push_back(item);
+        }
+        EXPECT_EQ(breaks, row.breaks) << row.items;
+    }
+    std::vector<MenuRow> labelled = LabelledRows({L"text", L"Group/item", L"MenuBreakName:Heading"});
+    const MenuNode tree = BuildMenuTree(labelled);
+    constexpr UINT kSubmenu = static_cast<UINT>(-1);
+    const UniqueMenu menu = MakeMenuHandle(tree, {}, false);
+    EXPECT_EQ(ItemIds(menu.Get()), (std::vector<UINT>{10, kSubmenu, 12, 0, 10000}));
+    EXPECT_EQ(ItemIds(GetSubMenu(menu.Get(), 1)), std::vector<UINT>{11});
+    EXPECT_TRUE(GetMenuState(menu.Get(), 12, MF_BYCOMMAND) & MF_DISABLED);
+    EXPECT_TRUE(GetMenuState(menu.Get(), 3, MF_BYPOSITION) & MF_MENUBREAK);
+    EXPECT_EQ(ItemIds(MakeMenuHandle(tree, {}, true).Get()),
+              (std::vector<UINT>{10, kSubmenu, 12, 0, 10001, 10000}));
+}
+
+TEST(PlaceBelowCaret, NeedsACaretThatCanBeSeen) {
+    const std::pair<RECT, bool> rows[] = {
+        {{120, 110, 121, 126}, true},  {{120, 110, 120, 126}, true},   {{120, 110, 121, 110}, false},
+        {{120, 395, 121, 411}, true},  {{120, 400, 121, 416}, false},  {{120, 84, 121, 100}, false},
+        {{120, 90, 121, 106}, true},   {{99, 110, 100, 126}, false},   {{500, 110, 501, 126}, false},
+        {{120, 126, 121, 110}, false}, {{120, -30000, 121, 0}, false},
+    };
+    for (const auto& [caret, found] : rows) {
+        const auto place = PlaceBelowCaret(caret, {100, 100, 500, 400});
+        ASSERT_EQ(place.has_value(), found) << caret.left << ", " << caret.top;
+        if (!place) continue;
+        EXPECT_TRUE(place->point.x == caret.left && place->point.y == caret.bottom &&
+                    place->exclude.top == caret.top);
+        EXPECT_GT(place->exclude.right, place->exclude.left);
+    }
+}
+
+constexpr DWORD kOpened = 1000;
+
+TEST(DecideMenuInput, HoldsBackWhatTheHotkeyLeaves) {
+    using enum MenuInput;
+    struct Event {
+        UINT message;
+        WPARAM key;
+        MenuInput decision;
+        DWORD time = kOpened + 50;
+    };
+    const std::vector<Event> sequences[] = {
+        // Repeats of a held hotkey, then a stroke of its key.
+        {{WM_KEYDOWN, 'A', Pass},
+         {WM_KEYDOWN, 'Q', Swallow},
+         {WM_KEYDOWN, 'Q', Swallow},
+         {WM_KEYUP, 'Q', Pass},
+         {WM_KEYDOWN, 'Q', Pass}},
+        // Released after the menu came up, then pressed: acts at once.
+        {{WM_KEYUP, 'Q', Pass}, {WM_KEYDOWN, 'Q', Pass}},
+        // Released before: acts when it comes up, and the repetition passes.
+        {{WM_SYSKEYDOWN, 'Q', Swallow}, {WM_KEYUP, 'Q', PlayAgain}, {WM_KEYDOWN, 'Q', Pass}},
+        // Alt closes when it comes up; that of the hotkey and the program's own do not.
+        {{WM_SYSKEYDOWN, VK_MENU, Swallow}, {WM_SYSKEYUP, VK_MENU, Close}, {WM_KEYUP, VK_MENU, Pass}},
+        {{WM_SYSKEYUP, VK_MENU, Pass}},
+        {{WM_SYSKEYDOWN, VK_MENU, Swallow, kOpened}, {WM_SYSKEYUP, VK_MENU, Pass, kOpened}},
+        // Only a button that was pressed in the menu chooses.
+        {{WM_LBUTTONUP, 0, Swallow},
+         {WM_RBUTTONUP, 0, Swallow},
+         {WM_LBUTTONDOWN, 0, Pass},
+         {WM_LBUTTONUP, 0, Pass}},
+    };
+    for (const DWORD shift : {DWORD{0}, DWORD{0} - kOpened - 10}) {  // the clock wraps at once after it
+        for (const auto& events : sequences) {
+            MenuInputState state;
+            state.hotkey = 'Q';
+            state.openedAt = kOpened + shift;
+            for (const Event& event : events) {
+                MSG message = {nullptr, event.message, event.key, 0, event.time + shift, {}};
+                EXPECT_EQ(DecideMenuInput(state, message), event.decision)
+                    << event.message << " " << event.key;
+            }
+        }
     }
 }
 
