@@ -98,7 +98,8 @@ TEST_F(EntryCommands, ProgramsStart) {
            {L"Ctrl-Alt+B", L"run:" + Tool()},
            {L"Ctrl-Alt+C", L"runx:" + tool + L" <%cpy%>\\n" + tool + L" %cpy_txt_urlencode%"},
            {L"Ctrl-Alt+D", L"cpy:" + tool + L" [%cpy%]"},
-           {L"Ctrl-Alt+E", L"cmd:" + run_.Place().File(L"missing.exe") + L" x"}});
+           {L"Ctrl-Alt+E", L"cmd:" + run_.Place().File(L"missing.exe") + L" x"},
+           {L"Ctrl-Alt+F", L"later"}});
     const auto launched = [&](const std::wstring& line) {
         return WaitFor([&] { return Launched().find(line + L"|") != std::wstring::npos; }, 10000);
     };
@@ -114,19 +115,28 @@ TEST_F(EntryCommands, ProgramsStart) {
     Press('D', 0);  // copies 200 ms after the press
     EXPECT_TRUE(launched(L"[sel]")) << ::testing::PrintToString(Launched());
     Press('E');  // says nothing and goes on
-    Linger(500);
+    Select(L"");
+    Press('F');
+    EXPECT_TRUE(Shows(L"later"));
     EXPECT_FALSE(run_.Program().WaitForVisibleWindow(L"#32770", nullptr, 0));
 }
 
 TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
-    Start({{L"Ctrl-Alt+A", L"text a"}, {L"Ctrl-Alt+B", L"text b"}}, L"restore_old_clipboard=1\r\n");
+    // So long an entry that the next press comes before the clipboard is due to come back.
+    Start({{L"Ctrl-Alt+A", L"a%send_tab%%sleep_200%"}, {L"Ctrl-Alt+P", L"sys:PathToClipboard"}},
+          L"restore_old_clipboard=1\r\n");
     ASSERT_TRUE(ClipboardPutText(L"the user's"));
-    Press('A');
-    EXPECT_TRUE(Shows(L"text a"));
-    EXPECT_TRUE(WaitFor([] { return Clipboard() == L"the user's"; }));
-    Press('B');
-    EXPECT_TRUE(Shows(L"text atext b"));
-    EXPECT_TRUE(WaitFor([] { return Clipboard() == L"the user's"; }));
+    for (int press = 0; press < 3; ++press) Press('A', 0);
+    EXPECT_TRUE(Shows(L"a\ta\ta\t")) << ::testing::PrintToString(target_->Text());
+    EXPECT_TRUE(WaitFor([] { return Clipboard() == L"the user's"; }))
+        << ::testing::PrintToString(Clipboard());
+    Linger(400);
+    EXPECT_EQ(Clipboard(), L"the user's");
+    // A command whose result is the clipboard's content keeps it there.
+    Press('P');
+    EXPECT_TRUE(WaitFor([] { return Clipboard() != L"the user's"; }));
+    Linger(400);
+    EXPECT_EQ(Clipboard(), L"");
 }
 
 TEST_F(EntryCommands, WithoutTheOptionTheTextStays) {
