@@ -38,10 +38,9 @@ inline std::vector<std::wstring> FilesIn(const std::wstring& folder) {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW found;
     const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return names;
-    do {
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
         if (found.cFileName[0] != L'.') names.emplace_back(found.cFileName);
-    } while (FindNextFileW(search, &found));
+    }
     FindClose(search);
     return names;
 }
@@ -66,8 +65,7 @@ class HostileFiles {
 
     std::wstring RandomLines() {
         std::wstring text;
-        const unsigned lines = Below(40);
-        for (unsigned i = 0; i < lines; ++i)
+        for (unsigned lines = Below(40); lines > 0; --lines)
             text += RandomLine() + Pick({L"\r\n", L"\r\n", L"\r\n", L"\n", L"\r"});
         if (Below(4) == 0 && !text.empty()) text.resize(text.size() - 1 - Below(2) % text.size());
         return text;
