@@ -17,10 +17,18 @@ static const struct {
     const char* name;
     void (*run)();
 } kBenchmarks[] = {
-    {"decision", BenchKeyDecision}, {"hook", BenchHook},     {"road", BenchHotkeyRoad},
-    {"start", BenchStart},          {"store", BenchStore},   {"clipboard", BenchClipboard},
-    {"expansion", BenchExpansion},  {"image", BenchImage},   {"menu", BenchMenu},
-    {"executor", BenchExecutor},    {"window", BenchWindow},
+    {"decision", BenchKeyDecision},
+    {"hook", BenchHook},
+    {"road", BenchHotkeyRoad},
+    {"start", BenchStart},
+    {"tree", BenchTree},
+    {"store", BenchStore},
+    {"clipboard", BenchClipboard},
+    {"expansion", BenchExpansion},
+    {"image", BenchImage},
+    {"menu", BenchMenu},
+    {"executor", BenchExecutor},
+    {"window", BenchWindow},
 };
 
 int main(int count, char** arguments) {

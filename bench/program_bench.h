@@ -13,4 +13,7 @@ void BenchStart();
 // The main window with 10,000 entries: shown, filtered, sorted, an entry edited.
 void BenchWindow();
 
+// Showing 10,000 entries as a tree: all in one group, which is the tree's worst case, and narrowing it.
+void BenchTree();
+
 }  // namespace verbatix::bench

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-
-
 #include "base/language.h"
 #include "ui/entry_placing.h"
 
