@@ -6,6 +6,7 @@
 
 #include "store/entry_syntax.h"
 #include "store/ini_files.h"
+#include "store/list_exchange.h"
 #include "store/list_file.h"
 #include "store/profile.h"
 

@@ -19,6 +19,7 @@
 #include "ids.h"
 #include "store/list_file.h"
 #include "store/settings.h"
+#include "store/settings_path.h"
 #include "ui/closing.h"
 #include "ui/dark_theme.h"
 #include "ui/main_window.h"
@@ -59,6 +60,16 @@ static bool IsUpdaterName() {
     return name.find(L"_autoupdate", name.rfind(L'\\') + 1) != std::wstring::npos;
 }
 
+// For a start from any folder. A settings file that was named but not taken is not named again.
+static StartOptions OptionsOfNextStart() {
+    StartOptions options = startOptions;
+    if (options.iniPathOverride != settingsPath) options.iniPathOverride.clear();
+    wchar_t path[MAX_PATH] = {};
+    const DWORD length = GetFullPathNameW(options.iniPathOverride.c_str(), MAX_PATH, path, nullptr);
+    if (length > 0 && length < MAX_PATH) options.iniPathOverride = path;
+    return options;
+}
+
 static void TellWindowAboutProgram() {
     programClient.languageNames = []() -> const std::map<int, std::wstring>& {
         return CurrentLanguages().names;
@@ -67,7 +78,7 @@ static void TellWindowAboutProgram() {
     programClient.useLanguage = LoadLanguageArchive;
     programClient.releaseSession = ReleaseSession;
     programClient.claimSession = [] { ClaimSession(); };
-    programClient.startArguments = RestartArguments(startOptions);
+    programClient.startArguments = RestartArguments(OptionsOfNextStart());
 }
 
 int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {

@@ -73,5 +73,22 @@ TEST(CommandLine, OptionsAreReadFromIt) {
     }
 }
 
+TEST(RestartArguments, NameTheSameFileAndNoWindow) {
+    const wchar_t* const rows[][2] = {
+        {L"-bg", L""},
+        {L"-bg hide", L"hide"},
+        {L"\"-ini:C:\\My Files\\x.ini\" -BG hide", L"\"-ini:C:\\My Files\\x.ini\" hide"},
+    };
+    for (const auto& [given, again] : rows) {
+        ArgumentList list;
+        SplitCommandLine(list, given, L':');
+        const StartOptions options = ReadStartOptions(list);
+        EXPECT_EQ(RestartArguments(options), again);
+        ArgumentList second;
+        SplitCommandLine(second, RestartArguments(options), L':');
+        EXPECT_EQ(ReadStartOptions(second).iniPathOverride, options.iniPathOverride);
+    }
+}
+
 }  // namespace
 }  // namespace verbatix
