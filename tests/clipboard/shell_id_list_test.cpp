@@ -1,11 +1,28 @@
+// The readers of what the shell and others put on the clipboard, against hostile and damaged data: no read
+// or write outside (the library's assertions are on and the data stands in blocks of its exact size), no
+// hang, and results that lie inside.
 #include "clipboard/shell_id_list.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstring>
+#include <memory>
+#include <random>
+
+#include "clipboard/clipboard_text.h"
+#include "clipboard/html_format.h"
+#include "support/desktop.h"
 
 namespace verbatix {
 namespace {
+
+// Every test of this room uses the clipboard, so none begins before the desktop has let go of it.
+struct ClipboardEnvironment : testing::Environment {
+    void SetUp() override { test::WaitForClipboard(); }
+};
+[[maybe_unused]] const auto* const environment =
+    testing::AddGlobalTestEnvironment(new ClipboardEnvironment);
 
 std::string Number(std::uint32_t value) {
     return std::string(reinterpret_cast<const char*>(&value), sizeof value);
@@ -15,8 +32,7 @@ std::string Number(std::uint32_t value) {
 std::string List(const std::vector<std::string>& items) {
     std::string list;
     for (const std::string& item : items) {
-        const auto size = static_cast<std::uint16_t>(item.size() + 2);
-        list.append(reinterpret_cast<const char*>(&size), sizeof size).append(item);
+        list += Number(static_cast<std::uint32_t>(item.size() + 2)).substr(0, 2) + item;
     }
     return list + std::string(2, '\0');
 }
@@ -32,59 +48,91 @@ std::string Block(const std::vector<std::string>& lists) {
     return block + data;
 }
 
-TEST(ReadShellIdLists, YieldsTheListsAndNothingBehindThem) {
-    const std::string parent = List({"drive", "folder"}), one = List({"one"}), two = List({"sub", "two"});
-    const auto lists = ReadShellIdLists(Block({parent, one, two, List({})}) + "padding");
+const std::string kGood = Block({List({"drive", "folder"}), List({"one"}), List({"sub", "two"}), List({})});
+
+TEST(ReadShellIdLists, YieldsListsOrNothing) {
+    const auto lists = ReadShellIdLists(kGood + "padding");
     ASSERT_TRUE(lists);
-    EXPECT_EQ(lists->parent, parent);
-    EXPECT_EQ(lists->items, (std::vector<std::string>{one, two, List({})}));
+    EXPECT_EQ(lists->parent, List({"drive", "folder"}));
+    EXPECT_EQ(lists->items, (std::vector<std::string>{List({"one"}), List({"sub", "two"}), List({})}));
+    EXPECT_TRUE(ReadShellIdLists(Block({List({"folder"})})));
 
-    const auto noItems = ReadShellIdLists(Block({parent}));
-    ASSERT_TRUE(noItems);
-    EXPECT_TRUE(noItems->items.empty());
-}
-
-TEST(ReadShellIdLists, YieldsNothingForAHostileBlock) {
-    const std::string good = Block({List({"folder"}), List({"one"}), List({"two"})});
-    const auto with = [&](std::size_t number, std::uint32_t value) {
-        std::string block = good;
-        return block.replace(number * 4, 4, Number(value));
+    const auto with = [&](std::size_t number, std::size_t value) {
+        return std::string(kGood).replace(number * 4, 4, Number(static_cast<std::uint32_t>(value)));
     };
-    const auto withoutEnd = [&](std::size_t bytes) { return good.substr(0, good.size() - bytes); };
-    ASSERT_TRUE(ReadShellIdLists(good));
+    std::string shared = Number(100000);  // items that all name one list: 6 GB of copies
+    for (int index = 0; index <= 100000; ++index) shared += Number(4 * 100002);
     const std::pair<const char*, std::string> rows[] = {
         {"empty", ""},
         {"a count alone", Number(0)},
-        {"half a number", good.substr(0, 7)},
-        {"offsets only", good.substr(0, 16)},
+        {"offsets only", kGood.substr(0, 20)},
         {"count of 4 billion", with(0, 0xFFFFFFFF)},
         {"count whose offsets wrap around", with(0, 0x3FFFFFFF)},
-        {"count beyond the block", with(0, 30)},
-        {"count that takes lists for offsets", with(0, 3)},
+        {"count that takes lists for offsets", with(0, 4)},
         {"parent at the header", with(1, 0)},
         {"item inside the offsets", with(2, 12)},
-        {"item at the end", with(2, static_cast<std::uint32_t>(good.size()))},
+        {"item at the end", with(2, kGood.size())},
         {"item beyond the end", with(3, 0x7FFFFFFF)},
-        {"item at 4 billion", with(3, 0xFFFFFFFF)},
-        {"item on the last byte", with(3, static_cast<std::uint32_t>(good.size()) - 1)},
-        {"no terminator", withoutEnd(2)},
-        {"half a terminator", withoutEnd(1)},
-        {"cut inside an item", withoutEnd(4)},
+        {"item on the last byte", with(3, kGood.size() - 1)},
+        {"half a terminator", kGood.substr(0, kGood.size() - 1)},
         {"an item of one byte", Block({List({}), std::string("\1\0\0\0", 4)})},
         {"an item longer than the block", Block({List({}), std::string("\xff\xff\0\0", 4)})},
+        {"one list over and over", shared + List({std::string(60000, 'x')})},
+        {"longer than a path", Block({List(std::vector(20, std::string(60000, 'x')))})},
     };
     for (const auto& [what, block] : rows) EXPECT_FALSE(ReadShellIdLists(block)) << what;
 }
 
-TEST(ReadShellIdLists, DoesNotCopyOneListOverAndOver) {
-    // 100,000 items that all name one list of 60,000 bytes would be 6 GB of copies.
-    constexpr std::uint32_t kItems = 100000;
-    const std::uint32_t list = 4 * (kItems + 2);
-    std::string block = Number(kItems);
-    for (std::uint32_t index = 0; index <= kItems; ++index) block += Number(list);
-    EXPECT_FALSE(ReadShellIdLists(block + List({std::string(60000, 'x')})));
-    // No path is a megabyte long.
-    EXPECT_FALSE(ReadShellIdLists(Block({List(std::vector(20, std::string(60000, 'x')))})));
+// Damages a copy of `sample`: bytes and numbers changed, parts cut out, doubled, or moved.
+std::string Damaged(std::string data, std::mt19937& random) {
+    static constexpr std::uint32_t kNumbers[] = {0,          1,          2,          0xFF, 0xFFFF,
+                                                 0x7FFFFFFF, 0xFFFFFFFF, 0x3FFFFFFE, 16,   20};
+    static constexpr const char* kWords[] = {
+        "\r", "-1", "99999999999", "StartFragment:", "00", "EndFragment:", "\xff"};
+    const auto below = [&](std::size_t limit) { return limit ? random() % limit : 0; };
+    for (std::size_t changes = 1 + below(6); changes > 0; --changes) {
+        const std::size_t at = below(data.size() + 1);
+        switch (below(5)) {
+            case 0: data.replace(at, 1, 1, static_cast<char>(random())); break;
+            case 1:
+                data.replace(at & ~std::size_t{3}, 4, Number(kNumbers[below(std::size(kNumbers))]));
+                break;
+            case 2: data.erase(at, below(4) ? below(12) : std::string::npos); break;
+            case 3: data.insert(at, kWords[below(std::size(kWords))]); break;
+            default: data.insert(at, data.substr(below(data.size() + 1), below(40))); break;
+        }
+    }
+    return data;
+}
+
+TEST(DamagedData, IsReadFromInside) {
+    constexpr int kInputs = 60000;
+    std::mt19937 random(20240517);
+    int lists = 0;
+    int fragments = 0;
+    for (int input = 0; input < kInputs; ++input) {
+        const std::string damaged =
+            Damaged(input % 2 ? kGood : BuildHtmlData("<b>f\xc3\xbcnf</b>"), random);
+        const std::unique_ptr<char[]> block(new char[damaged.size()]);
+        std::memcpy(block.get(), damaged.data(), damaged.size());
+        const std::string_view bytes(block.get(), damaged.size());
+        ASSERT_LE(WideTextOf(bytes).size(), bytes.size() / 2 + 1) << input;
+        const std::string_view data = bytes.substr(0, bytes.find('\0'));
+        if (const auto fragment = FindHtmlFragment(data, AnsiTextOf(bytes))) {
+            ++fragments;
+            ASSERT_GE(fragment->data(), data.data()) << input;
+            ASSERT_LT(fragment->data() + fragment->size(), data.data() + data.size()) << input;
+        }
+        if (const auto read = ReadShellIdLists(bytes)) {
+            ++lists;
+            std::size_t total = read->parent.size();
+            for (const std::string& item : read->items) total += item.size();
+            ASSERT_LE(total, bytes.size()) << input;
+        }
+    }
+    // The generator must neither break everything nor nothing.
+    for (const int found : {lists, fragments})
+        EXPECT_TRUE(found > kInputs / 100 && found < kInputs / 2) << found;
 }
 
 }  // namespace
