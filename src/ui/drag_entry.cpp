@@ -90,7 +90,7 @@ void TellTarget(const Target& target) {
     } else if (!CanMoveInView()) {
         text = LanguageText(kOrderIsFixed);
     }
-    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    TellInStatusBar(text);
 }
 
 void ShowTarget(const Target& target) {
@@ -121,7 +121,7 @@ void Track() {
 
 // Ends the drag; what was under the mouse last.
 std::optional<Placement> End() {
-    const std::optional<Placement> drop = std::exchange(drag, {}).drop;
+    std::optional<Placement> drop = std::exchange(drag, {}).drop;
     mainWindow.listCommandsBlocked = false;
     KillTimer(mainWindow.window, TIMER_DRAG_SCROLL);
     HideInsertMark();

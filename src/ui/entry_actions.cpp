@@ -4,7 +4,6 @@
 
 #include <commctrl.h>
 
-#include "base/language.h"
 #include "base/product.h"
 #include "ids.h"
 #include "store/list_file.h"
@@ -16,9 +15,9 @@
 
 namespace verbatix {
 
-void TellInStatusBar(int text) {
-    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0,
-                 reinterpret_cast<LPARAM>(LanguageText(text).c_str()));
+void TellInStatusBar(const std::wstring& text) {
+    SendMessageW(mainWindow.statusBar, SB_SIMPLE, TRUE, 0);
+    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, SB_SIMPLEID, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
 void SaveAndShow(int position) {

@@ -2,6 +2,9 @@
 // action keeps what is typed in the editor first and stops where that cannot be kept.
 #pragma once
 
+#include <string>
+
+#include "base/language.h"
 #include "ui/entry_placing.h"
 
 namespace verbatix {
@@ -10,8 +13,11 @@ namespace verbatix {
 inline constexpr int kNoEntrySelected = 1062;
 inline constexpr int kOrderIsFixed = 1281;
 
-// Shows a text in the first part of the status bar until its own comes again.
-void TellInStatusBar(int text);
+// Shows a text across the status bar until its own come again: at the next selection or change.
+void TellInStatusBar(const std::wstring& text);
+inline void TellInStatusBar(int text) {
+    TellInStatusBar(LanguageText(text));
+}
 
 // The list has changed: writes it, renews the hotkeys and shows it, with that entry selected; -1 leaves the
 // selection to the views.

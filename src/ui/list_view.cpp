@@ -137,6 +137,7 @@ int NeighbourOf(int position) {
 }
 
 void OnSelectionChanged() {
+    UpdateStatusBar();
     if (SelectedEntry() == editor.position) return;
     if (!SaveEdits(Warn::kAlways)) return SelectEntry(editor.position);
     ShowInEditor(SelectedEntry());

@@ -40,6 +40,7 @@ static void CreateStatusBar(HWND dialog) {
 }
 
 void UpdateStatusBar() {
+    SendMessageW(mainWindow.statusBar, SB_SIMPLE, FALSE, 0);
     const std::wstring total = std::to_wstring(mainWindow.entryCount);
     const bool filtered = GetWindowTextLengthW(GetDlgItem(mainWindow.window, IDC_FILTER)) > 0;
     const std::wstring count =

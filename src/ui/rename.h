@@ -3,6 +3,8 @@
 // everything as it was. UI thread only.
 #pragma once
 
+#include <windows.h>
+
 #include <string>
 
 #include "ui/tree_rows.h"

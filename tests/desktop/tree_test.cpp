@@ -2,6 +2,8 @@
 // settings file.
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include "ids.h"
@@ -184,7 +186,9 @@ TEST_F(TreeWindow, DraggingInTheListChangesItsOrderForGood) {
     // In another order there is no place between two rows.
     SetWindowTextW(Control(IDC_FILTER), L"text");
     const std::string before = ReadBytes(run_.SettingsFile());
-    DragMouse(ListPlace(3), ListPlace(0, 10));
+    const HWND status = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
+    DragMouse(ListPlace(3), ListPlace(0, 10),
+              [&] { EXPECT_TRUE(WaitFor([&] { return SendMessageW(status, SB_ISSIMPLE, 0, 0) != 0; })); });
     PlayStroke({VK_LMENU}, VK_UP);
     Linger(300);
     EXPECT_EQ(ReadBytes(run_.SettingsFile()), before);
