@@ -1,6 +1,8 @@
 // The editor of the main window, by mouse and keyboard, down to the settings file.
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include "ids.h"
