@@ -119,16 +119,17 @@ TEST_F(ProgramTest, ALockedFileIsToldOfAndWrittenLater) {
     UniqueFile lock(CreateFileW(run_.SettingsFile().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                 OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(lock);
+    Type(IDC_LABEL, L"mine");
+    EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
     PostMessageW(dialog_, WM_COMMAND, CMD_NEW_ENTRY, 0);
     EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
-    Type(IDC_LABEL, L"mine");
     PostMessageW(dialog_, WM_COMMAND, CMD_EXIT, 0);
     EXPECT_TRUE(Answer(IDOK).starts_with(L"The list could not be saved."));
     EXPECT_TRUE(Answer(IDNO).starts_with(L"There are changes that could not be saved."));
     EXPECT_FALSE(run_.Program().WaitForExit(300));
     lock.Reset();
     EXPECT_EQ(run_.Exit(), 1);
-    EXPECT_NE(File().find(L"text_002=mine"), std::wstring::npos);
+    EXPECT_NE(File().find(L"text_000=mine"), std::wstring::npos);
     EXPECT_NE(File().find(L"text_002=Ctrl-Alt+"), std::wstring::npos);
     EXPECT_NE(File().find(L"listcmd_count=3"), std::wstring::npos);
 }
