@@ -8,13 +8,15 @@
 // well. The file is a row of records, see tests/support/foreign_clipboard.cpp.
 #include <windows.h>
 
+#include <algorithm>
 #include <cstring>
-#include <string>
+#include <functional>
 
-#include "../support/clipboard_record.h"
+#include "support/folder.h"
+#include "support/foreign_clipboard.h"
 
-using verbatix::test::ClipboardRecordHeader;
 using verbatix::test::ClipboardRecordKind;
+using verbatix::test::ForeignFormat;
 
 static bool OpenPatiently(HWND owner) {
     for (int attempt = 0; attempt < 500; ++attempt) {
@@ -53,68 +55,47 @@ static HBITMAP MakeBitmap() {
     return bitmap;
 }
 
-static bool PutRecord(const ClipboardRecordHeader& header, const char* bytes) {
-    if (header.kind == ClipboardRecordKind::bitmap) {
-        return SetClipboardData(header.format, MakeBitmap()) != nullptr;
+static bool PutRecord(const ForeignFormat& record) {
+    if (record.kind == ClipboardRecordKind::bitmap) {
+        return SetClipboardData(record.format, MakeBitmap()) != nullptr;
     }
-    if (header.kind == ClipboardRecordKind::announced) {
-        SetClipboardData(header.format, nullptr);
+    if (record.kind == ClipboardRecordKind::announced) {
+        SetClipboardData(record.format, nullptr);
         return true;
     }
-    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, header.size);
-    if (header.size > 0) {
-        std::memcpy(GlobalLock(block), bytes, header.size);
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, record.bytes.size());
+    if (!record.bytes.empty()) {
+        std::memcpy(GlobalLock(block), record.bytes.data(), record.bytes.size());
         GlobalUnlock(block);
     }
-    return SetClipboardData(header.format, block) != nullptr;
+    return SetClipboardData(record.format, block) != nullptr;
 }
 
-static std::string ReadWhole(const wchar_t* path) {
-    const HANDLE file =
-        CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    std::string bytes(file == INVALID_HANDLE_VALUE ? 0 : GetFileSize(file, nullptr), '\0');
-    DWORD read = 0;
-    ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
-    CloseHandle(file);
-    return bytes;
-}
-
-static int Put(const wchar_t* path, HWND owner) {
-    const std::string file = ReadWhole(path);
+static int Put(const std::wstring& path, HWND owner) {
+    const auto records = verbatix::test::ParseRecords(verbatix::test::ReadBytes(path));
     if (!OpenPatiently(owner)) return 2;
     EmptyClipboard();
-    bool good = true;
-    for (std::size_t at = 0; at + sizeof(ClipboardRecordHeader) <= file.size();) {
-        ClipboardRecordHeader header;
-        std::memcpy(&header, file.data() + at, sizeof header);
-        at += sizeof header;
-        good = PutRecord(header, file.data() + at) && good;
-        at += header.size;
-    }
+    const auto failures = std::count_if(records.begin(), records.end(), std::not_fn(PutRecord));
     CloseClipboard();
-    return good ? 0 : 3;
+    return failures == 0 ? 0 : 3;
 }
 
-static int Read(const wchar_t* path) {
+static int Read(const std::wstring& path) {
     if (!OpenPatiently(nullptr)) return 2;
-    const HANDLE file = CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    std::vector<ForeignFormat> records;
     for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
+        ForeignFormat record = {format, {}, ClipboardRecordKind::bitmap};
         const HANDLE data = GetClipboardData(format);
-        const bool isBitmap = format == CF_BITMAP;
-        const void* bytes = data && !isBitmap ? GlobalLock(data) : nullptr;
-        const ClipboardRecordHeader header = {format,
-                                              isBitmap ? ClipboardRecordKind::bitmap
-                                              : bytes  ? ClipboardRecordKind::bytes
-                                                       : ClipboardRecordKind::announced,
-                                              bytes ? static_cast<DWORD>(GlobalSize(data)) : 0};
-        DWORD written = 0;
-        WriteFile(file, &header, sizeof header, &written, nullptr);
-        if (header.size > 0) WriteFile(file, bytes, header.size, &written, nullptr);
-        if (bytes) GlobalUnlock(data);
+        if (format != CF_BITMAP) {
+            const void* bytes = data ? GlobalLock(data) : nullptr;
+            record.kind = bytes ? ClipboardRecordKind::bytes : ClipboardRecordKind::announced;
+            if (bytes) record.bytes.assign(static_cast<const char*>(bytes), GlobalSize(data));
+            if (bytes) GlobalUnlock(data);
+        }
+        records.push_back(record);
     }
-    CloseHandle(file);
     CloseClipboard();
-    return 0;
+    return verbatix::test::WriteBytes(path, verbatix::test::FormatRecords(records)) ? 0 : 3;
 }
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
@@ -122,10 +103,10 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
     const std::wstring deed = line.substr(0, line.find(L' '));
     const std::wstring path = line.substr(std::min(line.size(), deed.size() + 1));
     const HWND owner = MakeWindow(L"VerbatixClipboardOwner");
-    if (deed == L"put") return Put(path.c_str(), owner);
-    if (deed == L"read") return Read(path.c_str());
+    if (deed == L"put") return Put(path, owner);
+    if (deed == L"read") return Read(path);
     if (deed == L"keep") {
-        const int failure = Put(path.c_str(), owner);
+        const int failure = Put(path, owner);
         return failure ? failure : Stay();
     }
     if (deed == L"stay") return Stay();

@@ -10,14 +10,26 @@ static std::wstring OwnerCommand(const wchar_t* deed, const std::wstring& path =
     return L"\"" + HelperPath(L"clipboard_owner.exe") + L"\" " + deed + L" " + path;
 }
 
-static std::string RecordFile(const std::vector<ForeignFormat>& formats) {
+// A record is three numbers and then so many bytes.
+std::string FormatRecords(const std::vector<ForeignFormat>& formats) {
     std::string file;
     for (const ForeignFormat& format : formats) {
-        const ClipboardRecordHeader header = {format.format, format.kind,
-                                              static_cast<DWORD>(format.bytes.size())};
-        file.append(reinterpret_cast<const char*>(&header), sizeof header).append(format.bytes);
+        const DWORD head[] = {format.format, static_cast<DWORD>(format.kind),
+                              static_cast<DWORD>(format.bytes.size())};
+        file.append(reinterpret_cast<const char*>(head), sizeof head).append(format.bytes);
     }
     return file;
+}
+
+std::vector<ForeignFormat> ParseRecords(const std::string& file) {
+    std::vector<ForeignFormat> formats;
+    DWORD head[3];
+    for (std::size_t at = 0; at + sizeof head <= file.size(); at += head[2]) {
+        std::memcpy(head, file.data() + at, sizeof head);
+        at += sizeof head;
+        formats.push_back({head[0], file.substr(at, head[2]), static_cast<ClipboardRecordKind>(head[1])});
+    }
+    return formats;
 }
 
 std::string WideBytes(std::wstring_view text) {
@@ -26,13 +38,13 @@ std::string WideBytes(std::wstring_view text) {
 
 bool PutForeign(const std::vector<ForeignFormat>& formats) {
     const Folder folder;
-    return WriteBytes(folder.File(L"put"), RecordFile(formats)) &&
+    return WriteBytes(folder.File(L"put"), FormatRecords(formats)) &&
            Process(OwnerCommand(L"put", folder.File(L"put"))).WaitForExit(20000) == 0u;
 }
 
 Process PutForeignAndStay(const std::vector<ForeignFormat>& formats) {
     const Folder folder;
-    WriteBytes(folder.File(L"put"), RecordFile(formats));
+    WriteBytes(folder.File(L"put"), FormatRecords(formats));
     Process owner(OwnerCommand(L"keep", folder.File(L"put")));
     owner.WaitForWindow(L"VerbatixClipboardReady");
     return owner;
@@ -41,16 +53,7 @@ Process PutForeignAndStay(const std::vector<ForeignFormat>& formats) {
 std::vector<ForeignFormat> ReadForeign() {
     const Folder folder;
     Process(OwnerCommand(L"read", folder.File(L"read"))).WaitForExit(20000);
-    const std::string file = ReadBytes(folder.File(L"read"));
-    std::vector<ForeignFormat> formats;
-    for (std::size_t at = 0; at + sizeof(ClipboardRecordHeader) <= file.size();) {
-        ClipboardRecordHeader header;
-        std::memcpy(&header, file.data() + at, sizeof header);
-        at += sizeof header;
-        formats.push_back({header.format, file.substr(at, header.size), header.kind});
-        at += header.size;
-    }
-    return formats;
+    return ParseRecords(ReadBytes(folder.File(L"read")));
 }
 
 std::string ReadForeign(UINT format) {

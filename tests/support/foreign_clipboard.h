@@ -7,16 +7,25 @@
 #include <string_view>
 #include <vector>
 
-#include "support/clipboard_record.h"
 #include "support/process.h"
 
 namespace verbatix::test {
+
+enum class ClipboardRecordKind : DWORD {
+    bytes,      // a global block
+    announced,  // no data: promised by the owner, or refused to the reader
+    bitmap,     // a GDI bitmap of 3 by 2 pixels; its bytes are not told
+};
 
 struct ForeignFormat {
     UINT format = 0;
     std::string bytes;
     ClipboardRecordKind kind = ClipboardRecordKind::bytes;
 };
+
+// The file in which a test and the helper clipboard_owner tell each other about formats.
+std::string FormatRecords(const std::vector<ForeignFormat>& formats);
+std::vector<ForeignFormat> ParseRecords(const std::string& file);
 
 // The bytes of a text, terminator included, as CF_UNICODETEXT holds them.
 std::string WideBytes(std::wstring_view text);

@@ -5,18 +5,42 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <initializer_list>
+#include <iterator>
 
 namespace verbatix::test {
 
-void PressKeyDown(BYTE virtualKey);
-void LetKeyUp(BYTE virtualKey);
+inline void PlayKey(BYTE key, DWORD flags) {
+    for (const int extended :
+         {VK_RCONTROL, VK_RMENU, VK_LWIN, VK_RWIN, VK_INSERT, VK_DELETE, VK_HOME, VK_END, VK_PRIOR, VK_NEXT,
+          VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN, VK_DIVIDE, VK_NUMLOCK}) {
+        if (key == extended) flags |= KEYEVENTF_EXTENDEDKEY;
+    }
+    keybd_event(key, static_cast<BYTE>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)), flags, 0);
+}
+
+inline void PressKeyDown(BYTE key) {
+    PlayKey(key, 0);
+}
+
+inline void LetKeyUp(BYTE key) {
+    PlayKey(key, KEYEVENTF_KEYUP);
+}
 
 // Holds `held` down in that order, strokes `key`, lets `held` up in reverse order.
-void PlayStroke(std::initializer_list<BYTE> held, BYTE key);
+inline void PlayStroke(std::initializer_list<BYTE> held, BYTE key) {
+    for (const BYTE modifier : held) PressKeyDown(modifier);
+    PressKeyDown(key);
+    LetKeyUp(key);
+    for (auto modifier = std::rbegin(held); modifier != std::rend(held); ++modifier) LetKeyUp(*modifier);
+}
 
-// Modifiers and mouse buttons that the system believes to be down, by virtual-key code; for showing that
-// none was left so.
-bool AnyModifierDown();
+// Whether the system believes a modifier or mouse button to be down; for showing that none was left so.
+inline bool AnyModifierDown() {
+    const auto keys = {VK_LWIN,     VK_RWIN,  VK_LMENU,  VK_RMENU,  VK_MENU,    VK_CONTROL, VK_RCONTROL,
+                       VK_LCONTROL, VK_SHIFT, VK_LSHIFT, VK_RSHIFT, VK_LBUTTON, VK_MBUTTON, VK_RBUTTON};
+    return std::any_of(keys.begin(), keys.end(), [](int key) { return GetAsyncKeyState(key) < 0; });
+}
 
 }  // namespace verbatix::test

@@ -1,9 +1,13 @@
 // Message boxes of the program under test, read and answered.
 #pragma once
 
+#include <windows.h>
+
 #include <atomic>
 #include <string>
 #include <thread>
+
+#include "support/process.h"
 
 namespace verbatix::test {
 
@@ -11,13 +15,17 @@ namespace verbatix::test {
 // saw after the call that showed the box has returned.
 class MessageBoxAnswer {
   public:
-    MessageBoxAnswer();
-    ~MessageBoxAnswer();
+    MessageBoxAnswer() : thread_([this] { Watch(); }) {}
+    ~MessageBoxAnswer() { Seen(); }
     MessageBoxAnswer(const MessageBoxAnswer&) = delete;
     MessageBoxAnswer& operator=(const MessageBoxAnswer&) = delete;
 
     // Ends the waiting; false when no box came up so far.
-    bool Seen();
+    bool Seen() {
+        stop_ = true;
+        if (thread_.joinable()) thread_.join();
+        return seen_;
+    }
     // After Seen() has said true.
     const std::wstring& Text() const { return text_; }
     const std::wstring& Caption() const { return caption_; }
@@ -25,7 +33,34 @@ class MessageBoxAnswer {
     bool HasOwner() const { return hasOwner_; }
 
   private:
-    void Watch();
+    static HWND OwnMessageBox() {
+        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
+            DWORD process = 0;
+            GetWindowThreadProcessId(box, &process);
+            if (process == GetCurrentProcessId() && IsWindowVisible(box)) return box;
+        }
+        return nullptr;
+    }
+
+    void Watch() {
+        HWND box = nullptr;
+        while (!stop_ && (box = OwnMessageBox()) == nullptr) Sleep(5);
+        if (!box) return;
+        seen_ = true;
+        caption_ = WindowText(box);
+        for (HWND child = nullptr; (child = FindWindowExW(box, child, L"Static", nullptr)) != nullptr;) {
+            // A picture is a static control without text.
+            if (const std::wstring text = WindowText(child); !text.empty()) text_ = text;
+        }
+        for (HWND child = nullptr; (child = FindWindowExW(box, child, L"Button", nullptr)) != nullptr;) {
+            ++buttons_;
+        }
+        hasOwner_ = GetWindow(box, GW_OWNER) != nullptr;
+        // The box may not take keys yet, so the answer is repeated until it is gone.
+        for (; IsWindow(box); Sleep(20)) {
+            PostMessageW(box, WM_COMMAND, LOWORD(SendMessageW(box, DM_GETDEFID, 0, 0)), 0);
+        }
+    }
 
     std::wstring text_;
     std::wstring caption_;

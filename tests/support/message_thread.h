@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <future>
 #include <thread>
 #include <vector>
 
@@ -19,20 +20,53 @@ struct ArrivedCommand {
 
 class MessageThread {
   public:
-    MessageThread();
-    ~MessageThread();
+    MessageThread() {
+        std::promise<void> ready;
+        thread_ = std::thread([this, &ready] {
+            window_ = CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
+                                      nullptr);
+            SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+            SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure));
+            ready.set_value();
+            MSG message;
+            while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+                dispatching_ = true;
+                DispatchMessageW(&message);
+                dispatching_ = false;
+            }
+        });
+        ready.get_future().wait();
+    }
+    ~MessageThread() {
+        Run([this] { DestroyWindow(window_); });
+        thread_.join();
+    }
     MessageThread(const MessageThread&) = delete;
     MessageThread& operator=(const MessageThread&) = delete;
 
     // Runs `work` on the thread and returns when it is done.
-    void Run(const std::function<void()>& work);
+    void Run(const std::function<void()>& work) {
+        SendMessageW(window_, kRun, 0, reinterpret_cast<LPARAM>(&work));
+    }
 
     // A hidden window of the thread, and the commands it has got so far.
     HWND Window() const { return window_; }
-    std::vector<ArrivedCommand> Commands();
+    std::vector<ArrivedCommand> Commands() {
+        std::vector<ArrivedCommand> copy;
+        Run([&] { copy = commands_; });
+        return copy;
+    }
 
   private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static constexpr UINT kRun = WM_APP + 1;
+
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        auto* self = reinterpret_cast<MessageThread*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (message == kRun) (*reinterpret_cast<const std::function<void()>*>(lParam))();
+        if (message == WM_DESTROY) PostQuitMessage(0);
+        if (message == WM_COMMAND) self->commands_.push_back({LOWORD(wParam), self->dispatching_});
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
 
     HWND window_ = nullptr;
     std::vector<ArrivedCommand> commands_;  // touched on the thread only, like the next one
