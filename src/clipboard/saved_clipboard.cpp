@@ -13,20 +13,17 @@ SavedClipboard clipboardSlots[kClipboardSlots];
 SavedClipboard previousClipboard;
 bool keepClipboardOnce = false;
 
-// Formats whose handle is a GDI object or, the metafile pictures, memory that holds one: a copy of the bytes
-// would outlive the object. Locking a GDI handle as memory fails as a rule, but its number could also happen
-// to be the address of something, so it is not even tried.
+// Formats whose handle is a GDI object or, the metafile pictures, memory that holds one: a copy of the
+// bytes would outlive the object. Locking a GDI handle as memory fails as a rule, but its number could also
+// happen to be the address of something, so it is not even tried.
 static bool IsGdiFormat(UINT format) {
     static constexpr struct {
         UINT first;
         UINT last;
     } kRanges[] = {
-        {CF_BITMAP, CF_METAFILEPICT},
-        {CF_PALETTE, CF_PALETTE},
-        {CF_ENHMETAFILE, CF_ENHMETAFILE},
-        {CF_DSPBITMAP, CF_DSPMETAFILEPICT},
-        {CF_DSPENHMETAFILE, CF_DSPENHMETAFILE},
-        {CF_GDIOBJFIRST, CF_GDIOBJLAST},
+        {CF_BITMAP, CF_METAFILEPICT},           {CF_PALETTE, CF_PALETTE},
+        {CF_ENHMETAFILE, CF_ENHMETAFILE},       {CF_DSPBITMAP, CF_DSPMETAFILEPICT},
+        {CF_DSPENHMETAFILE, CF_DSPENHMETAFILE}, {CF_GDIOBJFIRST, CF_GDIOBJLAST},
     };
     return std::any_of(std::begin(kRanges), std::end(kRanges),
                        [&](const auto& range) { return format >= range.first && format <= range.last; });

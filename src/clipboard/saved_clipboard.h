@@ -40,8 +40,9 @@ extern SavedClipboard previousClipboard;
 extern bool keepClipboardOnce;
 
 // Copies every format of the clipboard that is global memory into the store, in place of what it held.
-// GDI objects and metafile pictures, formats without data, and formats that cannot be copied are left out. An empty clipboard
-// leaves the store as it was. Returns the number of formats copied, 0 when the clipboard is busy.
+// GDI objects and metafile pictures, formats without data, and formats that cannot be copied are left out.
+// An empty clipboard leaves the store as it was. Returns the number of formats copied, 0 when the clipboard
+// is busy.
 int SaveClipboard(SavedClipboard& store);
 
 // Replaces the clipboard's content by the store's, which stays in the store. Returns the store's count,

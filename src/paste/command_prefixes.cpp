@@ -45,7 +45,8 @@ wchar_t CharacterAt(std::wstring_view text, std::size_t position) {
 std::size_t ReplaceWithinLimit(std::wstring& text, std::wstring_view from, std::wstring_view to) {
     if (from.empty()) return 0;
     std::size_t length = text.size();
-    for (std::size_t at = text.find(from); at != std::wstring::npos; at = text.find(from, at + from.size())) {
+    for (std::size_t at = text.find(from); at != std::wstring::npos;
+         at = text.find(from, at + from.size())) {
         length += to.size() - from.size();  // wraps where it shrinks, and comes out right
     }
     return length > kLongestExpansion && length > text.size() ? 0 : ReplaceAll(text, from, to);

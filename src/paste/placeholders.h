@@ -18,7 +18,8 @@ inline constexpr std::wstring_view kClipboardHtmlToken = L"%phtml%";
 inline constexpr std::wstring_view kSelectionHtmlToken = L"%copy_html%";
 
 // The longest text in UTF-16 units that a replacement may make; one that could make a longer one leaves its
-// token as typed. A selection is anybody's text: it may hold tokens itself, and each pass would multiply it.
+// token as typed. A selection is anybody's text: it may hold tokens itself, and each pass would multiply
+// it.
 inline constexpr std::size_t kLongestExpansion = 64u << 20;
 
 // Every token in the order in which it is applied, for showing them to the user. The second table has
