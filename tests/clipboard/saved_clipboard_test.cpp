@@ -4,6 +4,7 @@
 #include <shlobj.h>
 
 #include "clipboard/clipboard_bitmap.h"
+#include "clipboard/clipboard_session.h"
 #include "clipboard/clipboard_text.h"
 #include "clipboard/named_format.h"
 #include "support/debug_lines.h"
@@ -87,18 +88,26 @@ TEST(SavedClipboard, LeavesOutWhatIsNoMemoryOfItsOwn) {
     BITMAP shape = {};
     GetObjectW(ClipboardGetBitmap().Get(), sizeof shape, &shape);
     EXPECT_TRUE(shape.bmWidth == 3 && shape.bmHeight == 2);
-    // A metafile picture is memory that holds a handle; that of "Promised" never comes.
+    // A format that is promised and never comes.
     const UINT first = Registered(L"First"), promised = Registered(L"Promised"), last = Registered(L"Last");
-    const test::Process owner = test::PutForeignAndStay({{first, "1"},
-                                                         {CF_DSPMETAFILEPICT, std::string(24, 'm')},
-                                                         {promised, "", ClipboardRecordKind::announced},
-                                                         {last, "333"}});
+    const test::Process owner = test::PutForeignAndStay(
+        {{first, "1"}, {promised, "", ClipboardRecordKind::announced}, {last, "333"}});
     SavedClipboard partly;
     EXPECT_EQ(SaveClipboard(partly), 2);
     EXPECT_EQ(partly.entries[0].format, first);
     EXPECT_EQ(partly.entries[1].format, last);
     EXPECT_EQ(partly.entries[1].size, 3u);
     EXPECT_FALSE(CloseClipboard()) << "left open";
+    // A metafile picture is memory that holds a handle, which is gone with the clipboard's content.
+    const METAFILEPICT picture = {MM_TEXT, 1, 1, CloseMetaFile(CreateMetaFileW(nullptr))};
+    {
+        const ClipboardSession clipboard;
+        EmptyClipboard();
+        const std::string_view bytes(reinterpret_cast<const char*>(&picture), sizeof picture);
+        ASSERT_TRUE(GiveToClipboard(CF_METAFILEPICT, MakeClipboardBlock(bytes, bytes.size())));
+    }
+    SavedClipboard none;
+    EXPECT_EQ(SaveClipboard(none), 0);
 }
 
 TEST(SavedClipboard, CountIsTheMostItEverHeld) {

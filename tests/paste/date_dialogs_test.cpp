@@ -6,6 +6,7 @@
 #include <functional>
 #include <thread>
 
+#include "base/text.h"
 #include "ids.h"
 #include "selection_target.h"
 #include "support/keys.h"
@@ -38,11 +39,9 @@ struct DateDialogs : test::SelectionTarget {
     }
 };
 
-std::string Text(const SYSTEMTIME& time) {
-    char text[80];
-    snprintf(text, sizeof text, "%d-%02d-%02d weekday %d %02d:%02d:%02d", time.wYear, time.wMonth,
-             time.wDay, time.wDayOfWeek, time.wHour, time.wMinute, time.wSecond);
-    return text;
+std::wstring Text(const SYSTEMTIME& time) {
+    return Format(L"%d-%02d-%02d weekday %d %02d:%02d:%02d", time.wYear, time.wMonth, time.wDay,
+                  time.wDayOfWeek, time.wHour, time.wMinute, time.wSecond);
 }
 
 TEST_F(DateDialogs, CalendarGivesTheDayWhicheverWayItCloses) {
@@ -52,18 +51,18 @@ TEST_F(DateDialogs, CalendarGivesTheDayWhicheverWayItCloses) {
         WORD shown;
         SYSTEMTIME picked;
         BYTE closing;
-        const char* result;
+        const wchar_t* result;
     } rows[] = {
         {{2026, 3, 4, 5, 9, 5, 7, 0},
          5,
          {2024, 2, 0, 29, 0, 0, 0, 0},
          VK_RETURN,
-         "2024-02-29 weekday 4 09:05:07"},
+         L"2024-02-29 weekday 4 09:05:07"},
         {{2026, 3, 4, 5, 23, 59, 0, 0},
          29,
          {2027, 1, 0, 3, 0, 0, 0, 0},
          VK_ESCAPE,
-         "2027-01-03 weekday 0 23:59:00"},
+         L"2027-01-03 weekday 0 23:59:00"},
     };
     for (const auto& row : rows) {
         SYSTEMTIME date = row.date;
@@ -95,7 +94,7 @@ TEST_F(DateDialogs, TimeIsPickedByKeyboardOrStays) {
                 test::PlayStroke({}, accept ? BYTE{VK_RETURN} : BYTE{VK_ESCAPE});
             },
             [&] { EXPECT_EQ(ChooseTime(time), accept); });
-        EXPECT_EQ(Text(time), accept ? "2026-03-05 weekday 4 10:59:00" : "2026-03-05 weekday 4 09:58:07");
+        EXPECT_EQ(Text(time), accept ? L"2026-03-05 weekday 4 10:59:00" : L"2026-03-05 weekday 4 09:58:07");
     }
 }
 

@@ -146,7 +146,9 @@ TEST_F(ClipboardImageTest, IsCroppedOrBecomesSource) {
           {L"ClipboardImgCliper:3", {8, 4, 34, 22}}}) {
         Put(MakeBitmap(sheet).Release());
         RunBuiltinCommand(command, nullptr);
-        PixelImage cropped = ReadPixels(ClipboardGetBitmap().Get());
+        UniqueBitmap bitmap;  // the target, which pastes, may have the clipboard open
+        EXPECT_TRUE(WaitFor([&] { return static_cast<bool>(bitmap = ClipboardGetBitmap()); }));
+        PixelImage cropped = ReadPixels(bitmap.Get());
         for (std::uint32_t& pixel : cropped.pixels) pixel &= 0xFFFFFF;
         EXPECT_EQ(cropped.pixels, Crop(sheet, area).pixels);
         EXPECT_EQ(cropped.width, area.right - area.left);

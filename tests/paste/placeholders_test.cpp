@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <random>
-#include <vector>
 
 namespace verbatix {
 namespace {
@@ -99,29 +97,6 @@ TEST(Placeholders, PrefixControlCodesAndDelivery) {
     }
     EXPECT_EQ(DeliveredText(L"a\\nb\\N\n"), L"a\r\nb\\N\n");
     EXPECT_EQ(DeliveredText(Known(L"a\\%nc%n%nc%b", false)), L"a\\nb");
-}
-
-TEST(Placeholders, AnyTextIsSurvived) {
-    std::vector<std::wstring> fragments = {
-        L"%",         L"%%",   L" ",           L"x",      L"\\n",    L"\\",   L"n",     L"%nc", L"nc%",
-        L"copy_text", L"_uc%", L"%copy_text_", L"\xd83d", L"\xde00", L"%DD%", L"%d+1%", L"%07", L"<---F_"};
-    for (const auto tokens : {Placeholders(), RunPlaceholders()}) {
-        for (const wchar_t* token : tokens) fragments.emplace_back(token);
-    }
-    std::mt19937 random(20260305);
-    for (int round = 0; round < 50000; ++round) {
-        std::wstring text;
-        for (std::size_t count = random() % 9; count > 0; --count)
-            text += fragments[random() % fragments.size()];
-        const std::wstring original = text;
-        text = WithCopied(Known(text, true), L"sel");
-        ASSERT_FALSE(UsesCopiedText(text) || UsesNames(text)) << original;
-        ReplaceRunTokens(text, L"sel");
-        ASSERT_EQ(text.find(L"%cpy%"), std::wstring::npos) << original;
-        ASSERT_EQ(DeliveredText(text).find(kNoConversionMarker), std::wstring::npos) << original;
-        ReplaceNumberedControlCodes(text);
-        ASSERT_EQ(text.find(L"%07"), std::wstring::npos) << original;
-    }
 }
 
 }  // namespace

@@ -64,9 +64,9 @@ class SelectionTarget : public testing::Test {
     HWND edit = nullptr;
 
   private:
-    // The program's own window, which the system would rather activate after a box of its thread.
-    HWND own_ = CreateWindowExW(0, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 300, 200,
-                                nullptr, nullptr, nullptr, nullptr);
+    // The program's own window, which lies on top: left to itself, the system activates it after a box.
+    HWND own_ = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
+                                300, 200, nullptr, nullptr, nullptr, nullptr);
     Process target_{HelperPath(L"target_window.exe")};
 };
 
