@@ -5,7 +5,6 @@
 
 #include "store/ini_files.h"
 #include "store/profile.h"
-#include "store/section_lines.h"
 
 namespace verbatix {
 namespace {
@@ -173,22 +172,6 @@ TEST(WriteSection, LeavesTheFileThatSingleWritesLeave) {
         }
         ExpectSameAsSingleWrites(folder, &bytes, L"list_text", values);
     }
-}
-
-TEST(PlainSectionLines, RefusesWhatAWholeWriteWouldDisturb) {
-    const std::pair<const wchar_t*, std::size_t> plain[] = {{L"", 0},
-                                                            {L"[T]\r\n;x\r\n\r\n", 0},
-                                                            {L"[s]\r\na=\"1\"\r\nB=\r\n", 2},
-                                                            {L"[S]\r\na=1\r\n[T]\r\n;x\r\na =1\r\n", 1}};
-    for (const auto& [text, lines] : plain) EXPECT_EQ(PlainSectionLines(text, L"S").value().size(), lines);
-    for (const wchar_t* text :
-         {L"[S]\r\na=1\r\n;x\r\n", L"[S]\r\na=1\r\n#x=1\r\n", L"[S]\r\na=1\r\n\r\n[T]\r\n",
-          L"[S]\r\na=1\r\nA=2\r\n", L"[S]\r\na=1\r\n[T]\r\n[S]\r\n", L"[S]\r\n [S]\r\n", L"[S]x\r\n",
-          L"[S]\r\na\r\n", L"[S]\r\na= 1\r\n", L"[S]\r\na=1 \r\n", L"[S]\r\n a=1\r\n", L"[S]\r\n=1\r\n",
-          L"[S]\r\na=1", L"[S]\r\na=1\nb=2\r\n", L"[S]\r\na=1\rb=2\r\n"}) {
-        EXPECT_FALSE(PlainSectionLines(text, L"S")) << text;
-    }
-    EXPECT_FALSE(PlainSectionLines(std::wstring_view(L"[S]\r\na=\0\r\n", 10), L"S"));
 }
 
 }  // namespace

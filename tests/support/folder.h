@@ -1,17 +1,33 @@
 // A folder of its own for each test that needs files.
 #pragma once
 
+#include <windows.h>
+
 #include <string>
 #include <string_view>
 
+#include "base/handle.h"
+#include "base/text.h"
+
 namespace verbatix::test {
+
+// Full path of a program built beside the tests ("target_window.exe").
+inline std::wstring HelperPath(std::wstring_view name) {
+    wchar_t path[MAX_PATH];
+    const std::wstring_view module(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+    return std::wstring(module.substr(0, module.rfind(L'\\') + 1)).append(name);
+}
 
 // A new empty folder, removed with all it holds when the object goes. It is made beside the test program,
 // not in the temporary folder: Verbatix treats the temporary folder specially.
 class Folder {
   public:
-    Folder();
-    ~Folder();
+    Folder() {
+        static int serial = 0;
+        path_ = HelperPath(Format(L"folder-%lu-%d", GetCurrentProcessId(), ++serial));
+        CreateDirectoryW(path_.c_str(), nullptr);
+    }
+    ~Folder() { RemoveTree(path_); }
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
@@ -20,20 +36,45 @@ class Folder {
     std::wstring File(std::wstring_view name) const { return path_ + L"\\" + std::wstring(name); }
 
   private:
+    static void RemoveTree(const std::wstring& path) {
+        WIN32_FIND_DATAW found;
+        const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
+        for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
+            const std::wstring_view name = found.cFileName;
+            const std::wstring child = path + L"\\" + std::wstring(name);
+            if (name == L"." || name == L"..") continue;
+            SetFileAttributesW(child.c_str(), FILE_ATTRIBUTE_NORMAL);
+            if (!DeleteFileW(child.c_str())) RemoveTree(child);
+        }
+        FindClose(search);
+        RemoveDirectoryW(path.c_str());
+    }
+
     std::wstring path_;
 };
 
 // The whole file as bytes; empty when it cannot be read.
-std::string ReadBytes(const std::wstring& path);
+inline std::string ReadBytes(const std::wstring& path) {
+    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, 0, nullptr));
+    std::string bytes(file ? GetFileSize(file.Get(), nullptr) : 0, '\0');
+    DWORD read = 0;
+    if (file) ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
+    return bytes.substr(0, read);
+}
 
 // Creates or replaces the file; false when that fails.
-bool WriteBytes(const std::wstring& path, std::string_view bytes);
+inline bool WriteBytes(const std::wstring& path, std::string_view bytes) {
+    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    DWORD written = 0;
+    return file &&
+           WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+           written == bytes.size();
+}
 
 // `text` as UTF-16LE with byte-order mark: what a settings file looks like.
-std::string Utf16File(std::wstring_view text);
-
-// Full path of a program built beside the tests ("target_window.exe"), and of the program itself.
-std::wstring HelperPath(std::wstring_view name);
-std::wstring ProgramPath();
+inline std::string Utf16File(std::wstring_view text) {
+    return "\xff\xfe" + std::string(reinterpret_cast<const char*>(text.data()), 2 * text.size());
+}
 
 }  // namespace verbatix::test

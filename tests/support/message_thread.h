@@ -21,13 +21,12 @@ struct ArrivedCommand {
 class MessageThread {
   public:
     MessageThread() {
-        std::promise<void> ready;
-        thread_ = std::thread([this, &ready] {
+        thread_ = std::thread([this] {
             window_ = CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
                                       nullptr);
             SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
             SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure));
-            ready.set_value();
+            ready_.set_value();
             MSG message;
             while (GetMessageW(&message, nullptr, 0, 0) > 0) {
                 dispatching_ = true;
@@ -35,7 +34,7 @@ class MessageThread {
                 dispatching_ = false;
             }
         });
-        ready.get_future().wait();
+        ready_.get_future().wait();
     }
     ~MessageThread() {
         Run([this] { DestroyWindow(window_); });
@@ -68,6 +67,7 @@ class MessageThread {
         return DefWindowProcW(window, message, wParam, lParam);
     }
 
+    std::promise<void> ready_;  // a member: the thread still has it in hand when the waiting ends
     HWND window_ = nullptr;
     std::vector<ArrivedCommand> commands_;  // touched on the thread only, like the next one
     bool dispatching_ = false;

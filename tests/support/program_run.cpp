@@ -26,7 +26,7 @@ std::wstring SettingsText(const std::vector<StoredLine>& lines, std::wstring_vie
 }
 
 ProgramRun::ProgramRun(std::wstring_view programName) : programName_(programName) {
-    CopyFileW(ProgramPath().c_str(), folder_.File(programName_).c_str(), FALSE);
+    CopyFileW(HelperPath(L"..\\Verbatix.exe").c_str(), folder_.File(programName_).c_str(), FALSE);
 }
 
 bool ProgramRun::WriteSettings(std::wstring_view text) const {
