@@ -198,6 +198,7 @@ constexpr Command kMainCommands[] = {
     {CMD_DELETE_ENTRY, Call<DeleteEntry>},
     {1051, Call<NextVersion>},
     {CMD_TEST_ENTRY, Call<TestEntry>},
+    {CMD_COPY_AS_TEXT, Call<ExportAsText>},
     {IDC_INSERT, CallWithId<Insert>},
     {CMD_GROUP_MENU, Call<ShowGroupMenu>},
     {CMD_LANGUAGE_MENU, Call<ShowLanguageMenu>},

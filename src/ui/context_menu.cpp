@@ -18,7 +18,7 @@ namespace verbatix {
 namespace {
 
 // What a row is for; where that is not there it is grey, and the tree's rows are left out.
-enum class Needs { kNothing, kEntry, kName, kTree };
+enum class Needs { kNothing, kEntry, kName, kSelection, kTree };
 
 struct Row {
     int command;  // 0: a line
@@ -28,12 +28,19 @@ struct Row {
 };
 
 constexpr Row kRows[] = {
-    {CMD_NEW_ENTRY, 1040, 0, Needs::kNothing},     {CMD_COPY_ENTRY, 1041, 0, Needs::kEntry},
-    {CMD_DELETE_ENTRY, 1042, 1294, Needs::kEntry}, {0, 0, 0, Needs::kNothing},
-    {CMD_TEST_ENTRY, 1043, 0, Needs::kEntry},      {CMD_RENAME_ENTRY, 1054, 1295, Needs::kName},
-    {CMD_MOVE_UP, 1052, 1292, Needs::kEntry},      {CMD_MOVE_DOWN, 1053, 1293, Needs::kEntry},
-    {CMD_GROUP_MENU, 1134, 0, Needs::kNothing},    {0, 0, 0, Needs::kNothing},
-    {CMD_SHOW_TREE, 1138, 0, Needs::kNothing},     {CMD_EXPAND_ALL, 1050, 0, Needs::kTree},
+    {CMD_NEW_ENTRY, 1040, 0, Needs::kNothing},
+    {CMD_COPY_ENTRY, 1041, 0, Needs::kEntry},
+    {CMD_COPY_AS_TEXT, 1055, 0, Needs::kSelection},
+    {CMD_DELETE_ENTRY, 1042, 1294, Needs::kEntry},
+    {0, 0, 0, Needs::kNothing},
+    {CMD_TEST_ENTRY, 1043, 0, Needs::kEntry},
+    {CMD_RENAME_ENTRY, 1054, 1295, Needs::kName},
+    {CMD_MOVE_UP, 1052, 1292, Needs::kEntry},
+    {CMD_MOVE_DOWN, 1053, 1293, Needs::kEntry},
+    {CMD_GROUP_MENU, 1134, 0, Needs::kNothing},
+    {0, 0, 0, Needs::kNothing},
+    {CMD_SHOW_TREE, 1138, 0, Needs::kNothing},
+    {CMD_EXPAND_ALL, 1050, 0, Needs::kTree},
     {CMD_COLLAPSE_ALL, 1051, 0, Needs::kTree},
 };
 
@@ -48,6 +55,7 @@ bool IsThere(Needs needs) {
     switch (needs) {
         case Needs::kEntry: return SelectedEntry() >= 0;
         case Needs::kName: return HasName();
+        case Needs::kSelection: return SelectedEntry() >= 0 || SelectedNode() >= 0;
         case Needs::kTree: return settings.showTree != 0;
         default: return true;
     }

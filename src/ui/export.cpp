@@ -5,11 +5,13 @@
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "store/list_exchange.h"
+#include "store/settings.h"
 #include "store/settings_path.h"
 #include "ui/editor.h"
 #include "ui/file_dialog.h"
 #include "ui/list_view.h"
 #include "ui/main_window.h"
+#include "ui/tree_view.h"
 
 namespace verbatix {
 
@@ -22,7 +24,9 @@ constexpr int kWrittenCount = 1308;
 constexpr int kCannotWrite = 1309;
 constexpr int kClipboardBusy = 1322;
 
-std::vector<int> SelectedRow() {
+// In the tree all that stands under the selected item, in its order; in the list the selected entry.
+std::vector<int> SelectedPositions() {
+    if (settings.showTree) return EntriesBelow(ShownTree(), SelectedNode());
     const int position = SelectedEntry();
     return position < 0 ? std::vector<int>() : std::vector<int>{position};
 }
@@ -78,10 +82,8 @@ void ExportToFile(const std::vector<int>& positions) {
 
 }  // namespace
 
-std::vector<int> (*selectedSubtree)() = SelectedRow;
-
 void ExportAsText() {
-    CopyAsText(selectedSubtree());
+    CopyAsText(SelectedPositions());
 }
 
 void ExportAllAsText() {
@@ -89,7 +91,7 @@ void ExportAllAsText() {
 }
 
 void ExportSelectionToFile() {
-    ExportToFile(selectedSubtree());
+    ExportToFile(SelectedPositions());
 }
 
 void ExportAllToFile() {

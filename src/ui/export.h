@@ -7,11 +7,8 @@
 
 namespace verbatix {
 
-// Positions of the entries that an export of the selection takes, in their order in the view: what stands
-// under the selected item. A view other than the flat list puts its own function here.
-extern std::vector<int> (*selectedSubtree)();
-
-// Copies the selected entries to the clipboard as text and says how many they were in a tip at the mouse.
+// Copies what is selected to the clipboard as text and says how many entries it was in a tip at the mouse:
+// in the tree all entries under the selected item, in the list the selected one.
 void ExportAsText();
 
 // The same with all entries.

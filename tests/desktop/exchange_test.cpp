@@ -1,4 +1,6 @@
 // Entries on their way out of the running program and into it.
+#include <commctrl.h>
+
 #include "clipboard/clipboard_text.h"
 #include "desktop/program_window.h"
 #include "support/desktop.h"
@@ -42,6 +44,25 @@ TEST_F(Exchange, AllEntriesGoToTheClipboardAndATipSaysSo) {
     EXPECT_TRUE(WaitFor([&] { return ClipboardGetText(text) && text == kExported; }))
         << ::testing::PrintToString(text);
     EXPECT_TRUE(run_.Program().WaitForVisibleWindow(L"tooltips_class32"));
+}
+
+TEST_F(Exchange, ASelectedHotkeyOfTheTreeGoesOutWithItsEntriesInTheTreesOrder) {
+    Start({{L"Ctrl+Q", L"one", L"Z/1"},
+           {L"Alt+W", L"other"},
+           {L"Ctrl+Q", L"two"},
+           {L"Ctrl+Q", L"three", L"Z/3"}},
+          L"m_show_tree=1\r\n");
+    const HWND tree = Control(IDC_TREE);
+    const LRESULT root = SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0);
+    SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, root);
+    PostMessageW(dialog_, WM_COMMAND, CMD_COPY_AS_TEXT, 0);
+    std::wstring text;
+    EXPECT_TRUE(WaitFor([&] {
+        return ClipboardGetText(text) &&
+               text.starts_with(
+                   L"[list_text]\r\ntext_000=Ctrl+Q=one\r\ntext_001=Ctrl+Q=three\r\n"
+                   L"text_002=Ctrl+Q=two\r\n[list_label]\r\n");
+    })) << ::testing::PrintToString(text);
 }
 
 TEST_F(Exchange, AFileGoesOutAndComesBack) {

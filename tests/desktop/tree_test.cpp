@@ -247,7 +247,7 @@ TEST_F(TreeWindow, TheContextMenuActsOnTheItem) {
     ClickAt(TreePlace(5, 1));
     ASSERT_TRUE(Becomes(IDC_LABEL, L"four"));
     ASSERT_TRUE(Hold(VK_LSHIFT, VK_F10, [&] { return menu(true); }));
-    for (int row = 0; row < 6; ++row) PlayStroke({}, VK_DOWN);
+    for (int row = 0; row < 7; ++row) PlayStroke({}, VK_DOWN);
     PlayStroke({}, VK_RETURN);
     EXPECT_TRUE(FileGets(L"text_001=four\r\ntext_002=Group/two"));
     ASSERT_TRUE(menu(false));
@@ -256,7 +256,7 @@ TEST_F(TreeWindow, TheContextMenuActsOnTheItem) {
     ClickAt(TreePlace(1, 1), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
     ASSERT_TRUE(menu(true));
     EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
-    for (int row = 0; row < 8; ++row) PlayStroke({}, VK_DOWN);
+    for (int row = 0; row < 9; ++row) PlayStroke({}, VK_DOWN);
     Keys({VK_RIGHT, VK_DOWN, VK_RETURN});
     EXPECT_TRUE(FileGets(L"text_000=Group/one"));
     ASSERT_TRUE(menu(false));
@@ -264,7 +264,7 @@ TEST_F(TreeWindow, TheContextMenuActsOnTheItem) {
     ClickAt(TreePlace(5, 1), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
     ASSERT_TRUE(menu(true));
     EXPECT_TRUE(Becomes(IDC_LABEL, L"four"));
-    for (int row = 0; row < 8; ++row) PlayStroke({}, VK_DOWN);
+    for (int row = 0; row < 9; ++row) PlayStroke({}, VK_DOWN);
     Keys({VK_RIGHT, VK_UP, VK_UP, VK_RETURN});
     ASSERT_TRUE(WaitFor([&] { return WindowText(GetForegroundWindow()) == L"New group"; }));
     Keys({'N', VK_RETURN});
