@@ -85,6 +85,7 @@ std::vector<std::size_t> OrderByTheRule(const Texts& labels) {
         keys[key] = index;
     }
     std::vector<std::size_t> order;
+    order.reserve(keys.size());
     for (const auto& [key, index] : keys) order.push_back(index);
     return order;
 }
@@ -121,6 +122,7 @@ TEST(OrderMenuRows, FollowsTheSettingsAndKeepsEveryDuplicate) {
         rows = LabelledRows(labels);
         OrderMenuRows(rows, {1, false, false});
         std::vector<std::size_t> order;
+        order.reserve(rows.size());
         for (const MenuRow& row : rows) order.push_back(static_cast<std::size_t>(row.position));
         ASSERT_EQ(order, OrderByTheRule(labels)) << round;
     }
@@ -202,9 +204,9 @@ TEST(MenuTexts, AreOfUsableSize) {
 }
 
 std::vector<UINT> ItemIds(HMENU menu) {
-    std::vector<UINT> ids;
-    for (int position = 0; position < GetMenuItemCount(menu); ++position)
-        ids.push_back(GetMenuItemID(menu, position));
+    std::vector<UINT> ids(static_cast<std::size_t>(std::max(GetMenuItemCount(menu), 0)));
+    int position = 0;
+    for (UINT& id : ids) id = GetMenuItemID(menu, position++);
     return ids;
 }
 
