@@ -131,7 +131,7 @@ std::wstring BetweenPercentSigns(std::wstring_view code) {
     return L'%' + std::wstring(code) + L'%';
 }
 
-void Append(std::vector<InsertItem>& items, int group, std::wstring token, bool atStart = false) {
+void Append(std::vector<InsertItem>& items, int group, const std::wstring& token, bool atStart = false) {
     items.push_back({group, token, MeaningOf(token), atStart});
 }
 
