@@ -4,7 +4,9 @@
 
 #include <shellapi.h>
 
+#include <memory>
 #include <optional>
+#include <utility>
 
 #include "base/com_apartment.h"
 #include "base/handle.h"
@@ -71,56 +73,80 @@ static bool Exists(const std::wstring& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-static DWORD WINAPI ExecuteInApartment(void* info) noexcept {
+// What the shell is asked to start; copies, because the shell may be at it for longer than it is waited
+// for.
+struct ShellCall {
+    LaunchPlan launch;
+    std::wstring verb;  // empty for the default
+    ULONG mask;
+    int show;
+};
+
+static const wchar_t* NullIfEmpty(const std::wstring& text) {
+    return text.empty() ? nullptr : text.c_str();
+}
+
+static DWORD WINAPI ExecuteInApartment(void* parameter) noexcept {
+    const std::unique_ptr<ShellCall> call(static_cast<ShellCall*>(parameter));
     const ComApartment apartment;
-    return ShellExecuteExW(static_cast<SHELLEXECUTEINFOW*>(info)) ? 1 : 0;
+    SHELLEXECUTEINFOW info = {};
+    info.cbSize = sizeof info;
+    // Launches are not reported: neither a missing program nor a refused elevation opens a box. And nothing
+    // may be left to do when the shell returns: this thread ends then.
+    info.fMask = call->mask | SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
+    info.lpVerb = NullIfEmpty(call->verb);
+    info.lpFile = call->launch.file.c_str();
+    info.lpParameters = NullIfEmpty(call->launch.parameters);
+    info.lpDirectory = NullIfEmpty(call->launch.folder);
+    info.nShow = call->show;
+    return ShellExecuteExW(&info) ? 1 : 0;
+}
+
+// Whether the thread has ended by then. Messages that are sent to this thread are served meanwhile, the
+// keyboard hook's among them.
+static bool WaitServingSentMessages(HANDLE thread, DWORD milliseconds) {
+    const ULONGLONG deadline = GetTickCount64() + milliseconds;
+    for (;;) {
+        const ULONGLONG now = GetTickCount64();
+        const DWORD left = now < deadline ? static_cast<DWORD>(deadline - now) : 0;
+        const DWORD waited = MsgWaitForMultipleObjects(1, &thread, FALSE, left, QS_SENDMESSAGE);
+        if (waited != WAIT_OBJECT_0 + 1) return waited == WAIT_OBJECT_0;
+        MSG message;
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    }
 }
 
 // Most launches come from inside the keyboard hook, and there the system refuses this thread every call to
 // another process by COM, which is how the shell starts many programs and pages. So a thread of its own
-// makes the call. It is waited for, so that launches keep their order; the messages that it may send to
-// this thread's windows on the way are served meanwhile.
-static bool Execute(SHELLEXECUTEINFOW& info) {
-    const UniqueKernelObject thread(CreateThread(nullptr, 0, ExecuteInApartment, &info, 0, nullptr));
+// makes the call. It is waited for, so that launches keep their order; but a shell that asks for rights, or
+// for a file on a computer that does not answer, takes minutes, and so long no hotkey would do anything.
+static bool Execute(ShellCall call) {
+    constexpr DWORD kLongestWait = 10000;
+    auto owned = std::make_unique<ShellCall>(std::move(call));
+    const UniqueKernelObject thread(CreateThread(nullptr, 0, ExecuteInApartment, owned.get(), 0, nullptr));
     if (!thread) return false;
-    const HANDLE handle = thread.Get();
-    while (MsgWaitForMultipleObjects(1, &handle, FALSE, INFINITE, QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1) {
-        MSG message;
-        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
-    }
+    owned.release();  // the thread's from now on
     DWORD started = 0;
-    return GetExitCodeThread(handle, &started) && started != 0;
+    return WaitServingSentMessages(thread.Get(), kLongestWait) &&
+           GetExitCodeThread(thread.Get(), &started) && started != 0;
 }
 
 bool ShellLaunch(const LaunchPlan& launch, const wchar_t* verb) {
-    SHELLEXECUTEINFOW info = {};
-    info.cbSize = sizeof info;
-    // Launches are not reported: neither a missing program nor a refused elevation opens a box.
-    info.fMask = SEE_MASK_DOENVSUBST | SEE_MASK_FLAG_NO_UI;
-    info.lpVerb = verb;
-    info.lpFile = launch.file.c_str();
-    info.lpParameters = launch.parameters.empty() ? nullptr : launch.parameters.c_str();
-    info.lpDirectory = launch.folder.c_str();
-    info.nShow = SW_SHOWNORMAL;
-    return Execute(info);
+    return Execute({launch, verb ? verb : L"", SEE_MASK_DOENVSUBST, SW_SHOWNORMAL});
 }
 
 bool OpenWithShell(const std::wstring& file, const std::wstring& parameters) {
-    SHELLEXECUTEINFOW info = {};
-    info.cbSize = sizeof info;
-    info.fMask = SEE_MASK_FLAG_NO_UI;
-    info.lpVerb = L"open";
-    info.lpFile = file.c_str();
-    info.lpParameters = parameters.c_str();
-    info.nShow = SW_SHOW;
-    return Execute(info);
+    return Execute({{file, parameters, {}}, L"open", 0, SW_SHOW});
 }
 
 bool LaunchCommandLine(bool elevate, const std::wstring& line) {
     std::wstring command = line;
     ReplaceRunTokens(command, CapturedText);
     command = TrimBlanks(command);
-    if (command.empty()) return false;
+    // What Windows passes to no program need not be looked into: a selection of megabytes, each "%PATH%" in
+    // it made a hundred times longer, would fill the memory.
+    constexpr std::size_t kLongestCommandLine = 32767;
+    if (command.empty() || command.size() > kLongestCommandLine) return false;
     const bool withRights = elevate || (GetAsyncKeyState(VK_CONTROL) & 0x8000) != 0;
     return ShellLaunch(PlanLaunch(command, Exists), withRights ? L"runas" : nullptr);
 }

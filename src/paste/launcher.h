@@ -1,5 +1,6 @@
 // Starting programs, documents, folders and shell locations. Each function returns when the shell has done
-// its part; until then messages sent to this thread are served. Failures are not reported to the user.
+// its part, or is still at it after 10 s, which counts as failed; until then messages sent to this thread
+// are served. Failures are not reported to the user.
 #pragma once
 
 #include <string>
