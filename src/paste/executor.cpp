@@ -1,5 +1,7 @@
 #include "paste/executor.h"
 
+#include <utility>
+
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "clipboard/saved_clipboard.h"
@@ -122,11 +124,14 @@ void OnCpyCopyTimer() {
 void OnCpyLaunchTimer() {
     SendCopy();
     Sleep(100);
-    ReplaceRunTokens(pendingProgram.program, CapturedText);
-    ReplaceRunTokens(pendingProgram.parameters, CapturedText);
-    ReplaceAll(pendingProgram.parameters, L"%cpy%", CapturedText);
-    ReplaceAll(pendingProgram.parameters, L"%nc%", L"");
-    OpenWithShell(pendingProgram.program, pendingProgram.parameters);
+    // Taken out, because a hotkey pressed while the shell is at it may name the next program.
+    ProgramAndParameters command = std::exchange(pendingProgram, {});
+    ReplaceRunTokens(command.program, CapturedText);
+    ReplaceRunTokens(command.parameters, CapturedText);
+    // Those that the selection brought along; bounded, because it may hold thousands.
+    ReplaceToken(command.parameters, L"%cpy%", CapturedText);
+    ReplaceAll(command.parameters, L"%nc%", L"");
+    OpenWithShell(command.program, command.parameters);
 }
 
 }  // namespace verbatix
