@@ -118,6 +118,8 @@ void DeleteEntry() {
 }
 
 void TestEntry() {
+    // An entry that shows a box or a dialog is still running; the hook would take it for ended after this.
+    if (keyboardHook.trigger.busy) return;
     if (editor.position < 0 || !SaveEdits(Warn::kAlways)) return;
     const std::wstring text = mainWindow.entries.at(editor.position).current.text;
     const HWND target = WindowBehind();
