@@ -24,14 +24,15 @@ struct Caption {
     int text;
 };
 
+constexpr int kEntriesText = 1151;
+
 constexpr Caption kCaptions[] = {
-    {IDC_FILTER_CAPTION, 1150},   {IDC_LIST, 1151},
-    {IDC_LIST_CAPTION, 1151},     {IDC_TREE, 1151},
-    {IDC_TREE_CAPTION, 1151},     {IDC_LABEL_CAPTION, 1045},
-    {IDC_MODIFIER_CAPTION, 1046}, {IDC_KEY_CAPTION, 1047},
-    {IDC_TEXT_CAPTION, 1048},     {CMD_NEW_ENTRY, 1040},
-    {CMD_COPY_ENTRY, 1041},       {CMD_DELETE_ENTRY, 1042},
-    {CMD_TEST_ENTRY, 1043},       {IDC_INSERT, 1044},
+    {IDC_FILTER_CAPTION, 1150},       {IDC_LIST_CAPTION, kEntriesText},
+    {IDC_TREE_CAPTION, kEntriesText}, {IDC_LABEL_CAPTION, 1045},
+    {IDC_MODIFIER_CAPTION, 1046},     {IDC_KEY_CAPTION, 1047},
+    {IDC_TEXT_CAPTION, 1048},         {CMD_NEW_ENTRY, 1040},
+    {CMD_COPY_ENTRY, 1041},           {CMD_DELETE_ENTRY, 1042},
+    {CMD_TEST_ENTRY, 1043},           {IDC_INSERT, 1044},
 };
 
 // What works only with an entry.
@@ -161,6 +162,10 @@ std::wstring FieldText(int control) {
 
 void RelabelEditor() {
     for (const Caption& caption : kCaptions) SetFieldText(caption.control, LanguageText(caption.text));
+    // By the name a screen reader finds the view itself; the access key is its caption's.
+    std::wstring views = LanguageText(kEntriesText);
+    ReplaceAll(views, L"&", L"");
+    for (const int view : {IDC_LIST, IDC_TREE}) SetFieldText(view, views);
     const HWND modifiers = Control(IDC_MODIFIER);
     const LRESULT chosen = SendMessageW(modifiers, CB_GETCURSEL, 0, 0);
     SendMessageW(modifiers, CB_RESETCONTENT, 0, 0);

@@ -14,14 +14,12 @@ namespace verbatix {
 // Gives the control its columns: hotkey in display form, label, text.
 void SetUpListView(HWND list);
 
-// Collects the entries to show, by filter and order, and makes list and tree show them. With
-// `keepSelection` the selected entry stays selected, and shown as long as the filter has not changed;
-// otherwise none is.
 // Shows the columns' titles in the language that is active now.
 void RelabelColumns(HWND list);
 
-// Collects the entries to show, by filter and order, and makes the control ask anew. With `keepSelection`
-// the selected entry stays selected, and shown as long as the filter has not changed; otherwise none is.
+// Collects the entries to show, by filter and order, and makes list and tree show them. With
+// `keepSelection` the selected entry stays selected, and shown as long as the filter has not changed;
+// otherwise none is.
 void RefreshListView(bool keepSelection);
 
 // Selects the entry at that position and scrolls it into sight; a filter that hides it is taken away. One

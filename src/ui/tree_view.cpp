@@ -195,6 +195,10 @@ void ShowChosenView() {
     ShowWindow(shown, SW_SHOW);
     if (hasKeyboard) SetFocus(shown);
     ShowWindow(other, SW_HIDE);
+    // Captions without size: they are there for the access key, which a hidden one would not have.
+    const bool isTree = shown == mainWindow.tree;
+    ShowWindow(GetDlgItem(mainWindow.window, IDC_TREE_CAPTION), isTree ? SW_SHOW : SW_HIDE);
+    ShowWindow(GetDlgItem(mainWindow.window, IDC_LIST_CAPTION), isTree ? SW_HIDE : SW_SHOW);
 }
 
 void RefreshTree(int selected, bool filtered) {

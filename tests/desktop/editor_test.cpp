@@ -253,8 +253,18 @@ TEST_F(EditorTest, AColumnClickSortsAndIsRemembered) {
 
 TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     Start({{L"Ctrl+Q", L"one", L"First"}});
+    const auto hasKeyboard = [this](int id) {
+        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
+               info.hwndFocus == Control(id);
+    };
+    PlayStroke({VK_LMENU}, 'X');
+    EXPECT_TRUE(WaitFor([&] { return hasKeyboard(IDC_TEXT); }));
+    PlayStroke({VK_LMENU}, 'E');
+    EXPECT_TRUE(WaitFor([&] { return hasKeyboard(IDC_LIST); }));
     PlayStroke({VK_LMENU}, 'N');
     ASSERT_TRUE(Becomes(IDC_TEXT, L"???Text"));
+    EXPECT_TRUE(hasKeyboard(IDC_TEXT));
     for (const BYTE key : {'H', 'E', 'L', 'L', 'O'}) PlayStroke({}, key);
     EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
     PlayStroke({VK_LMENU}, 'L');
@@ -312,7 +322,7 @@ TEST_F(EditorTest, NothingOverlapsAtTheSmallestSize) {
         MapWindowPoints(nullptr, dialog_, reinterpret_cast<POINT*>(&place), 2);
         const int id = GetDlgCtrlID(child);
         // One of list and tree, and names for programs that read the screen out.
-        if (!(GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE)) continue;
+        if (!(GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) || IsRectEmpty(&place)) continue;
         EXPECT_GT(place.bottom - place.top, 8) << id;
         EXPECT_GE(place.left, 0) << id;
         EXPECT_LE(place.right, client.right) << id;
