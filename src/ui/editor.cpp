@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
@@ -92,10 +94,14 @@ void FillFields(const ListEntry& entry) {
     editor.filling = false;
 }
 
+// Several notifications of one click may ask for it while the box is up.
 void WarnOfLongText() {
+    static bool isShown = false;
     editor.warned = true;
+    if (std::exchange(isShown, true)) return;
     MessageBoxW(mainWindow.window, (LanguageText(55) + L": 4000").c_str(), kProductName,
                 MB_OK | MB_ICONWARNING);
+    isShown = false;
 }
 
 void Changed() {

@@ -150,6 +150,19 @@ TEST_F(EditorTest, ATextBeyondTheLimitIsToldOfAndNotTaken) {
     SendMessageW(box, WM_COMMAND, IDOK, 0);
     EXPECT_FALSE(FileHolds(L"Ctrl+Q=ab"));
     EXPECT_EQ(Text(IDC_COUNTER), L"Text (4001/4000)");
+    // Another row: one box, however many notifications the click has, and the selection comes back.
+    ClickRow(1);
+    ASSERT_TRUE(WaitFor([&] { return !IsWindowEnabled(dialog_); }));
+    Linger(200);
+    int boxes = -1;  // the window itself has their class and title
+    for (HWND next = nullptr; (next = FindWindowExW(nullptr, next, L"#32770", L"Verbatix"));) {
+        box = next == dialog_ ? box : next;
+        ++boxes;
+    }
+    EXPECT_EQ(boxes, 1);
+    SendMessageW(box, WM_COMMAND, IDOK, 0);
+    ASSERT_TRUE(WaitFor([&] { return IsWindowEnabled(dialog_) != FALSE; }));
+    EXPECT_EQ(Text(IDC_COUNTER), L"Text (4001/4000)");
     Type(IDC_TEXT, L"\b");
     EXPECT_TRUE(FileGets(L"Ctrl+Q=a" + text + L"<E<N<D|"));
 }
