@@ -86,12 +86,15 @@ void PaintStatusBar(HWND bar) {
     SetTextColor(canvas, kText);
     const HGDIOBJ before =
         SelectObject(canvas, reinterpret_cast<HFONT>(SendMessageW(bar, WM_GETFONT, 0, 0)));
-    const auto parts = static_cast<WPARAM>(SendMessageW(bar, SB_GETPARTS, 0, 0));
+    // A text across the whole bar stands in place of the parts.
+    const bool isSimple = SendMessageW(bar, SB_ISSIMPLE, 0, 0) != 0;
+    const auto parts = isSimple ? 1U : static_cast<WPARAM>(SendMessageW(bar, SB_GETPARTS, 0, 0));
     for (WPARAM part = 0; part < parts; ++part) {
-        std::wstring text(LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, part, 0)) + 1U, L'\0');
-        SendMessageW(bar, SB_GETTEXTW, part, reinterpret_cast<LPARAM>(text.data()));
-        RECT place = {};
-        SendMessageW(bar, SB_GETRECT, part, reinterpret_cast<LPARAM>(&place));
+        const WPARAM source = isSimple ? SB_SIMPLEID : part;
+        std::wstring text(LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, source, 0)) + 1U, L'\0');
+        SendMessageW(bar, SB_GETTEXTW, source, reinterpret_cast<LPARAM>(text.data()));
+        RECT place = all;
+        if (!isSimple) SendMessageW(bar, SB_GETRECT, part, reinterpret_cast<LPARAM>(&place));
         const RECT line = {place.right - 1, place.top + 2, place.right, place.bottom - 2};
         SetDCBrushColor(canvas, kLine);
         if (part + 1 < parts) FillRect(canvas, &line, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
@@ -163,6 +166,14 @@ HBRUSH DarkControlColors(HDC canvas, UINT message, HWND control) {
     SetTextColor(canvas, IsWindowEnabled(control) ? kText : kFaint);
     SetBkColor(canvas, back);
     return Brush(back);
+}
+
+void OnSystemColorsChanged(HWND dialog) {
+    for (HWND control = GetWindow(dialog, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
+        SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
+    }
+    ApplyTheme(dialog);
+    ColorViews(dialog);
 }
 
 void OnSettingChange(HWND dialog, LPARAM area) {

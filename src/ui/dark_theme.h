@@ -19,6 +19,10 @@ void ApplyTheme(HWND dialog);
 // them to Windows.
 HBRUSH DarkControlColors(HDC canvas, UINT message, HWND control);
 
+// WM_SYSCOLORCHANGE, which only the top window gets: the theme anew, a high-contrast scheme may have come
+// or gone, and the colours of the controls.
+void OnSystemColorsChanged(HWND dialog);
+
 // WM_SETTINGCHANGE: applies the theme anew when what has changed may concern it.
 void OnSettingChange(HWND dialog, LPARAM area);
 

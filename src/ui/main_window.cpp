@@ -180,6 +180,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);
         case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), FALSE;
+        case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLOREDIT:
