@@ -175,7 +175,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         // Asked and told: whichever comes first, nothing may be waiting for a timer then. No question: the
         // session does not wait for an answer.
         case WM_QUERYENDSESSION:
-        case WM_ENDSESSION: return SaveWithoutAsking(), FALSE;
+        case WM_ENDSESSION: return SaveWithoutAsking(), RememberWindowPlace(dialog), FALSE;
         case WM_CLOSE: return CloseMainWindow(), TRUE;
         case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);

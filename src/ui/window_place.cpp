@@ -39,6 +39,11 @@ bool RestoreWindowPlace(HWND window) {
     MONITORINFO monitor = {};
     monitor.cbSize = sizeof monitor;
     if (GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor)) {
+        // Of a maximised window the normal position is stored, which counts from the work area.
+        if (stored->show != SW_SHOWNORMAL) {
+            OffsetRect(&place, static_cast<int>(monitor.rcWork.left - monitor.rcMonitor.left),
+                       static_cast<int>(monitor.rcWork.top - monitor.rcMonitor.top));
+        }
         place = PlaceOnScreen(place, monitor.rcWork);
     }
     SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
