@@ -117,8 +117,15 @@ void Move(int rows) {
                  static_cast<WPARAM>(std::clamp<LRESULT>(next, 0, count - 1)), 0);
 }
 
+// With these held a key is the text's own: Shift+Tab leaves it, Shift and an arrow select.
+bool IsForText() {
+    return GetKeyState(VK_SHIFT) < 0 || GetKeyState(VK_CONTROL) < 0;
+}
+
 // True when the key was for the list. Other keys close it; letters open it anew.
 bool HandleKey(WPARAM key) {
+    const bool moves = key == VK_TAB || key == VK_RETURN || key == VK_UP || key == VK_DOWN;
+    if (moves && IsForText()) return CloseSuggestions(), false;
     switch (key) {
         case VK_DOWN: return Move(1), true;
         case VK_UP: return Move(-1), true;
