@@ -60,6 +60,7 @@ void Nothing(int, LPARAM) {}
 // Opened for writing once before it is shown: that tells a file that is there from one that is not, and an
 // editor is not started on nothing.
 void OpenSettingsFile() {
+    SaveEdits(Warn::kOnce);
     UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!check) return;
@@ -73,6 +74,7 @@ void OpenFolder(const std::wstring& folder) {
 
 void RunBackup(int id) {
     constexpr int kBeforeFirst = 4000;
+    SaveEdits(Warn::kOnce);  // into the copy too
     BackupCommand(id - kBeforeFirst, {mainWindow.window, OpenFolder});
 }
 
