@@ -165,6 +165,11 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
         case WM_SHOWWINDOW: return OnShowWindow(wParam != 0), FALSE;
         case WM_COMMAND: return RouteCommand(wParam, lParam);
+        case WM_INITMENU:
+            // The selection has changed since, and the registry may have.
+            if (reinterpret_cast<HMENU>(wParam) == mainWindow.menuBar)
+                RefreshMenuChecks(mainWindow.menuBar);
+            return TRUE;
         case WM_MENUCOMMAND: return OnMenuCommand(dialog, wParam, lParam), TRUE;
         case WM_NOTIFY:
             SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<const NMHDR*>(lParam)));

@@ -9,14 +9,16 @@
 #include "ui/autostart.h"
 #include "ui/commands.h"
 #include "ui/language_menu.h"
+#include "ui/list_view.h"
 #include "ui/main_window.h"
+#include "ui/tree_view.h"
 
 namespace verbatix {
 
 namespace {
 
-// A row of a menu: `depth` 1 stands in it, 2 in the submenu above it. A row without id opens a submenu; one
-// without text draws a line.
+// A row of a menu: `depth` 1 stands in it, 2 and 3 in the submenu above it. A row without id opens a
+// submenu; one without text draws a line.
 struct Row {
     int depth;
     int id;
@@ -121,6 +123,16 @@ std::optional<bool> IsChecked(int id) {
     return id == CMD_START_WITH_WINDOWS ? StartsWithWindows() : IsSettingChecked(id);
 }
 
+// What would do nothing is grey.
+bool IsEnabled(int id) {
+    switch (id) {
+        case CMD_EXPAND_ALL:
+        case CMD_COLLAPSE_ALL: return settings.showTree != 0;
+        case CMD_EXPORT_SELECTION: return SelectedEntry() >= 0 || SelectedNode() >= 0;
+        default: return true;
+    }
+}
+
 void RefreshMenu(HMENU menu) {
     for (int position = GetMenuItemCount(menu) - 1; position >= 0; --position) {
         if (const HMENU submenu = GetSubMenu(menu, position)) {
@@ -128,6 +140,8 @@ void RefreshMenu(HMENU menu) {
             continue;
         }
         const int id = static_cast<int>(GetMenuItemID(menu, position));
+        EnableMenuItem(menu, static_cast<UINT>(position),
+                       MF_BYPOSITION | (IsEnabled(id) ? MF_ENABLED : MF_GRAYED));
         if (const std::optional<bool> on = IsChecked(id)) {
             CheckMenuItem(menu, static_cast<UINT>(position),
                           MF_BYPOSITION | (*on ? MF_CHECKED : MF_UNCHECKED));

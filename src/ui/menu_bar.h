@@ -15,7 +15,7 @@ HMENU CreateOptionsMenu();
 // Gives the main window a new bar, in the language that is active now.
 void RebuildMenuBar();
 
-// Shows which options are on.
+// Shows which options are on, and greys what would do nothing now.
 void RefreshMenuChecks(HMENU menuBar);
 
 // Turns the choice of a WM_MENUCOMMAND into the WM_COMMAND with the menu bar's marker.

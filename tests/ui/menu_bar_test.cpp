@@ -36,6 +36,13 @@ TEST(MenuBar, ShowsWhatIsOn) {
     wchar_t name[20] = {};
     GetMenuStringW(bar, CMD_LANGUAGE_FIRST + 77, name, 20, MF_BYCOMMAND);
     EXPECT_STREQ(name, L"A && B");
+    const auto isGrey = [bar](UINT id) { return (GetMenuState(bar, id, MF_BYCOMMAND) & MF_GRAYED) != 0; };
+    for (const int tree : {0, 1}) {
+        settings.showTree = tree;
+        RefreshMenuChecks(bar);
+        EXPECT_EQ(isGrey(CMD_EXPAND_ALL), tree == 0);
+        EXPECT_TRUE(isGrey(CMD_EXPORT_SELECTION)) << "nothing is selected";
+    }
     // By the registry alone, whoever has changed it.
     ASSERT_TRUE(SetStartWithWindows(true));
     settings.useAutocomplete = 0;
