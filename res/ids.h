@@ -65,7 +65,11 @@
 #define CMD_WRITE_EXCHANGE_FILE 1122
 #define CMD_COPY_AS_TEXT 1123
 #define CMD_SUGGEST_WORDS 1124
+#define CMD_TOPMOST 1014
 #define CMD_START_WITH_WINDOWS 3003
+#define CMD_SOFT_PAINT 3005
+#define CMD_SET_FOCUS 3006
+#define CMD_SIZE_FIRST 3010  // and the two behind it: one a size
 #define CMD_LANGUAGE_FIRST 50000  // and the number of the language
 #define CMD_LANGUAGE_LAST 59999
 

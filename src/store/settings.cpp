@@ -27,9 +27,9 @@ constexpr auto kMain = SettingGroup::kMain;
 constexpr SettingRow kTable[] = {
     {L"lng", kProgramSection, &Settings::language, kStart, 0, 0},
     {L"disable_dark_theme", kProgramSection, &Settings::disableDarkTheme, kStart, 3004, 0},
-    {L"soft_paint", kProgramSection, &Settings::softPaint, kStart, 0, 0},
+    {L"soft_paint", kProgramSection, &Settings::softPaint, kStart, CMD_SOFT_PAINT, 0},
     {L"m_use_system_icons", kProductSection, &Settings::useSystemIcons, kMain, 0, 0},
-    {L"m_set_focus", kProgramSection, &Settings::setFocus, kMain, 0, 0},
+    {L"m_set_focus", kProgramSection, &Settings::setFocus, kMain, CMD_SET_FOCUS, 0},
     {L"m_grouping", kProgramSection, &Settings::grouping, kMain, 40013, 0},
     {L"m_show_tree", kProgramSection, &Settings::showTree, kMain, 32800, 0},
     {L"tray_if_close", kProgramSection, &Settings::trayIfClose, kMain, 2, 0},
@@ -37,7 +37,7 @@ constexpr SettingRow kTable[] = {
     {L"start_tray", kProgramSection, &Settings::startTray, kMain, 3, 0},
     {L"start_hiden", kProgramSection, &Settings::startHidden, kMain, 4, 0},
     {L"tray_if_minimize", kProgramSection, &Settings::trayIfMinimize, kMain, 5, 0},
-    {L"topmost", kProgramSection, &Settings::topmost, kMain, 0, 0},
+    {L"topmost", kProgramSection, &Settings::topmost, kMain, CMD_TOPMOST, 0},
     {L"use_time_format", kProgramSection, &Settings::useTimeFormat, kMain, 1113, 0},
     {L"use_date_format", kProgramSection, &Settings::useDateFormat, kMain, 1112, 0},
     {L"restore_old_clipboard", kProgramSection, &Settings::restoreOldClipboard, kMain, 1115, 0},
@@ -51,7 +51,7 @@ constexpr SettingRow kTable[] = {
     {L"use_backup_d", kProgramSection, &Settings::useBackupDaily, kMain, 4002, 0},
     {L"use_autocomplete", kProgramSection, &Settings::useAutocomplete, kMain, CMD_SUGGEST_WORDS, 0},
     {L"hide_info", kProgramSection, &Settings::hideInfo, kMain, 0, 0},
-    {L"size", kProgramSection, &Settings::size, kMain, 0, 0},
+    {L"size", kProgramSection, &Settings::size, kMain, CMD_SIZE_FIRST, 3},
 };
 
 const SettingRow* RowOfCommand(int command) {

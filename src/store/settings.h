@@ -12,7 +12,7 @@ namespace verbatix {
 // Values as the program uses them, with what holds where the file says nothing. 0 or 1 unless noted.
 struct Settings {
     int useSystemIcons = 1;
-    int setFocus = 0;
+    int setFocus = 0;  // 1: the keyboard goes to the list after actions, not to the text
     int grouping = 1;
     int showTree = 0;
     int trayIfClose = 1;
@@ -33,11 +33,11 @@ struct Settings {
     int useBackupHourly = 0;
     int useBackupDaily = 0;
     int useAutocomplete = 1;
-    int size = 0;
+    int size = 0;      // 0, 1, 2: of the texts in list, tree and editor
     int hideInfo = 0;  // 1 once the notice about hiding has been shown
     int language = 0;  // set to the system's language before it is read
     int disableDarkTheme = 0;
-    int softPaint = 1;
+    int softPaint = 1;  // the list is drawn in memory first
 };
 
 extern Settings settings;

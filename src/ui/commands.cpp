@@ -32,6 +32,7 @@
 #include "ui/rename.h"
 #include "ui/restart.h"
 #include "ui/tree_view.h"
+#include "ui/view_look.h"
 #include "ui/web_pages.h"
 #include "ui/word_completion.h"
 
@@ -78,9 +79,15 @@ void RunBackup(int id) {
     BackupCommand(id - kBeforeFirst, {mainWindow.window, OpenFolder});
 }
 
-void SwitchTopmost() {
-    ChangeSetting(&Settings::topmost, settings.topmost ? 0 : 1);
+void SwitchTopmost(int id) {
+    RunSettingCommand(id);
     ApplyTopmost();
+    RefreshMenuChecks(mainWindow.menuBar);
+}
+
+void SwitchLook(int id) {
+    RunSettingCommand(id);
+    ApplyViewLook(mainWindow.window);
 }
 
 void SwitchDarkTheme(int id) {
@@ -151,6 +158,7 @@ constexpr Command kMenuBarCommands[] = {
     {5, kSwitchOption},  // to the tray on minimise
     {6, kSwitchOption},  // hide on close
     {7, Call<HideMainWindow>},
+    {CMD_TOPMOST, CallWithId<SwitchTopmost>},
     {1018, CallWithId<OpenWebPageOf>},  // the program's page
     {1112, kSwitchOption},              // date codes
     {1113, kSwitchOption},              // time codes
@@ -173,11 +181,16 @@ constexpr Command kMenuBarCommands[] = {
     {3002, kSwitchOption},                 // order numbers in the paste menu
     {CMD_START_WITH_WINDOWS, Call<SwitchStartWithWindows>},
     {3004, CallWithId<SwitchDarkTheme>},  // never dark
-    {4001, CallWithId<RunBackup>},        // every hour
-    {4002, CallWithId<RunBackup>},        // every day
-    {4003, CallWithId<RunBackup>},        // now
-    {4004, CallWithId<RunBackup>},        // open the folder
-    {4005, CallWithId<OpenWebPageOf>},    // help on backups
+    {CMD_SOFT_PAINT, CallWithId<SwitchLook>},
+    {CMD_SET_FOCUS, kSwitchOption},
+    {CMD_SIZE_FIRST, CallWithId<SwitchLook>},
+    {CMD_SIZE_FIRST + 1, CallWithId<SwitchLook>},
+    {CMD_SIZE_FIRST + 2, CallWithId<SwitchLook>},
+    {4001, CallWithId<RunBackup>},      // every hour
+    {4002, CallWithId<RunBackup>},      // every day
+    {4003, CallWithId<RunBackup>},      // now
+    {4004, CallWithId<RunBackup>},      // open the folder
+    {4005, CallWithId<OpenWebPageOf>},  // help on backups
     {12800, Call<RestartElevated>},
     {12801, Call<OpenElevatedPrompt>},
     {12802, CallWithId<ExitProgram>},
@@ -193,7 +206,7 @@ constexpr Command kMenuBarCommands[] = {
 constexpr Command kMainCommands[] = {
     {1, Nothing},  // Enter in the dialog
     {5, Call<SendToTray>},
-    {1014, Call<SwitchTopmost>},
+    {CMD_TOPMOST, CallWithId<SwitchTopmost>},
     {1018, CallWithId<OpenWebPageOf>},  // the program's page
     {CMD_NEW_ENTRY, Call<NewEntry>},
     {CMD_COPY_ENTRY, Call<CopyEntry>},

@@ -10,10 +10,12 @@
 #include "ids.h"
 #include "paste/executor.h"
 #include "store/list_file.h"
+#include "store/settings.h"
 #include "ui/editor.h"
 #include "ui/list_view.h"
 #include "ui/main_window.h"
 #include "ui/tree_view.h"
+#include "ui/view_look.h"
 
 namespace verbatix {
 
@@ -39,9 +41,8 @@ void AddAndShow(const ListEntry& record) {
     RebuildHotkeyTables(false);
     SelectEntry(position);
     ShowInEditor(position);
-    const HWND text = GetDlgItem(mainWindow.window, IDC_TEXT);
-    SetFocus(text);
-    SendMessageW(text, EM_SETSEL, 0, -1);
+    SendDlgItemMessageW(mainWindow.window, IDC_TEXT, EM_SETSEL, 0, -1);
+    FocusAfterAction();
 }
 
 bool IsTestTarget(HWND window) {
@@ -122,6 +123,7 @@ void TestEntry() {
     if (keyboardHook.trigger.busy) return;
     if (editor.position < 0 || !SaveEdits(Warn::kAlways)) return;
     const std::wstring text = mainWindow.entries.at(editor.position).current.text;
+    if (settings.setFocus) FocusAfterAction();
     const HWND target = WindowBehind();
     constexpr int kNoWindowBehind = 1153;
     if (!target || !GiveForeground(target)) return Tell(kNoWindowBehind);

@@ -26,6 +26,7 @@
 #include "ui/rename.h"
 #include "ui/timers.h"
 #include "ui/tree_view.h"
+#include "ui/view_look.h"
 #include "ui/window_place.h"
 #include "ui/word_completion.h"
 
@@ -101,6 +102,7 @@ static void OnInitDialog(HWND dialog) {
     LoadSettings();
     StartWordCompletion();
     ApplyTopmost();
+    ApplyViewLook(dialog);
     ShowChosenView();
     mainWindow.listClient.window = dialog;
     mainWindow.listClient.refreshViews = RefreshListView;
@@ -209,6 +211,7 @@ void ShowMainWindow() {
     ShowWindow(mainWindow.window, IsIconic(mainWindow.window) ? SW_RESTORE : SW_SHOW);
     mainWindow.broughtToFrontAt = GetTickCount64();
     BringToFront(mainWindow.window);
+    if (settings.setFocus) SetFocus(ShownView());
 }
 
 }  // namespace verbatix

@@ -73,6 +73,14 @@ constexpr Row kOptionRows[] = {
     {2, 0, 0},
     {2, 4003, 1123},
     {2, 4004, 1124},
+    {1, 0, 1032},  // the window
+    {2, CMD_TOPMOST, 1131},
+    {2, CMD_SET_FOCUS, 1143},
+    {2, CMD_SOFT_PAINT, 1142},
+    {2, 0, 1144},  // size
+    {3, CMD_SIZE_FIRST, 1350},
+    {3, CMD_SIZE_FIRST + 1, 1351},
+    {3, CMD_SIZE_FIRST + 2, 1352},
     {1, 0, 1030},  // language
     {2, kLanguageRows, 1135},
     {1, 0, 0},
@@ -107,7 +115,7 @@ void AppendRow(HMENU menu, const Row& row) {
 }
 
 void AppendRows(HMENU menu, std::span<const Row> rows) {
-    HMENU open[] = {nullptr, menu, nullptr};
+    HMENU open[] = {nullptr, menu, nullptr, nullptr};
     for (const Row& row : rows) {
         if (row.id == 0 && row.text != 0) {
             open[row.depth + 1] = CreatePopupMenu();

@@ -42,10 +42,12 @@ bool IsOpen() {
 // Not owned by the text field, which would lose the focus to it; and a list that is clicked wants the
 // focus, hence the message loop takes its clicks away.
 HWND Popup() {
-    if (IsWindow(completion.popup)) return completion.popup;
-    completion.popup = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, WC_LISTBOXW,
-                                       nullptr, WS_POPUP | WS_BORDER | LBS_NOTIFY, 0, 0, 10, 10,
-                                       mainWindow.window, nullptr, GetModuleHandleW(nullptr), nullptr);
+    if (!IsWindow(completion.popup)) {
+        completion.popup = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, WC_LISTBOXW,
+                                           nullptr, WS_POPUP | WS_BORDER | LBS_NOTIFY, 0, 0, 10, 10,
+                                           mainWindow.window, nullptr, GetModuleHandleW(nullptr), nullptr);
+    }
+    // Every time: the text's font may have changed its size.
     SendMessageW(completion.popup, WM_SETFONT,
                  static_cast<WPARAM>(SendMessageW(TextField(), WM_GETFONT, 0, 0)), FALSE);
     return completion.popup;

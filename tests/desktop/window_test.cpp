@@ -177,6 +177,29 @@ TEST_F(MainDialog, ComesBackOntoTheScreen) {
     EXPECT_GE(place.top, 0);
 }
 
+TEST_F(MainDialog, TheWindowMenuChangesHowItLooks) {
+    Start(L"size=77\r\n");
+    const HWND list = GetDlgItem(dialog_, IDC_LIST);
+    const auto rowsInSight = [&] { return SendMessageW(list, LVM_GETCOUNTPERPAGE, 0, 0); };
+    const auto isBuffered = [&] {
+        return (SendMessageW(list, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_DOUBLEBUFFER) != 0;
+    };
+    const auto isOnTop = [&] { return (GetWindowLongPtrW(dialog_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+    LRESULT before = rowsInSight() + 1;
+    for (const WPARAM size : {0U, 1U, 2U}) {
+        Send(CMD_SIZE_FIRST + size, kMarker);
+        EXPECT_EQ(ReadSetting(run_, L"Program", L"size"), static_cast<int>(size));
+        EXPECT_LT(rowsInSight(), before);
+        before = rowsInSight();
+    }
+    for (const bool on : {false, true}) {
+        Send(CMD_SOFT_PAINT, kMarker);
+        EXPECT_EQ(isBuffered(), on);
+        Send(CMD_TOPMOST, on ? kMarker : 0);
+        EXPECT_EQ(isOnTop(), !on);
+    }
+}
+
 TEST_F(MainDialog, FollowsTheDarkModeOfWindowsUnlessForbidden) {
     constexpr const wchar_t* kKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
     const auto setLight = [&](DWORD light) {

@@ -4,6 +4,7 @@
 
 #include <climits>
 
+#include "ids.h"
 #include "store/ini_files.h"
 #include "store/list_hotkeys.h"
 #include "store/profile.h"
@@ -78,6 +79,9 @@ TEST(Settings, CommandsFlipAndSetAndWriteAtOnce) {
         {1112, L"use_date_format"},
         {1115, L"restore_old_clipboard"},
         {3000, L"use_ignore_case"},
+        {CMD_TOPMOST, L"topmost"},
+        {CMD_SET_FOCUS, L"m_set_focus"},
+        {CMD_SOFT_PAINT, L"soft_paint"},
     };
     for (const auto& [command, key] : rows) {
         const bool before = IsSettingChecked(command).value();
