@@ -69,7 +69,7 @@
 #define CMD_START_WITH_WINDOWS 3003
 #define CMD_SOFT_PAINT 3005
 #define CMD_SET_FOCUS 3006
-#define CMD_SIZE_FIRST 3010  // and the two behind it: one a size
+#define CMD_SIZE_FIRST 3010       // and the two behind it: one a size
 #define CMD_LANGUAGE_FIRST 50000  // and the number of the language
 #define CMD_LANGUAGE_LAST 59999
 

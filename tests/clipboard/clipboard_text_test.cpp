@@ -3,11 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "base/text.h"
 #include "clipboard/clipboard_session.h"
-#include "clipboard/format_names.h"
 #include "support/foreign_clipboard.h"
 
 namespace verbatix {
@@ -43,10 +40,6 @@ TEST(ClipboardSession, IsClosedOnceAndKeepsNothingThatIsRefused) {
         EXPECT_EQ(CountClipboardFormats(), 0);
     }
     EXPECT_FALSE(CloseClipboard()) << "left open";
-    const UniqueGlobal longer = MakeClipboardBlock("abc", 6);
-    EXPECT_EQ(LockedBlock(longer.Get()).Bytes().substr(0, 6), std::string_view("abc\0\0\0", 6));
-    const UniqueGlobal shorter = MakeClipboardBlock("abcdef", 2);
-    EXPECT_EQ(LockedBlock(shorter.Get()).Bytes().substr(0, 2), "ab");
     EXPECT_FALSE(MakeClipboardBlock("abc", SIZE_MAX / 2));
     EXPECT_FALSE(LockedBlock(nullptr));
 }
@@ -75,11 +68,6 @@ TEST(ClipboardText, ComesBackAsItWasPutAndReplacesEveryFormat) {
         EXPECT_TRUE(ClipboardGetText(read));
         EXPECT_EQ(read, text);
     }
-    const std::pair<std::string_view, const wchar_t*> blocks[] = {
-        {{}, L""}, {"a", L"a"}, {{"a\0b", 3}, L"ab"}, {{"a\0b\0", 4}, L"ab"}, {{"\0\0b\0", 4}, L""}};
-    for (const auto& [bytes, text] : blocks) EXPECT_EQ(WideTextOf(bytes), text);
-    EXPECT_EQ(AnsiTextOf({"a\0b", 3}), L"a");
-    EXPECT_EQ(AnsiTextOf("abc"), L"abc");
 }
 
 TEST(ClipboardText, IsNeitherReadNorChangedWhereThatCannotBe) {
@@ -108,35 +96,6 @@ TEST(ClipboardText, IsNeitherReadNorChangedWhereThatCannotBe) {
         EXPECT_TRUE(readsNothing());
     }
     EXPECT_EQ(ReadForeign(CF_UNICODETEXT).substr(0, 14), WideBytes(L"theirs"));
-}
-
-TEST(ClipboardFormatName, GoesByIdAndByStandardName) {
-    const std::wstring longName(255, L'n');
-    const std::pair<UINT, std::wstring> names[] = {
-        {CF_TEXT, L"TEXT"},
-        {CF_DIBV5, L"DIBV5"},
-        {18, L"MAX"},
-        {CF_GDIOBJLAST, L"GDI OBJECT LAST"},
-        {19, L""},
-        {0xFFFFFFFF, L""},
-        {RegisterClipboardFormatW(L"HTML Format"), L"HTML Format"},
-        {RegisterClipboardFormatW(longName.c_str()), longName},
-    };
-    wchar_t name[kFormatNameCapacity];
-    for (const auto& [format, expected] : names) {
-        std::fill(std::begin(name), std::end(name), L'#');
-        EXPECT_EQ(ClipboardFormatName(format, name), 0u);
-        EXPECT_EQ(name, expected) << format;
-    }
-    const std::pair<const wchar_t*, UINT> formats[] = {
-        {L"text", CF_TEXT}, {L"Unicode Text", CF_UNICODETEXT}, {L"max", 18}, {L"", 0}, {L"TEX", 0},
-        {L"HTML Format", 0}};
-    for (const auto& [text, format] : formats) {
-        CopyText(name, text);
-        EXPECT_EQ(ClipboardFormatName(0, name), format) << text;
-    }
-    std::fill(std::begin(name), std::end(name), L'T');  // without terminator
-    EXPECT_EQ(ClipboardFormatName(0, name), 0u);
 }
 
 }  // namespace

@@ -4,16 +4,12 @@
 
 #include "clipboard/clipboard_text.h"
 #include "clipboard/saved_clipboard.h"
-#include "support/debug_lines.h"
-#include "support/folder.h"
 #include "support/foreign_clipboard.h"
-#include "support/process.h"
+#include "support/program_run.h"
 #include "support/wait.h"
 
 namespace verbatix {
 namespace {
-
-using test::WaitFor;
 
 std::wstring ClipboardNow() {
     std::wstring text;
@@ -21,36 +17,24 @@ std::wstring ClipboardNow() {
     return text;
 }
 
-// Somebody else's window with the keyboard.
-class Target {
-  public:
-    Target() : process_(L"\"" + test::HelperPath(L"target_window.exe") + L"\"") {
-        const HWND window = process_.WaitForVisibleWindow(L"VerbatixTestTarget");
-        edit_ = FindWindowExW(window, nullptr, L"EDIT", nullptr);
-        WaitFor([&] { return GetForegroundWindow() == window; });
-        process_.WaitForIdle();
-    }
-    std::wstring Text() const { return test::WindowText(edit_); }
-    bool Shows(const std::wstring& text) const {
-        return WaitFor([&] { return Text() == text; });
-    }
+class Slots : public testing::Test {
+  protected:
     void Select(const wchar_t* text) const {
-        SendMessageW(edit_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
-        SendMessageW(edit_, EM_SETSEL, 0, -1);
+        target_.SetText(text);
+        SendMessageW(target_.Edit(), EM_SETSEL, 0, -1);
+    }
+    bool Shows(const std::wstring& text) const {
+        return test::WaitFor([&] { return target_.Text() == text; });
     }
 
-  private:
-    test::Process process_;
-    HWND edit_ = nullptr;
+    const test::Target target_;
 };
 
-TEST(Slots, AreNineStoresOfTheirOwn) {
-    test::DebugLines lines;
+TEST(SlotStores, AreNineStoresOfTheirOwn) {
     for (const wchar_t character : std::wstring(L"123456789x")) {
         ASSERT_TRUE(ClipboardPutText(std::wstring(L"text ") + character));
         SaveSlot(character);
     }
-    EXPECT_EQ(lines.Seen().back(), L"Save: " + std::to_wstring(clipboardSlots[1].Count()) + L" slot: 1\n");
     for (wchar_t slot = L'1'; slot <= L'9'; ++slot) {
         RestoreClipboard(clipboardSlots[slot - L'0']);
         EXPECT_EQ(ClipboardNow(), slot == L'1' ? L"text x" : std::wstring(L"text ") + slot);
@@ -59,15 +43,12 @@ TEST(Slots, AreNineStoresOfTheirOwn) {
     for (const wchar_t first : {L'0', L'\0', L':', L'/', L'\xff13'}) EXPECT_EQ(SlotIndexFromChar(first), 1);
 }
 
-TEST(Slots, AreCopiedAndPasted) {
-    const Target target;
-    target.Select(L"three ");
+TEST_F(Slots, AreCopiedAndPasted) {
+    Select(L"three ");
     ASSERT_TRUE(ClipboardPutText(L"old"));
-    test::DebugLines lines;
     CopySlot(L'3', true);
-    EXPECT_EQ(lines.Seen().back(), L"Copy: " + std::to_wstring(clipboardSlots[3].Count()) + L" slot: 3\n");
     EXPECT_EQ(ClipboardNow(), L"old");
-    target.Select(L"one ");
+    Select(L"one ");
     CopySlot(L'1', false);
     EXPECT_EQ(ClipboardNow(), L"one ");
     // Nothing of earlier times comes back where there was nothing, or when a restore is due already.
@@ -86,11 +67,10 @@ TEST(Slots, AreCopiedAndPasted) {
     PasteSlots(L"a3 10x3");
     // Two pauses between three pastes, three short waits before them.
     EXPECT_GE(GetTickCount64() - start, 1000u + 60 - 16);
-    EXPECT_TRUE(target.Shows(L"three one three ")) << target.Text();
+    EXPECT_TRUE(Shows(L"three one three ")) << target_.Text();
     PasteSlot(L'1');
-    EXPECT_TRUE(target.Shows(L"three one three one ")) << target.Text();
+    EXPECT_TRUE(Shows(L"three one three one ")) << target_.Text();
     EXPECT_EQ(ClipboardNow(), L"one ");
-    EXPECT_EQ(lines.Seen().back(), L"Paste: " + std::to_wstring(clipboardSlots[1].Count()) + L" slot: 1\n");
 }
 
 }  // namespace

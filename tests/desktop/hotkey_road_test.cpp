@@ -45,11 +45,10 @@ void Play(const Press& press, BYTE key) {
 TEST(HotkeyRoad, EveryModifierPutsItsTextIntoTheTarget) {
     std::vector<StoredLine> lines;
     for (const Press& press : kModifiers) {
-        lines.push_back(
-            {press.modifierName + std::wstring(L"+Q"), std::wstring(L"by ") + press.modifierName});
-        if (std::wstring_view(press.modifierName) == L"Alt-Gr") lines.pop_back();
+        const std::wstring hotkey = press.modifierName + std::wstring(L"+Q");
+        if (!lines.empty() && lines.back().hotkey == hotkey) continue;
+        lines.push_back({hotkey, std::wstring(L"by ") + press.modifierName});
     }
-    lines.push_back({L"Alt-Gr+Q", L"by Alt-Gr"});
     ProgramRun run;
     ASSERT_TRUE(run.WriteSettings(SettingsText(lines)));
     ASSERT_TRUE(run.Start(L"-bg"));
@@ -77,18 +76,12 @@ TEST(HotkeyRoad, EveryKindOfKeyAndTextArrives) {
         BYTE key;
         std::wstring text;
     } rows[] = {
-        {L"F1", VK_F1, L"function key"},
         {L"F12", VK_F12, L"last function key"},
-        {L"NUM_7", VK_NUMPAD7, L"number pad"},
         {L"NUM_+", VK_ADD, L"number pad plus"},
-        {L"5", '5', L"digit"},
-        {L"Z", 'Z', L"\x043f\x0440\x0438\x0432\x0435\x0442 \x20ac \x4e2d"},
-        {L"X", 'X', L"emoji \xd83d\xde00 end"},
+        {L"X", 'X', L"\x0442 \x20ac \x4e2d \xd83d\xde00 end"},
         {L"Y", 'Y', L"one\\ntwo\\nthree"},
-        {L"W", 'W', L"trailing blanks   "},
         {L"U", 'U', std::wstring(3999, L'x') + L"!"},
         {L"Left", VK_LEFT, L"arrow"},
-        {L"Space", VK_SPACE, L"space key"},
     };
     std::vector<StoredLine> lines;
     for (const auto& row : rows) lines.push_back({std::wstring(L"Ctrl-Alt+") + row.keyName, row.text});
@@ -106,67 +99,22 @@ TEST(HotkeyRoad, EveryKindOfKeyAndTextArrives) {
             << ::testing::PrintToString(row.keyName);
         Linger(kGuardMilliseconds);
     }
-    EXPECT_FALSE(AnyModifierDown());
 }
 
-class HotkeyRules : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        ASSERT_TRUE(run_.WriteSettings(
-            SettingsText({{L"Ctrl+Q", L"[q]"}, {L"Ctrl+I", L"[i]"}}, L"m_disables_keys=Ctrl+I|\r\n")));
-        ASSERT_TRUE(run_.Start(L"-bg"));
-        target_ = std::make_unique<Target>();
-    }
-
-    // What the target holds once a marker typed behind it has arrived.
-    std::wstring Settled() {
-        PlayStroke({}, 'M');
-        WaitFor([&] { return target_->Text().find(L'm') != std::wstring::npos; });
-        return target_->Text();
-    }
-
-    ProgramRun run_;
-    std::unique_ptr<Target> target_;
-};
-
-TEST_F(HotkeyRules, ShiftIsNoPartOfAHotkey) {
+TEST(HotkeyRoad, WhatIsNoHotkeyIsUntouchedAndADisabledOneIsSwallowed) {
+    ProgramRun run;
+    ASSERT_TRUE(run.WriteSettings(
+        SettingsText({{L"Ctrl+Q", L"[q]"}, {L"Ctrl+I", L"[i]"}}, L"m_disables_keys=Ctrl+I|\r\n")));
+    ASSERT_TRUE(run.Start(L"-bg"));
+    const Target target;
     PlayStroke({VK_LCONTROL, VK_LSHIFT}, 'Q');
-    EXPECT_EQ(Settled(), L"m");
-    EXPECT_FALSE(AnyModifierDown());
-}
-
-TEST_F(HotkeyRules, TwoPressesWithinTheGuardPasteOnce) {
-    // On a busy machine the second press may come too late to be kept off; then once more.
-    ULONGLONG took = kGuardMilliseconds;
-    for (int attempt = 0; took >= kGuardMilliseconds - 40 && attempt < 10; ++attempt) {
-        Linger(kGuardMilliseconds);
-        target_->SetText(L"");
-        const ULONGLONG start = GetTickCount64();
-        PlayStroke({VK_LCONTROL}, 'Q');
-        PlayStroke({VK_LCONTROL}, 'Q');
-        took = GetTickCount64() - start;
-    }
-    EXPECT_EQ(Settled(), L"[q]m");
-    Linger(kGuardMilliseconds);
-    PlayStroke({VK_LCONTROL}, 'Q');
-    EXPECT_TRUE(WaitFor([&] { return target_->Text() == L"[q]m[q]"; }));
-}
-
-TEST_F(HotkeyRules, ADisabledHotkeyIsSwallowed) {
     // Ctrl+I that reached the edit control would put a tab there.
-    target_->SetText(L"x");
     PlayStroke({VK_LCONTROL}, 'I');
-    EXPECT_EQ(Settled(), L"xm");
-}
-
-TEST_F(HotkeyRules, OrdinaryKeysAreUntouched) {
     for (const BYTE key : {'H', 'E', 'Q', 'L', 'O'}) PlayStroke({}, key);
     PlayStroke({VK_LSHIFT}, 'Q');
-    EXPECT_EQ(Settled(), L"heqloQm");
-    PlayStroke({VK_LCONTROL}, VK_HOME);
-    PlayStroke({VK_LCONTROL, VK_LSHIFT}, VK_END);
-    PlayStroke({}, VK_DELETE);
-    EXPECT_TRUE(WaitFor([&] { return target_->Text().empty(); }));
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"heqloQ"; }))
+        << ::testing::PrintToString(target.Text());
+    EXPECT_FALSE(AnyModifierDown());
 }
 
 }  // namespace

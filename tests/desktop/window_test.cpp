@@ -1,108 +1,40 @@
 // The main window of the running program: commands by number, the ways out, the list.
-#include <gtest/gtest.h>
-
-#include <commctrl.h>
-
-#include "ids.h"
-#include "support/program_run.h"
-#include "support/wait.h"
+#include "desktop/program_window.h"
 
 namespace verbatix::test {
 namespace {
 
-constexpr LPARAM kMarker = 0xAFFE0000;
-
-int ReadSetting(const ProgramRun& run, const wchar_t* section, const wchar_t* key) {
-    return static_cast<int>(GetPrivateProfileIntW(section, key, -7, run.SettingsFile().c_str()));
-}
-
-class MainDialog : public ::testing::Test {
+class MainDialog : public ProgramWindow {
   protected:
-    void Start(const wchar_t* programLines, const wchar_t* arguments = L"") {
-        ASSERT_TRUE(run_.WriteSettings(
-            SettingsText({{L"Ctrl+Q", L"text q", L"Label/q"}, {L"Alt-Gr+F5", L"text f"}}, programLines)));
-        ASSERT_TRUE(run_.Start(arguments));
-        dialog_ = run_.MainDialog();
+    void Start(const wchar_t* programLines) {
+        ProgramWindow::Start({{L"Ctrl+Q", L"text q", L"Label/q"}, {L"Alt-Gr+F5", L"text f"}}, programLines);
     }
-    bool Visible() const { return IsWindowVisible(dialog_) != FALSE; }
     bool Becomes(bool visible) const {
-        return WaitFor([&] { return Visible() == visible; });
+        return WaitFor([&] { return (IsWindowVisible(dialog_) != FALSE) == visible; });
     }
-    void Send(WPARAM id, LPARAM lParam) const {
-        DWORD_PTR answer = 0;
-        ASSERT_TRUE(SendMessageTimeoutW(dialog_, WM_COMMAND, id, lParam, SMTO_ABORTIFHUNG, 5000, &answer));
-    }
-
-    ProgramRun run_;
-    HWND dialog_ = nullptr;
+    void Send(WPARAM id, LPARAM lParam) const { SendMessageW(dialog_, WM_COMMAND, id, lParam); }
 };
-
-TEST_F(MainDialog, TogglesAreWrittenAtOnce) {
-    Start(L"");
-    const struct {
-        WPARAM id;
-        const wchar_t* section;
-        const wchar_t* key;
-        int initial;
-    } rows[] = {
-        {2, L"Program", L"tray_if_close", 1},        {3, L"Program", L"start_tray", 0},
-        {4, L"Program", L"start_hiden", 0},          {5, L"Program", L"tray_if_minimize", 1},
-        {6, L"Program", L"hide_if_close", 0},        {1112, L"Program", L"use_date_format", 1},
-        {1113, L"Program", L"use_time_format", 1},   {1115, L"Program", L"restore_old_clipboard", 0},
-        {3000, L"Program", L"use_ignore_case", 1},   {3001, L"Program", L"show_menu_tooltip", 0},
-        {3002, L"Verbatix", L"m_use_menu_order", 1}, {4001, L"Program", L"use_backup_h", 0},
-        {4002, L"Program", L"use_backup_d", 0},
-    };
-    for (const auto& row : rows) {
-        Send(row.id, kMarker);
-        EXPECT_EQ(ReadSetting(run_, row.section, row.key), 1 - row.initial) << row.id;
-        Send(row.id, kMarker);
-        EXPECT_EQ(ReadSetting(run_, row.section, row.key), row.initial) << row.id;
-    }
-    for (const int mode : {2, 0, 1}) {
-        Send(static_cast<WPARAM>(2000 + mode), kMarker);
-        EXPECT_EQ(ReadSetting(run_, L"Program", L"use_menu_sort"), mode);
-    }
-}
-
-TEST_F(MainDialog, ABackupIsMadeOnDemand) {
-    Start(L"");
-    Send(4003, kMarker);
-    const std::wstring file = run_.SettingsFile();
-    const std::wstring folder = file.substr(0, file.rfind(L'\\')) + L"\\Backup";
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((folder + L"\\*_Verbatix.ini").c_str(), &found);
-    ASSERT_NE(search, INVALID_HANDLE_VALUE);
-    FindClose(search);
-    EXPECT_EQ(ReadBytes(folder + L"\\" + found.cFileName), ReadBytes(file));
-}
 
 TEST_F(MainDialog, TheMarkerTellsTheTablesApart) {
     Start(L"");
     ASSERT_TRUE(Becomes(true));
     Send(5, kMarker);
-    EXPECT_EQ(ReadSetting(run_, L"Program", L"tray_if_minimize"), 0);
-    EXPECT_TRUE(Visible());
+    EXPECT_EQ(ReadNumber(L"tray_if_minimize"), 0);
+    EXPECT_TRUE(IsWindowVisible(dialog_));
     Send(5, 0);
-    EXPECT_EQ(ReadSetting(run_, L"Program", L"tray_if_minimize"), 0);
+    EXPECT_EQ(ReadNumber(L"tray_if_minimize"), 0);
     EXPECT_TRUE(Becomes(false));
 }
 
-TEST_F(MainDialog, ClosingGoesToTheTray) {
+TEST_F(MainDialog, ClosingGoesToTheTrayOrEndsTheProgram) {
     Start(L"tray_if_close=1\r\n");
     ASSERT_TRUE(Becomes(true));
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
     EXPECT_TRUE(Becomes(false));
-    EXPECT_FALSE(run_.Program().WaitForExit(300));
-}
-
-TEST_F(MainDialog, ClosingEndsTheProgramWithoutOptions) {
-    Start(L"tray_if_close=0\r\n");
+    Send(2, kMarker);
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
     EXPECT_EQ(run_.Program().WaitForExit(), 1U);
-    wchar_t place[100] = {};
-    GetPrivateProfileStringW(L"Program", L"WinRC", L"", place, 100, run_.SettingsFile().c_str());
-    EXPECT_TRUE(std::wstring_view(place).ends_with(L";x,y,w,h,SW")) << ::testing::PrintToString(place);
+    EXPECT_TRUE(FileHolds(L";x,y,w,h,SW"));
 }
 
 TEST_F(MainDialog, HidingTellsTheUserOnce) {
@@ -112,7 +44,7 @@ TEST_F(MainDialog, HidingTellsTheUserOnce) {
     ASSERT_TRUE(notice);
     SendMessageW(notice, WM_COMMAND, IDOK, 0);
     EXPECT_TRUE(Becomes(false));
-    EXPECT_EQ(ReadSetting(run_, L"Program", L"hide_info"), 1);
+    EXPECT_EQ(ReadNumber(L"hide_info"), 1);
     // Shown by starting the program again, as a user would; then hidden without a word.
     ProgramRun second;
     second.StartPlain(L"");
@@ -123,9 +55,9 @@ TEST_F(MainDialog, HidingTellsTheUserOnce) {
 
 TEST_F(MainDialog, MinimisingGoesToTheTrayOrDoesNothing) {
     Start(L"tray_if_minimize=0\r\n");
-    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog_; }));
+    ASSERT_TRUE(ComesToFront());
     SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
-    EXPECT_TRUE(Visible());
+    EXPECT_TRUE(IsWindowVisible(dialog_));
     EXPECT_FALSE(IsIconic(dialog_));
     Send(5, kMarker);
     SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
@@ -133,39 +65,22 @@ TEST_F(MainDialog, MinimisingGoesToTheTrayOrDoesNothing) {
     EXPECT_FALSE(IsIconic(dialog_));
 }
 
-TEST_F(MainDialog, ExitsByEitherCommand) {
-    for (const auto& [id, lParam] : {std::pair<WPARAM, LPARAM>{CMD_EXIT, 0}, {12802, kMarker}}) {
-        MainDialog::TearDown();
-        ProgramRun run;
-        ASSERT_TRUE(run.WriteSettings(SettingsText({})));
-        ASSERT_TRUE(run.Start(L"-bg"));
-        PostMessageW(run.MainDialog(), WM_COMMAND, id, lParam);
-        EXPECT_EQ(run.Program().WaitForExit(), 1U) << id;
-    }
-}
-
 TEST_F(MainDialog, ResizesItsListAndKeepsItsPlace) {
     Start(L"WinRC=40;50;840;650;1;x,y,w,h,SW\r\n");
     ASSERT_TRUE(Becomes(true));
     RECT place;
     GetWindowRect(dialog_, &place);
-    EXPECT_EQ(place.left, 40);
-    EXPECT_EQ(place.top, 50);
-    EXPECT_EQ(place.right, 840);
-    EXPECT_EQ(place.bottom, 650);
+    const RECT stored = {40, 50, 840, 650};
+    EXPECT_TRUE(EqualRect(&place, &stored));
     MoveWindow(dialog_, 100, 60, 900, 500, TRUE);
     RECT client;
     RECT list;
     GetClientRect(dialog_, &client);
-    GetWindowRect(GetDlgItem(dialog_, IDC_LIST), &list);
+    GetWindowRect(list_, &list);
     EXPECT_GT(list.right - list.left, client.right - 40);
     EXPECT_LT(list.right - list.left, client.right);
-    EXPECT_GT(list.bottom - list.top, client.bottom / 4);
-    EXPECT_LT(list.bottom - list.top, client.bottom / 2);
     EXPECT_EQ(run_.Exit(), 1);
-    wchar_t stored[100] = {};
-    GetPrivateProfileStringW(L"Program", L"WinRC", L"", stored, 100, run_.SettingsFile().c_str());
-    EXPECT_STREQ(stored, L"100;60;1000;560;1;x,y,w,h,SW");
+    EXPECT_TRUE(FileHolds(L"WinRC=100;60;1000;560;1;x,y,w,h,SW"));
 }
 
 TEST_F(MainDialog, ComesBackOntoTheScreen) {
@@ -188,7 +103,7 @@ TEST_F(MainDialog, TheWindowMenuChangesHowItLooks) {
     LRESULT before = rowsInSight() + 1;
     for (const WPARAM size : {0U, 1U, 2U}) {
         Send(CMD_SIZE_FIRST + size, kMarker);
-        EXPECT_EQ(ReadSetting(run_, L"Program", L"size"), static_cast<int>(size));
+        EXPECT_EQ(ReadNumber(L"size"), static_cast<int>(size));
         EXPECT_LT(rowsInSight(), before);
         before = rowsInSight();
     }
@@ -216,7 +131,7 @@ TEST_F(MainDialog, FollowsTheDarkModeOfWindowsUnlessForbidden) {
     setLight(0);
     EXPECT_TRUE(isDark());
     Send(3004, kMarker);
-    EXPECT_EQ(ReadSetting(run_, L"Program", L"disable_dark_theme"), 1);
+    EXPECT_EQ(ReadNumber(L"disable_dark_theme"), 1);
     EXPECT_FALSE(isDark());
     Send(3004, kMarker);
     EXPECT_TRUE(isDark());
@@ -231,7 +146,7 @@ TEST_F(MainDialog, NoticesAClockThatJumps) {
     const UniqueKernelObject thread(
         OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(dialog_, nullptr)));
     SuspendThread(thread.Get());
-    Linger(4200);
+    Linger(3200);
     ResumeThread(thread.Get());
     const HWND status = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
     ASSERT_TRUE(status);

@@ -24,23 +24,13 @@ TEST(Commands, ArePrefixesAtTheVeryStart) {
         {L"copy_slot:3", CommandKind::CopySlot, L"3", false, L'3'},
         {L"copy_slot:", CommandKind::CopySlot, L""},
         {L"save_slot: 3", CommandKind::SaveSlot, L" 3", false, L'3'},
-        {L"save_slot:3", CommandKind::SaveSlot, L"3"},
-        {L"paste_slot:191", CommandKind::PasteSlots, L"191"},
-        {L"sys:MonitorOff", CommandKind::Builtin, L"MonitorOff"},
         {L"runx:a\\nb", CommandKind::RunLines, L"a\nb"},
-        {L"runX:x", CommandKind::RunLines, L"x"},
-        {L"runa:x", CommandKind::RunLines, L"x", true},
-        {L"runA:x", CommandKind::RunLines, L"x", true},
-        {L"img:c:\\new.png", CommandKind::Image, L"c:\\new.png"},
         {L"cmd:", CommandKind::Run, L""},
         {L"run:c:\\new\\name.exe", CommandKind::Run, L"c:\\new\\name.exe"},
-        {L"cpy:prog %cpy%", CommandKind::Cpy, L"prog %cpy%"},
         {L"cm%nc%d:x%nc%y", CommandKind::Run, L"xy"},
         {L"run%nc%x:a\\%nc%nb", CommandKind::RunLines, L"a\\nb"},
         {L"rep%nc%lace:", CommandKind::None, L""},
-        {L" cmd:x", CommandKind::None, L""},
         {L"CMD:x", CommandKind::None, L""},
-        {L"runy:x", CommandKind::None, L""},
     };
     for (const auto& row : rows) {
         const ParsedCommand command = ParseCommand(row.text);
@@ -61,11 +51,9 @@ TEST(Commands, ReplaceByRules) {
     } rows[] = {
         {L"replace:a=>b\\na=>", L"banana", L"bnn", 3},  // the first line is no rule
         {L"replace:\\na=>b\\nb=>c", L"ab", L"cc", 3},   // one rule after the other
-        {L"replace:\\n=>x\\nno rule", L"abc", L"abc", 0},
-        {L"replace:\\na=>b=>c", L"xa", L"xb=>c", 1},  // split at the first arrow
+        {L"replace:\\na=>b=>c", L"xa", L"xb=>c", 1},    // split at the first arrow
         {L"replace:\\n%09=>%13%10", L"a\tb", L"a\r\nb", 1},
         {L"replace:\\n%25=>x", L"50%25", L"50x", 1},  // beyond the control codes
-        {L"replace:\r\\nA=>b\r", L"Aa", L"ba", 1},    // exact case
     };
     for (const auto& row : rows) {
         const ReplaceResult result = ApplyReplaceRules(row.entry, row.subject);
@@ -99,9 +87,7 @@ TEST(CommandLines, AreToldFromFiles) {
     const std::pair<const wchar_t*, const wchar_t*> references[] = {
         {L"a%VERBATIX_TEST%b%verbatix_test%", L"aValuebValue"},
         {L"%NO_SUCH_NAME_HERE%VERBATIX_TEST%", L"%NO_SUCH_NAME_HEREValue"},
-        {L"100% of %VERBATIX_TEST%", L"100% of Value"},
         {L"a%VERBATIX_EMPTY%b", L"ab"},  // is there, and empty
-        {L"%%%", L"%%%"},
         {L"%VERBATIX_LONG%", L"%VERBATIX_LONG%"},
     };
     for (const auto& [text, result] : references) EXPECT_EQ(ExpandEnvironment(text), result);
@@ -110,15 +96,11 @@ TEST(CommandLines, AreToldFromFiles) {
     const std::pair<const wchar_t*, LaunchPlan> rows[] = {
         {L"C:\\my file.txt", {L"C:\\my file.txt", L"", L"C:\\my file.txt"}},
         {L"C:\\%VERBATIX_TEST%", {L"C:\\Value", L"", home}},
-        {L"C:\\my file.txt x", {L"C:\\my", L"file.txt x", home}},
         {L"\"C:\\my tool.exe\" a %VERBATIX_TEST%",
          {L"\"C:\\my tool.exe\"", L"a Value", L"\"C:\\my tool.exe\""}},
-        {L"\"C:\\tool.exe\"x", {L"\"C:\\tool.exe\"", L"", L"\"C:\\tool.exe\""}},
         {L"\"never closes", {L"\"never", L"closes", home}},
         {L"SHELL:Downloads a", {L"SHELL:Downloads a", L"", home}},
-        {L"shell a", {L"shell", L"a", home}},
         {L"%VERBATIX_TEST% x", {L"%VERBATIX_TEST%", L"x", home}},  // the shell expands the program
-        {L" leading", {L"", L"leading", home}},
     };
     for (const auto& [line, plan] : rows) {
         EXPECT_EQ(PlanLaunch(line,

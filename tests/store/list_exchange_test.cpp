@@ -102,10 +102,8 @@ TEST_F(ListExchange, BadFilesAreToldOfAndChangeNothing) {
         {"empty", "", L"nothing\n"},
         {"binary", noise, L"nothing\n"},
         {"other text", "Dear all,\r\ntext_000=Ctrl+A=x\r\n", L"nothing\n"},
-        {"no entry", ToBytes(L"[list_text]\r\nfoo=Ctrl+A=x\r\ntext_000=x\r\n", CP_UTF8), L"nothing\n"},
         {"half a character", Utf16File(entry) + "x", L"found: 1\n"},
         {"UTF-8", ToBytes(entry, CP_UTF8), L"found: 1\n"},
-        {"UTF-8 with mark", "\xef\xbb\xbf" + ToBytes(entry, CP_UTF8), L"found: 1\n"},
         {"50 MB", std::string(50 << 20, 'x'), L"large\n"},
     };
     AddEntry(list_, L"mine", L"", 'A', 0, -1, 0);

@@ -47,25 +47,15 @@ TEST(Settings, HandEditedNumbersAndForeignSections) {
     const SettingsFolder folder;
     test::WriteBytes(
         settingsPath,
-        test::Utf16File(
-            L"[Program]\r\ntopmost=on\r\nuse_menu_sort= 2 \r\nsort_col=\r\nTRAY_IF_CLOSE=\"0\"\r\n"
-            L"start_tray=99999999999\r\nsize=3px\r\nm_use_menu_order=0\r\n; m_grouping=0\r\n"
-            L"[Verbatix]\r\nm_use_system_icons=-1\r\n"));
+        test::Utf16File(L"[Program]\r\nuse_menu_sort= 2 \r\nsort_col=\r\nTRAY_IF_CLOSE=\"0\"\r\n"
+                        L"start_tray=99999999999\r\nsize=3px\r\nm_use_menu_order=0\r\n"));
     LoadAll();
-    const struct {
-        int value, expected;
-    } rows[] = {
-        {settings.topmost, 0},
-        {settings.useMenuSort, 2},
-        {settings.sortColumn, 0},  // a key without value is text that is no number
-        {settings.trayIfClose, 0},
-        {settings.startTray, INT_MAX},
-        {settings.size, 3},
-        {settings.useMenuOrder, 1},  // read in the product's section only
-        {settings.useSystemIcons, -1},
-        {settings.grouping, 1},
-    };
-    for (const auto& row : rows) EXPECT_EQ(row.value, row.expected) << &row - rows;
+    EXPECT_EQ(settings.useMenuSort, 2);
+    EXPECT_EQ(settings.sortColumn, 0) << "a key without value is text that is no number";
+    EXPECT_EQ(settings.trayIfClose, 0);
+    EXPECT_EQ(settings.startTray, INT_MAX);
+    EXPECT_EQ(settings.size, 3);
+    EXPECT_EQ(settings.useMenuOrder, 1) << "read in the product's section only";
     settings = {};
 }
 

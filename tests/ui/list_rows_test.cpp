@@ -33,9 +33,8 @@ TEST_F(ListRows, FilterLooksAtHotkeyLabelAndText) {
         bool ignoreCase;
         std::vector<int> rows;
     } cases[] = {
-        {L"", true, {0, 1, 3, 4}}, {L"PFEL", true, {1, 4}},    {L"PFEL", false, {}},
-        {L"\x00e4", true, {1}},    {L"b", false, {0}},         {L"ctrl + a", true, {1}},
-        {L"ctrl + q", true, {0}},  {L"Ctrl", true, {0, 1, 4}}, {L"no such thing", true, {}},
+        {L"", true, {0, 1, 3, 4}}, {L"PFEL", true, {1, 4}}, {L"PFEL", false, {}},
+        {L"\x00e4", true, {1}},    {L"b", false, {0}},      {L"Ctrl", true, {0, 1, 4}},
     };
     for (const auto& row : cases) {
         const ListOrder order = {row.filter, row.ignoreCase, -1, false, -1};
@@ -55,19 +54,7 @@ TEST_F(ListRows, SortsByAnyColumnInTheUsersLanguage) {
     // "b" and "B" are equal without case and stay as in the list, descending too.
     EXPECT_EQ(ShownRows(list_, {L"", true, 1, false}), (std::vector<int>{3, 0, 1, 4}));
     EXPECT_EQ(ShownRows(list_, {L"", true, 1, true}), (std::vector<int>{4, 0, 1, 3}));
-    EXPECT_EQ(ShownRows(list_, {L"", true, 2, false}), (std::vector<int>{4, 1, 3, 0}));
     EXPECT_EQ(ShownRows(list_, {L"", true, 3, true}), (std::vector<int>{0, 1, 3, 4}));
-}
-
-TEST(ClickColumn, GoesUpDownAndBack) {
-    int column = -1;
-    int descending = 0;
-    const int steps[][3] = {{1, 1, 0}, {1, 1, 1}, {1, -1, 0}, {1, 1, 0}, {1, 1, 1}, {2, 2, 0}};
-    for (const auto& [clicked, sorted, down] : steps) {
-        ClickColumn(clicked, column, descending);
-        EXPECT_EQ(column, sorted);
-        EXPECT_EQ(descending, down);
-    }
 }
 
 }  // namespace
