@@ -10,6 +10,11 @@
 #include "support/debug_lines.h"
 #include "support/foreign_clipboard.h"
 
+// The import table's entry for GlobalAlloc: what the program calls, and what a test can have refused.
+extern "C" {
+extern decltype(&GlobalAlloc) __imp_GlobalAlloc;
+}
+
 namespace verbatix {
 namespace {
 
@@ -59,6 +64,9 @@ TEST(SavedClipboard, GivesEveryFormatBackByteForByte) {
     SavedClipboard store;
     const int saved = SaveClipboard(store);
     EXPECT_EQ(store.Count(), saved);
+    EXPECT_EQ(std::wstring(store.entries[0].name), L"UNICODE TEXT");
+    EXPECT_EQ(store.entries[0].marker, 0xAFFEu);
+    EXPECT_EQ(store.entries[0].size, RichContent()[0].bytes.size());
     for (int round = 0; round < 2; ++round) {  // restoring does not use the store up
         ASSERT_TRUE(PutForeign({{Registered(L"Something else"), "x"}}));
         EXPECT_EQ(RestoreClipboard(store), saved);
@@ -133,6 +141,55 @@ TEST(SavedClipboard, CountIsTheMostItEverHeld) {
     EXPECT_EQ(found[0].bytes, "4444");
     EXPECT_EQ(ReleaseSavedData(store), 3);
     EXPECT_EQ(RestoreClipboard(store), 3);  // released: the clipboard is emptied
+    EXPECT_EQ(CountClipboardFormats(), 0);
+}
+
+// Has every GlobalAlloc of the program refused that asks for exactly this size, for as long as it lives.
+class Refusal {
+  public:
+    explicit Refusal(SIZE_T size) {
+        refusedSize = size;
+        real = __imp_GlobalAlloc;
+        Patch([](UINT flags, SIZE_T bytes) __attribute__((ms_abi))->HGLOBAL {
+            return bytes == refusedSize ? nullptr : real(flags, bytes);
+        });
+    }
+    ~Refusal() { Patch(real); }
+    Refusal(const Refusal&) = delete;
+    Refusal& operator=(const Refusal&) = delete;
+
+  private:
+    static void Patch(decltype(&GlobalAlloc) function) {
+        DWORD protection = 0;
+        VirtualProtect(&__imp_GlobalAlloc, sizeof __imp_GlobalAlloc, PAGE_READWRITE, &protection);
+        __imp_GlobalAlloc = function;
+        VirtualProtect(&__imp_GlobalAlloc, sizeof __imp_GlobalAlloc, protection, &protection);
+    }
+
+    static inline SIZE_T refusedSize;
+    static inline decltype(&GlobalAlloc) real;
+};
+
+TEST(SavedClipboard, SavesAndRestoresTheOthersWhenOneCannotBeAllocated) {
+    const UINT first = Registered(L"First"), middle = Registered(L"Middle"), last = Registered(L"Last");
+    const std::string big(7777, 'm');
+    ASSERT_TRUE(PutForeign({{first, "1"}, {middle, big}, {last, "333"}}));
+    SavedClipboard whole;
+    ASSERT_EQ(SaveClipboard(whole), 3);
+    SavedClipboard part;
+    {
+        const Refusal refusal(big.size());
+        EXPECT_EQ(SaveClipboard(part), 2);
+        EXPECT_FALSE(CloseClipboard()) << "left open";
+        EXPECT_EQ(part.entries[1].format, last);
+        EXPECT_EQ(RestoreClipboard(whole), 3);
+        EXPECT_FALSE(CloseClipboard()) << "left open";
+    }
+    EXPECT_EQ(ReadForeign(first), "1");
+    EXPECT_EQ(ReadForeign(middle), "(absent)");
+    EXPECT_EQ(ReadForeign(last), "333");
+    const Refusal refusal(1234 * 2 + 4);
+    EXPECT_TRUE(ClipboardPutText(std::wstring(1234, L'x')));
     EXPECT_EQ(CountClipboardFormats(), 0);
 }
 

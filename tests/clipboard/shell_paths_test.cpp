@@ -38,7 +38,7 @@ std::string Below(const UniqueIdList& parent, const std::wstring& file) {
     return child ? BytesOf(child) : std::string();
 }
 
-TEST(ShellPaths, AreReadFromLists) {
+TEST(ShellPaths, AreReadFromListsAndDataObjects) {
     const test::Folder folder;
     CreateDirectoryW(folder.File(L"one").c_str(), nullptr);
     CreateDirectoryW(folder.File(L"two").c_str(), nullptr);
@@ -82,6 +82,20 @@ TEST(ShellPaths, AreReadFromLists) {
     }
     ASSERT_TRUE(ClipboardPutText(L"no list"));
     EXPECT_TRUE(readsNothing());
+
+    ASSERT_GE(OleInitialize(nullptr), S_OK);
+    const UniqueIdList one(ILCreateFromPathW(folder.File(L"one").c_str()));
+    const std::string first = Below(one, files[0]);
+    PCUITEMID_CHILD child = reinterpret_cast<PCUITEMID_CHILD>(first.data());
+    IDataObject* object = nullptr;
+    ASSERT_GE(CIDLData_CreateFromIDArray(one.Get(), 1, &child, &object), S_OK);
+    ASSERT_GE(OleSetClipboard(object), S_OK);
+    OleFlushClipboard();
+    object->Release();
+    paths.clear();
+    EXPECT_EQ(ClipboardGetShellPaths(paths), L"\x0001");
+    EXPECT_EQ(paths, files[0] + L"\r\n");
+    OleUninitialize();
 }
 
 }  // namespace

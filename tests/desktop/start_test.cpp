@@ -132,24 +132,43 @@ TEST(Start, FindsItsSettingsFile) {
     }
 }
 
-TEST(Start, ReportsAPathItCannotWriteAndRunsOn) {
+TEST(Start, RefusesASettingsFileOfAnotherKind) {
     ProgramRun run;
-    const std::wstring path = run.Place().File(L"folder.ini");
-    CreateDirectoryW(path.c_str(), nullptr);
-    run.StartPlain(L"-bg \"-ini:" + path + L"\"");
-    // The first run's list cannot be written either, which is said by name of the file.
-    const HWND box = run.Program().WaitForVisibleWindow(L"#32770");
+    run.StartPlain(L"-bg \"-ini:" + run.Place().File(L"list.txt") + L"\"");
+    const HWND box = run.Program().WaitForVisibleWindow(L"#32770", L"Error");
     ASSERT_TRUE(box);
-    EXPECT_NE(WindowText(GetDlgItem(box, 0xFFFF)).find(path), std::wstring::npos);
-    // Every box there is, until the program runs.
-    EXPECT_TRUE(WaitFor(
-        [&] {
-            const HWND dialog = run.Program().WaitForVisibleWindow(L"#32770", nullptr, 0);
-            if (dialog && !GetDlgItem(dialog, IDC_LIST)) SendMessageW(dialog, WM_COMMAND, IDOK, 0);
-            return run.MainDialog() != nullptr && !dialog;
-        },
-        15000));
+    const std::wstring said = WindowText(GetDlgItem(box, 0xFFFF));
+    EXPECT_EQ(said, L"The File Extension must be *.ini:\n" + run.Place().File(L"list.txt"));
+    SendMessageW(box, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(WaitFor([&] { return run.MainDialog() != nullptr; }, 15000));
     EXPECT_EQ(run.Exit(), 1);
+}
+
+TEST(Start, ReportsAPathItCannotWriteAndRunsOn) {
+    const Folder place;
+    const std::wstring paths[] = {
+        place.File(L"folder.ini"),
+        L"Q:\\missing\\drive.ini",
+        place.File(std::wstring(300, L'x') + L".ini"),
+    };
+    CreateDirectoryW(paths[0].c_str(), nullptr);
+    for (const std::wstring& path : paths) {
+        ProgramRun run;
+        run.StartPlain(L"-bg \"-ini:" + path + L"\"");
+        // The first run's list cannot be written either, which is said by name of the file.
+        const HWND box = run.Program().WaitForVisibleWindow(L"#32770");
+        ASSERT_TRUE(box) << ::testing::PrintToString(path);
+        EXPECT_NE(WindowText(GetDlgItem(box, 0xFFFF)).find(path.substr(0, 200)), std::wstring::npos);
+        // Every box there is, until the program runs.
+        EXPECT_TRUE(WaitFor(
+            [&] {
+                const HWND dialog = run.Program().WaitForVisibleWindow(L"#32770", nullptr, 0);
+                if (dialog && !GetDlgItem(dialog, IDC_LIST)) SendMessageW(dialog, WM_COMMAND, IDOK, 0);
+                return run.MainDialog() != nullptr && !dialog;
+            },
+            15000));
+        EXPECT_EQ(run.Exit(), 1);
+    }
 }
 
 }  // namespace

@@ -48,16 +48,21 @@ TEST(CollectMenuRows, TakesTheEntriesOfTheHotkeyInListOrder) {
     add(L"first", L"One");
     add(L"other key", L"", 'X');
     add(L"other modifier", L"", kKey, 4);
-    add(L"second", L"2");              // one character is no menu label
-    add(L"semicolon", L"", VK_OEM_1);  // stored sign-extended
+    add(L"second", L"2");  // one character is no menu label
+    add(L"", L"no text");
+    add(L"", L"3");                           // nothing to show
+    add(L"semicolon", L"", VK_OEM_1);         // stored sign-extended
+    add(L"no such modifier", L"", kKey, 12);  // codes compare as the keyboard hook does
+    add(L"no hotkey", L"", 0);
     add(L"charmap:a,,/b, ,&\xd83d\xde00,", L"a label that does not count here", 'C');
     add(L" charmap:a,b", L"", 'C');
     const auto rows = collected(kKey, kCtrlAlt);
-    ASSERT_EQ(LabelsOf(rows), (Texts{L"One", L"second"}));
+    ASSERT_EQ(LabelsOf(rows), (Texts{L"One", L"second", L"no text"}));
     EXPECT_TRUE(rows[0].text == L"first" && rows[0].labelIsMenuLabel && !rows[1].labelIsMenuLabel);
     EXPECT_TRUE(rows[1].order == 7 && rows[1].position == 3 && !rows[1].piece);
     EXPECT_EQ(rows[1].number, list.at(3).current.number);
     EXPECT_EQ(LabelsOf(collected(VK_OEM_1, kCtrlAlt)), Texts{L"semicolon"});
+    EXPECT_EQ(LabelsOf(collected(kKey, 0)), Texts{L"no such modifier"});
     EXPECT_TRUE(collected(0, kCtrlAlt).empty());
     const auto pieces = collected('C', kCtrlAlt);
     EXPECT_EQ(LabelsOf(pieces), (Texts{L"a", L"/b", L" ", L"&\xd83d\xde00", L" charmap:a,b"}));
@@ -66,6 +71,7 @@ TEST(CollectMenuRows, TakesTheEntriesOfTheHotkeyInListOrder) {
 
     for (int count = 0; count < 899; ++count) add(L"text", L"", 'M');
     add(L"charmap:a,", L"", 'M');
+    EXPECT_EQ(collected('M', kCtrlAlt).size(), 900u);
     add(L"charmap:,b", L"", 'M');
     EXPECT_FALSE(CollectMenuRows(list, 'M', kCtrlAlt));
 }
@@ -88,6 +94,9 @@ TEST(OrderMenuRows, FollowsTheSettingsAndKeepsEveryDuplicate) {
     const std::pair<MenuOptions, Texts> settings[] = {
         {{0, true, true}, {L"b", L"&C", L"B", L"a", L"late"}},
         {{1, true, true}, {L"late", L"a", L"b", L"B", L"&C"}},
+        {{2, true, true}, {L"late", L"a", L"b", L"B", L"&C"}},
+        {{1, false, true}, {L"late", L"B", L"&C", L"a", L"b"}},
+        {{1, true, false}, {L"a", L"b", L"B", L"&C", L"late"}},
         {{2, false, false}, {L"B", L"&C", L"a", L"b", L"late"}},
     };
     for (const auto& [options, order] : settings) {
@@ -117,6 +126,14 @@ TEST(OrderMenuRows, FollowsTheSettingsAndKeepsEveryDuplicate) {
         for (const MenuRow& row : rows) order.push_back(static_cast<std::size_t>(row.position));
         ASSERT_EQ(order, OrderByTheRule(labels)) << round;
     }
+    // Nor does it take long where labels are long and alike.
+    Texts labels;
+    for (std::size_t count = 0; count < kMaximumMenuRows; ++count)
+        labels.push_back(std::wstring(4000, L'x') + std::wstring(count % 90, L'0'));
+    rows = LabelledRows(labels);
+    const ULONGLONG start = GetTickCount64();
+    OrderMenuRows(rows, {});
+    EXPECT_LT(GetTickCount64() - start, 5000u);
 }
 
 // A tree in one line: "Group>(item, -, [heading])".
@@ -137,9 +154,11 @@ TEST(BuildMenuTree, MakesGroupsAndDirectives) {
         {{L"G/one", L"two", L"G/three"}, L"G>(one, three), two"},
         {{L"A/B/C/deep", L"A/B/b", L"A/a", L"A/A/x"}, L"A>(B>(C>(deep), b), a, A>(x))"},
         {{L"A//x", L"/A/y", L"//z", L"A/ /w", L"a/x"}, L"A>(x, y, w), z, a>(x)"},
+        {{L"A/", L"//", L"B/ "}, L"A>(text of A/), text of //, B>(text of B/ )"},
         {{L"A", L"A/x", L"&A/&x"}, L"A, A>(x), &A>(&x)"},
         {{L"A/x", L"A/MenuBreak: rest", L"A/MenuBreakName:More"}, L"A>(x, -, [More])"},
         {{L"MenuBreak:", L"MenuBreakName:MenuBreak:"}, L"-, [MenuBreak:]"},
+        {{L" MenuBreak:", L"menubreak:", L"MenuBreak"}, L" MenuBreak:, menubreak:, MenuBreak"},
     };
     for (const auto& [labels, tree] : trees) {
         std::vector<MenuRow> rows = LabelledRows(labels);
@@ -168,14 +187,17 @@ TEST(MenuTexts, AreOfUsableSize) {
         {L"&&&", false, L"&&&&&&"},
         {L"tab\there\x01", true, L"tab here "},
         {L"Dear Sir,\\nthank you", false, L"Dear Sir, thank you"},
+        {std::wstring(80, L'y'), true, std::wstring(80, L'y')},
         {std::wstring(4000, L'y'), true, std::wstring(80, L'y') + L"\x2026"},
         {std::wstring(79, L'y') + L"\xd83d\xde00\xd83d\xde00", false, std::wstring(79, L'y') + L"\x2026"},
         {std::wstring(4000, L'&'), false, std::wstring(160, L'&') + L"\x2026"},
     };
     for (const auto& [label, isMenuLabel, shown] : labels) EXPECT_EQ(ShownLabel(label, isMenuLabel), shown);
     const std::pair<std::wstring, std::wstring> tooltips[] = {
+        {L"Hello %name%\\ntwo", L"Hello %name%\r\ntwo"},
         {L"1\\n2\\n3\\n4\\n5\\n6\\n7\\n8\\n9\\n10\\n11",
          L"1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\x2026"},
+        {std::wstring(600, L'x'), std::wstring(600, L'x')},
         {std::wstring(601, L'x'), std::wstring(600, L'x') + L"\x2026"},
     };
     for (const auto& [text, shown] : tooltips) EXPECT_EQ(MenuTooltipText(text), shown);
@@ -222,8 +244,10 @@ TEST(MakeMenuHandle, BreaksIntoColumnsAndNumbersByRow) {
 
 TEST(PlaceBelowCaret, NeedsACaretThatCanBeSeen) {
     const std::pair<RECT, bool> rows[] = {
-        {{120, 110, 120, 126}, true}, {{120, 110, 121, 110}, false}, {{120, 400, 121, 416}, false},
-        {{120, 90, 121, 106}, true},  {{120, 84, 121, 100}, false},  {{99, 110, 100, 126}, false},
+        {{120, 110, 121, 126}, true},  {{120, 110, 120, 126}, true},   {{120, 110, 121, 110}, false},
+        {{120, 395, 121, 411}, true},  {{120, 400, 121, 416}, false},  {{120, 84, 121, 100}, false},
+        {{120, 90, 121, 106}, true},   {{99, 110, 100, 126}, false},   {{500, 110, 501, 126}, false},
+        {{120, 126, 121, 110}, false}, {{120, -30000, 121, 0}, false},
     };
     for (const auto& [caret, found] : rows) {
         const auto place = PlaceBelowCaret(caret, {100, 100, 500, 400});

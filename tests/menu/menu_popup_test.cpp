@@ -189,6 +189,11 @@ class MenuPopupTest : public testing::Test {
         return {(item.left + item.right) / 2, (item.top + item.bottom) / 2};
     }
 
+    void DestroyTarget() {
+        SendMessageW(window, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(WaitFor([this] { return !IsWindow(window); }));
+    }
+
     test::MessageThread thread;
     HWND mainWindow = nullptr;
     test::Process target;
@@ -199,6 +204,7 @@ class MenuPopupTest : public testing::Test {
 TEST_F(MenuPopupTest, WhatIsChosenGoesToTheProgramInFront) {
     const std::pair<const wchar_t*, std::function<void()>> rows[] = {
         {L"execute text one", ChooseFirst},
+        {L"execute text two", [] { PlayStroke({}, 'B'); }},
         {L"execute text three", [] { PlayStroke({}, 'Q'); }},  // the hotkey's own letter
         {L"execute text two", [] { test::ClickAt(ItemPoint(1)); }},
         {L"execute in a group",
@@ -232,11 +238,16 @@ TEST_F(MenuPopupTest, WhatIsChosenGoesToTheProgramInFront) {
 TEST_F(MenuPopupTest, NothingIsExecutedWithoutTheWindowItIsMeantFor) {
     Add(L"text one");
     Open();
-    SendMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(WaitFor([this] { return !IsWindow(window); }));
+    DestroyTarget();
     ChooseFirst();
     ExpectClosed();
     EXPECT_EQ(Calls(), Texts{});
+    // Nor is a menu shown while an entry is executed.
+    thread.Run([] { keyboardHook.trigger.busy = true; });
+    PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
+    Linger(200);
+    EXPECT_TRUE(MenuWindows().empty());
+    thread.Run([] { keyboardHook.trigger.busy = false; });
 }
 
 TEST_F(MenuPopupTest, EveryWayOutWithoutAChoiceLeavesTheTargetAsItWas) {
@@ -248,13 +259,25 @@ TEST_F(MenuPopupTest, EveryWayOutWithoutAChoiceLeavesTheTargetAsItWas) {
          [] {
              test::ClickAt({900, 72});
          }},
+        {"from above", [this] { thread.Run(CloseHotkeyMenu); }},
+        {"escape out of a group",
+         [] {
+             PlayStroke({}, 'G');
+             WaitFor([] { return MenuWindows().size() == 2; });
+             PlayStroke({}, VK_ESCAPE);
+             WaitFor([] { return MenuWindows().size() == 1; });
+             PlayStroke({}, VK_ESCAPE);
+         }},
     };
     Add(L"text one", L"&First");
+    Add(L"in a group", L"&Group/item");
     for (const auto& [way, leave] : rows) {
         SCOPED_TRACE(way);
         Open();
         leave();
         ExpectClosed();
+        Linger(50);  // nothing opens again
+        EXPECT_TRUE(MenuWindows().empty());
         ExpectTargetUntouched();
     }
     // Left to itself, Windows would activate what lies below the menu's owner.
@@ -273,11 +296,14 @@ TEST_F(MenuPopupTest, EveryWayOutWithoutAChoiceLeavesTheTargetAsItWas) {
     Linger(100);
     ExpectTargetUntouched();
     // Going to another program is not undone.
-    Open();
-    test::ClickAt({150, 32});
-    ExpectClosed();
-    Linger(100);
-    EXPECT_EQ(GetForegroundWindow(), otherWindow);
+    for (const bool byClick : {true, false}) {
+        EXPECT_TRUE(WaitFor(bringBack));
+        Open();
+        byClick ? test::ClickAt({150, 32}) : void(SetForegroundWindow(otherWindow));
+        ExpectClosed();
+        Linger(100);
+        EXPECT_EQ(GetForegroundWindow(), otherWindow) << byClick;
+    }
     EXPECT_EQ(Calls(), Texts{});
 }
 
@@ -286,6 +312,7 @@ TEST_F(MenuPopupTest, HotkeysOpenItCloseItAndReplaceIt) {
     Add(L"text two");
     Add(L"other one", {}, 4, 'Y');
     Add(L"other two", {}, 4, 'Y');
+    Add(L"single", {}, 4, 'E');
     Listen();
     // A stroke that came to nothing may have closed the menu by its Alt.
     EXPECT_TRUE(WaitFor(
@@ -303,6 +330,8 @@ TEST_F(MenuPopupTest, HotkeysOpenItCloseItAndReplaceIt) {
 
     ASSERT_TRUE(WaitFor([this] { return Press(); }));
     ASSERT_TRUE(WaitFor([] { return !MenuWindows().empty(); }));
+    EXPECT_TRUE(WaitFor([this] { return Press({VK_LCONTROL}, 'E'); }));  // an entry's is swallowed
+    EXPECT_FALSE(MenuWindows().empty());
     EXPECT_TRUE(WaitFor([this] { return Press({VK_LCONTROL}, 'Y'); }));
     EXPECT_TRUE(WaitFor([] {
         wchar_t text[64] = {};
@@ -318,12 +347,14 @@ TEST_F(MenuPopupTest, HotkeysOpenItCloseItAndReplaceIt) {
 
 TEST_F(MenuPopupTest, OpensAtTheCaretElseAtTheMouse) {
     SetCursorPos(333, 222);
-    const MenuPlace none = FindMenuPlace(reinterpret_cast<HWND>(0x7ffffff0));
-    EXPECT_TRUE(none.point.x == 333 && none.point.y == 222);
+    for (const HWND none : {HWND{nullptr}, mainWindow, reinterpret_cast<HWND>(0x7ffffff0)}) {
+        const MenuPlace place = FindMenuPlace(none);
+        EXPECT_TRUE(place.point.x == 333 && place.point.y == 222);
+    }
     Add(L"text one");
     Add(L"text two");
     const RECT screen = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
-    for (const RECT& place : {RECT{1000, 700, 1270, 890}, {-20, -10, 400, 300}}) {
+    for (const RECT& place : {RECT{700, 60, 1220, 460}, {1000, 700, 1270, 890}, {-20, -10, 400, 300}}) {
         MoveWindow(window, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
         const MenuPlace caret = FindMenuPlace(window);
         EXPECT_LT(caret.exclude.top, caret.exclude.bottom) << "no caret found";
@@ -335,6 +366,7 @@ TEST_F(MenuPopupTest, OpensAtTheCaretElseAtTheMouse) {
         EXPECT_TRUE(EqualRect(&visible, &menu)) << "not on the screen";
         EXPECT_TRUE(menu.top >= caret.exclude.bottom || menu.bottom <= caret.exclude.top)
             << "covers the line";
+        EXPECT_TRUE(place.left != 700 || (menu.left == caret.point.x && menu.top == caret.point.y));
         PlayStroke({}, VK_ESCAPE);
         ExpectClosed();
     }
@@ -377,6 +409,7 @@ TEST_F(MenuPopupTest, LeftShiftOpensTheEditor) {
 TEST_F(MenuPopupTest, ARowWhoseEntryIsGoneDoesNothing) {
     const std::pair<void (*)(), Texts> rows[] = {
         {[] { list.at(0).current.text[0] = list.at(0).current.label[0] = 0; }, {}},
+        {[] { std::swap(list.at(0), list.at(1)); }, {}},
         {[] { list.clear(); }, {}},
         // A change of the text is none of the place: what the user saw is what is executed.
         {[] { CopyText(list.at(0).current.text, L"changed"); }, {L"execute text one"}},
@@ -394,14 +427,24 @@ TEST_F(MenuPopupTest, ARowWhoseEntryIsGoneDoesNothing) {
 }
 
 TEST_F(MenuPopupTest, NineHundredRowsCanBeUsedAndNoMore) {
-    for (int count = 1; count <= 900; ++count) Add(Format(L"%d", count));
-    Open();
-    PlayStroke({}, VK_UP);
-    PlayStroke({}, VK_UP);  // above the item that shows the main window
-    EXPECT_TRUE(WaitFor([] { return (GetMenuState(RootMenu(), 899, MF_BYPOSITION) & MF_HILITE) != 0; }));
-    PlayStroke({}, VK_RETURN);
-    ExpectClosed();
-    EXPECT_EQ(Calls(), Texts{L"execute 900"});
+    // Columns where they fit side by side, else a menu that scrolls.
+    for (const int last : {120, 900}) {
+        calls.clear();
+        list.clear();
+        for (int count = 1; count <= last; ++count) Add(Format(L"%d", count));
+        Open();
+        PlayStroke({}, VK_UP);
+        PlayStroke({}, VK_UP);  // above the item that shows the main window
+        EXPECT_TRUE(WaitFor([=] {
+            return (GetMenuState(RootMenu(), static_cast<UINT>(last - 1), MF_BYPOSITION) & MF_HILITE) != 0;
+        }));
+        // A menu with a column break would not scroll.
+        const UINT behindRows = GetMenuState(RootMenu(), static_cast<UINT>(last), MF_BYPOSITION);
+        EXPECT_EQ((behindRows & MF_MENUBREAK) == 0, last == 900);
+        PlayStroke({}, VK_RETURN);
+        ExpectClosed();
+        EXPECT_EQ(Calls(), Texts{Format(L"execute %d", last)});
+    }
     Add(L"one too many");
     PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
     HWND box = nullptr;
@@ -415,7 +458,8 @@ TEST_F(MenuPopupTest, NineHundredRowsCanBeUsedAndNoMore) {
 TEST_F(MenuPopupTest, HostileLabelsMakeAMenu) {
     for (const std::wstring& label :
          {std::wstring(255, L'W'), std::wstring(255, L'/'), std::wstring(255, L'&'),
-          std::wstring(L"\x05e9\x05dd\x202e\xd83d\xde00\xdc00"), std::wstring(L"MenuBreakName:")}) {
+          std::wstring(L"\x05e9\x05dd\x202e rtl"), std::wstring(L"\xd83d\xde00\xdc00"),
+          std::wstring(L"MenuBreakName:"), std::wstring(L"a\tb\tc")}) {
         list.clear();
         Add(std::wstring(4000, L'M'), label);
         Add(L"charmap:" + std::wstring(4000, L','));
@@ -443,8 +487,21 @@ TEST_F(MenuPopupTest, TheTooltipShowsTheHighlightedRowsText) {
     EXPECT_EQ(shown(), L"(none)");
     PlayStroke({}, VK_DOWN);
     EXPECT_TRUE(WaitFor([&] { return shown() == L"Dear %name%\r\nbest wishes"; }));
+    RECT menu = {};
+    RECT tooltip = {};
+    GetWindowRect(MenuWindows().at(0), &menu);
+    GetWindowRect(FindWindowW(L"tooltips_class32", nullptr), &tooltip);
+    RECT common = {};
+    EXPECT_FALSE(IntersectRect(&common, &menu, &tooltip));
+    PlayStroke({}, VK_DOWN);
+    EXPECT_TRUE(WaitFor([&] { return shown() == L"text two"; }));
     PlayStroke({}, VK_ESCAPE);
     ExpectClosed();
+    EXPECT_EQ(shown(), L"(none)");
+    showTooltips = false;
+    Open();
+    PlayStroke({}, VK_DOWN);
+    Linger(100);
     EXPECT_EQ(shown(), L"(none)");
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "store/ini_files.h"
 #include "store/list_file.h"
 #include "store/profile.h"
@@ -41,6 +43,7 @@ class Backup : public testing::Test {
 TEST_F(Backup, ACopyOnDemandHoldsTheWholeFileAndCarriesTheTime) {
     WriteProgramText(L"topmost", L"1");
     BackupNow();
+    EXPECT_EQ(backupFolder, CopyFolder());
     const auto names = FilesIn(CopyFolder());
     ASSERT_EQ(names.size(), 1u);
     EXPECT_EQ(ReadBytes(CopyFolder() + L"\\" + names[0]), ReadBytes(settingsPath));
@@ -53,6 +56,9 @@ TEST_F(Backup, ACopyOnDemandHoldsTheWholeFileAndCarriesTheTime) {
 
 TEST_F(Backup, SavesMakeOneWhenTheTimeHasCome) {
     for (int i = 0; i < 3; ++i) EXPECT_EQ(SaveAfter(0, true, true), 0u) << "before the first on demand";
+    for (const int now : {1, 24855, 24856, 845000001, 845000002, INT_MAX - 1}) {
+        EXPECT_GT(AssumedLastBackup(now), now);
+    }
     BackupNow();
     TakeCopies();
     EXPECT_EQ(SaveAfter(3590, true, false), 0u) << "not yet";
@@ -67,6 +73,48 @@ TEST_F(Backup, SavesMakeOneWhenTheTimeHasCome) {
     SaveAfter(4000, true, false);
     DeleteFileW(CopyFolder().c_str());
     EXPECT_EQ(SaveAfter(0, true, false), 0u);
+
+    const struct {
+        int elapsed;
+        bool hourly, daily, isDue;
+    } rows[] = {
+        {3600, true, true, false},  {3601, true, false, true}, {86400, false, true, false},
+        {86401, false, true, true}, {-1, true, true, false},   {INT_MIN, true, true, false},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(IsBackupDue(row.elapsed, row.hourly, row.daily), row.isDue) << row.elapsed;
+}
+
+TEST_F(Backup, CommandsSwitchCopyAndOpenOrSayThatThereIsNoFolder) {
+    static std::wstring told;
+    BackupClient client;
+    client.openFolder = [](const std::wstring& path) { told += L"opened " + path; };
+    client.showMessage = [](HWND, const wchar_t* text, const wchar_t* caption, UINT) WINAPI {
+        told += std::wstring(text) + L"|" + caption;
+        return IDOK;
+    };
+    for (const int on : {1, 0}) {
+        for (const int subCommand : {1, 2}) BackupCommand(subCommand, client);
+        EXPECT_EQ(ReadProgramNumber(L"use_backup_h", -1), on);
+        EXPECT_EQ(ReadProgramNumber(L"use_backup_d", -1), on);
+        EXPECT_EQ(settings.useBackupHourly + settings.useBackupDaily, 2 * on);
+    }
+    for (const int subCommand : {4, 5, 0}) BackupCommand(subCommand, client);
+    EXPECT_EQ(TakeCopies(), 0u);
+    BackupCommand(3, client);
+    EXPECT_EQ(TakeCopies(), 1u);
+    EXPECT_EQ(told, L"opened " + CopyFolder());
+
+    const std::wstring path = std::exchange(settingsPath, L"Verbatix.ini");
+    for (int subCommand = 1; subCommand <= 4; ++subCommand) {
+        told.clear();
+        BackupCommand(subCommand, client);
+        EXPECT_EQ(told, L"Error 321|") << subCommand;
+    }
+    EXPECT_EQ(settings.useBackupHourly, 0);
+    EXPECT_EQ(PrepareBackupFolder(), 0);
+    settingsPath = path;
+    EXPECT_EQ(PrepareBackupFolder(), 1) << "a folder that is there is fine";
 }
 
 }  // namespace
