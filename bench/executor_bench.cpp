@@ -23,7 +23,7 @@ std::wstring HundredRules() {
 
 std::wstring Subject() {
     std::wstring text;
-    for (int word = 0; text.size() < 100 * 1024; ++word)
+    for (int word = 0; text.size() < std::size_t{100} * 1024; ++word)
         text += Format(L"word%02d and more text\r\n", word % 100);
     return text;
 }

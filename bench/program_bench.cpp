@@ -74,6 +74,7 @@ double TimeHotkey(const Target& target) {
 
 std::vector<StoredLine> ManyLines(int count) {
     std::vector<StoredLine> lines;
+    lines.reserve(static_cast<std::size_t>(count));
     for (int number = 0; number < count; ++number) {
         lines.push_back({L"Ctrl-Alt+A", Format(L"entry %d of many, with a text of ordinary length", number),
                          Format(L"Group/%d", number)});
@@ -171,8 +172,8 @@ void BenchStart() {
     double times[3] = {};
     double memory[3] = {};
     for (int index = 0; index < 3; ++index) {
-        std::vector<double> runs;
-        for (int run = 0; run < 5; ++run) runs.push_back(StartTime(counts[index], &memory[index]));
+        std::vector<double> runs(5);
+        for (double& run : runs) run = StartTime(counts[index], &memory[index]);
         times[index] = Median(std::move(runs));
     }
     Row("start to hook ready, 10 entries", times[0], "ms");

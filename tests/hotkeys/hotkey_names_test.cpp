@@ -2,6 +2,7 @@
 #include "hotkeys/hotkey_names.h"
 
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include "base/language.h"
 #include "hotkeys/disabled_hotkeys.h"

@@ -87,7 +87,7 @@ class KeyboardHookTest : public testing::Test {
         thread.Run(AllowNextTrigger);
         for (const BYTE modifier : held) Hold(modifier, true);
         test::PlayStroke({}, key);
-        for (auto modifier = held.rbegin(); modifier != held.rend(); ++modifier) Hold(*modifier, false);
+        for (const BYTE modifier : std::vector(held.rbegin(), held.rend())) Hold(modifier, false);
         return TakeExecuted();
     }
 

@@ -39,13 +39,14 @@ class Folder {
     static void RemoveTree(const std::wstring& path) {
         WIN32_FIND_DATAW found;
         const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
-        for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
+        if (search == INVALID_HANDLE_VALUE) return;
+        do {
             const std::wstring_view name = found.cFileName;
             const std::wstring child = path + L"\\" + std::wstring(name);
             if (name == L"." || name == L"..") continue;
             SetFileAttributesW(child.c_str(), FILE_ATTRIBUTE_NORMAL);
             if (!DeleteFileW(child.c_str())) RemoveTree(child);
-        }
+        } while (FindNextFileW(search, &found));
         FindClose(search);
         RemoveDirectoryW(path.c_str());
     }
