@@ -40,7 +40,7 @@ void Play(const Press& press, BYTE key) {
     const bool isRightControl =
         std::find(press.held.begin(), press.held.end(), VK_RCONTROL) != press.held.end();
     if (!press.mouseDown && !isRightControl) return PlayStroke(press.held, key);
-    for (const BYTE modifier : press.held) PressKeyDown(modifier);
+    for (const BYTE modifier : press.held) HoldDown(modifier);
     if (press.mouseDown) mouse_event(press.mouseDown, 0, 0, 0, 0);
     Linger(50);
     PressKeyDown(key);

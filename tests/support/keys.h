@@ -28,9 +28,18 @@ inline void LetKeyUp(BYTE key) {
     PlayKey(key, KEYEVENTF_KEYUP);
 }
 
+// Presses a modifier, again where it is not down then, as a held key repeats: a pointer that comes into a
+// window makes the bench take all modifiers for released.
+inline void HoldDown(BYTE modifier) {
+    for (int times = 0; times < 5; ++times) {
+        PressKeyDown(modifier);
+        if (GetAsyncKeyState(modifier) < 0) return;
+    }
+}
+
 // Holds `held` down in that order, strokes `key`, lets `held` up in reverse order.
 inline void PlayStroke(std::initializer_list<BYTE> held, BYTE key) {
-    for (const BYTE modifier : held) PressKeyDown(modifier);
+    for (const BYTE modifier : held) HoldDown(modifier);
     PressKeyDown(key);
     LetKeyUp(key);
     for (auto modifier = std::rbegin(held); modifier != std::rend(held); ++modifier) LetKeyUp(*modifier);
