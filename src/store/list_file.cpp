@@ -125,10 +125,8 @@ void AddFirstRunList(EntryList& list, const ListClient& client) {
     SaveList(list, client, false, false);
 }
 
-bool IsFileGone() {
-    return loadedPath == settingsPath &&
-           GetFileAttributesW(settingsPath.c_str()) == INVALID_FILE_ATTRIBUTES &&
-           GetLastError() == ERROR_FILE_NOT_FOUND;
+bool IsListLost() {
+    return loadedPath == settingsPath && IsSettingsFileLost(settingsPath);
 }
 
 int CountToStore(const EntryList& list) {
@@ -158,8 +156,8 @@ int WriteEntry(const ListEntry& entry, ExportSink* sink, const ListEntry* previo
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly) {
     if (client.collectEdits) client.collectEdits();
     CheckTimedBackup();
-    if (IsFileGone()) {
-        // Somebody has deleted it: what is in memory is all there is.
+    if (IsListLost()) {
+        // Somebody has deleted the file: what is in memory is all there is.
         changedOnly = false;
         SaveSettings();
     }
@@ -176,17 +174,18 @@ void SaveList(EntryList& list, const ListClient& client, bool refresh, bool chan
     }
     const bool areEntriesWritten = WriteSlots(written, client);
     const bool isCountWritten = WriteProgramNumber(kCountKey, CountToStore(list));
+    if (areEntriesWritten && isCountWritten && !changedOnly) SettingsFileIsWhole();
     if (isCountWritten) RefreshViews(client, refresh);
     if (!areEntriesWritten || !isCountWritten) ReportUnsaved(client);
 }
 
 bool HasUnsaved(const EntryList& list) {
-    return std::any_of(list.begin(), list.end(), [](const auto& entry) {
-        ListEntry saved = entry.second.saved;
-        saved.groupRef = entry.second.current.groupRef;
-        saved.kind = entry.second.current.kind;
-        return Differ(entry.second.current, saved);
-    });
+    return IsListLost() || std::any_of(list.begin(), list.end(), [](const auto& entry) {
+               ListEntry saved = entry.second.saved;
+               saved.groupRef = entry.second.current.groupRef;
+               saved.kind = entry.second.current.kind;
+               return Differ(entry.second.current, saved);
+           });
 }
 
 void LoadList(EntryList& list, const ListClient& client) {
@@ -197,6 +196,7 @@ void LoadList(EntryList& list, const ListClient& client) {
     std::optional<UniqueFile> guard = KeepReadable(settingsPath, kLongestLock);
     const int count = guard ? ReadProgramNumber(kCountKey, -1) : 0;
     loadedPath = guard && *guard ? settingsPath : std::wstring();
+    SettingsFileIsWhole();
     if (!guard) {
         isListUnread = true;
         ReportUnsaved(client);

@@ -39,7 +39,7 @@ int WriteEntry(const ListEntry& entry, ExportSink* sink = nullptr, const ListEnt
 // `refresh` is passed on to the views.
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly);
 
-// Whether an entry has changed since it was last read or written.
+// Whether an entry has changed since it was last read or written, or the file has been deleted meanwhile.
 bool HasUnsaved(const EntryList& list);
 
 // Fills an empty list from the settings file; a file without a count gets the first-run list. Only keys

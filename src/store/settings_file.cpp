@@ -16,6 +16,9 @@ namespace {
 constexpr std::string_view kUtf16Mark = "\xff\xfe";
 constexpr std::int64_t kLargestFile = 64LL << 20;
 
+// The file that was begun last; empty once it is whole.
+std::wstring begunPath;
+
 std::optional<std::string> ReadAll(const std::wstring& path) {
     return ReadWholeFile(path, kLargestFile);
 }
@@ -62,6 +65,12 @@ bool RewriteAsUtf16(const std::wstring& path) {
     return ReplaceSettingsFile(path, temporary);
 }
 
+bool Begin(const std::wstring& path, DWORD disposition) {
+    if (!WriteWholeFile(path, disposition, kUtf16Mark)) return false;
+    begunPath = path;
+    return true;
+}
+
 }  // namespace
 
 bool IsProfilePath(const std::wstring& path) {
@@ -73,15 +82,28 @@ bool PrepareSettingsFile(const std::wstring& path, std::wstring_view text) {
     if (!IsProfilePath(path)) return false;
     WIN32_FILE_ATTRIBUTE_DATA file;
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &file)) {
-        return WriteWholeFile(path, CREATE_NEW, kUtf16Mark) || GetLastError() == ERROR_FILE_EXISTS;
+        return Begin(path, CREATE_NEW) || GetLastError() == ERROR_FILE_EXISTS;
     }
     if (file.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return false;
-    if (file.nFileSizeLow == 0 && file.nFileSizeHigh == 0)
-        return WriteWholeFile(path, OPEN_EXISTING, kUtf16Mark);
+    if (file.nFileSizeLow == 0 && file.nFileSizeHigh == 0) return Begin(path, OPEN_EXISTING);
     const std::optional<Encoding> encoding = EncodingOfFile(path);
     if (!encoding) return false;
     if (*encoding == Encoding::kUtf16) return true;
     return (*encoding == Encoding::kAnsi && FitsAnsiCodePage(text)) || RewriteAsUtf16(path);
+}
+
+bool IsSettingsFileLost(const std::wstring& path) {
+    if (begunPath == path) return true;
+    WIN32_FILE_ATTRIBUTE_DATA file;
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &file)) {
+        return GetLastError() == ERROR_FILE_NOT_FOUND;
+    }
+    return !(file.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) && file.nFileSizeLow == 0 &&
+           file.nFileSizeHigh == 0;
+}
+
+void SettingsFileIsWhole() {
+    begunPath.clear();
 }
 
 bool ReplaceSettingsFile(const std::wstring& path, const std::wstring& replacement) {

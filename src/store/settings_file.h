@@ -21,6 +21,11 @@ bool IsProfilePath(const std::wstring& path);
 // when the path is a folder, cannot be created or read, or the rewriting failed.
 bool PrepareSettingsFile(const std::wstring& path, std::wstring_view text = {});
 
+// Whether what the file held is lost: it has been deleted or emptied, or begun anew by the above, since
+// SettingsFileIsWhole() was called, which says that all there is to keep is in it.
+bool IsSettingsFileLost(const std::wstring& path);
+void SettingsFileIsWhole();
+
 // Puts the file `replacement` in the place of `path`. When that fails, `replacement` is deleted, but kept
 // if there is nothing at `path` any more: it may then be the only copy.
 bool ReplaceSettingsFile(const std::wstring& path, const std::wstring& replacement);

@@ -65,12 +65,7 @@ void MinimizeMainWindow() {
 
 bool SaveForExit() {
     constexpr int kLoseChanges = 1314;
-    // An edit is saved, and a failure told, on the way.
-    const bool isSaved = editor.edited;
-    if (!SaveEdits(Warn::kAlways)) return ShowMainWindow(), false;
-    if (!isSaved && HasUnsaved(mainWindow.entries)) {
-        SaveList(mainWindow.entries, mainWindow.listClient, true, true);
-    }
+    if (!SaveAll(Warn::kAlways)) return ShowMainWindow(), false;
     RememberWindowPlace(mainWindow.window);
     return !HasUnsaved(mainWindow.entries) ||
            MessageBoxW(mainWindow.window, LanguageText(kLoseChanges).c_str(), kProductName,

@@ -238,6 +238,16 @@ bool SaveEdits(Warn warn) {
     return true;
 }
 
+bool SaveAll(Warn warn) {
+    // An edit is saved, and a failure told, on the way.
+    const bool isSaved = editor.edited;
+    if (!SaveEdits(warn)) return false;
+    if (!isSaved && HasUnsaved(mainWindow.entries)) {
+        SaveList(mainWindow.entries, mainWindow.listClient, true, true);
+    }
+    return true;
+}
+
 void OnEditorTimer() {
     SaveEdits(Warn::kOnce);
 }

@@ -36,6 +36,9 @@ bool TakeEditsOver(Warn warn);
 // The same, and writes it and renews the hotkeys.
 bool SaveEdits(Warn warn);
 
+// The same, and writes what has not been written by earlier saves or is lost with a deleted file.
+bool SaveAll(Warn warn);
+
 // TIMER_EDITOR_UPDATE has run out.
 void OnEditorTimer();
 

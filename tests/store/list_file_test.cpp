@@ -155,16 +155,31 @@ TEST(SaveList, ADeletedFileIsWrittenAnew) {
     WriteBytes(settingsPath, Utf16File(L"[Program]\r\nlistcmd_count=2\r\ntopmost=1\r\n[list_text]\r\n"
                                        L"text_000=Ctrl+A=one<E<N<D|\r\ntext_001=Ctrl+B=two<E<N<D|\r\n"));
     LoadSettings();
-    EntryList list = Loaded();
-    DeleteFileW(settingsPath.c_str());
-    CopyText(list.at(1).current.text, L"changed");
-    SaveList(list, Client(), true, true);
-    EXPECT_EQ(asked.message, L"");
-    const EntryList again = Loaded();
-    ASSERT_EQ(again.size(), 2u);
-    EXPECT_STREQ(again.at(0).current.text, L"one") << "though it had not changed";
-    EXPECT_STREQ(again.at(1).current.text, L"changed");
-    EXPECT_EQ(ReadProgramNumber(L"topmost", 0), 1);
+    void (*const losses[])() = {
+        [] { DeleteFileW(settingsPath.c_str()); },
+        [] { WriteBytes(settingsPath, ""); },
+        [] {
+            DeleteFileW(settingsPath.c_str());
+            WriteProgramText(L"WinRC", L"written before the list");
+        },
+    };
+    std::wstring text = L"two";
+    for (const auto lose : losses) {
+        EntryList list = Loaded();
+        EXPECT_FALSE(HasUnsaved(list));
+        lose();
+        EXPECT_TRUE(HasUnsaved(list));
+        text += L" changed";
+        CopyText(list.at(1).current.text, text);
+        SaveList(list, Client(), true, true);
+        EXPECT_EQ(asked.message, L"");
+        EXPECT_FALSE(HasUnsaved(list));
+        const EntryList again = Loaded();
+        ASSERT_EQ(again.size(), 2u);
+        EXPECT_STREQ(again.at(0).current.text, L"one") << "though it had not changed";
+        EXPECT_EQ(again.at(1).current.text, text);
+        EXPECT_EQ(ReadProgramNumber(L"topmost", 0), 1);
+    }
     settings = {};
 }
 
