@@ -150,6 +150,7 @@ bool HaveSameShape(const EntryTree& a, const EntryTree& b) {
 
 std::vector<int> EntriesBelow(const EntryTree& tree, int node) {
     std::vector<int> positions;
+    if (node < 0) return positions;
     std::vector<int> open = {node};
     while (!open.empty()) {
         const TreeNode& next = tree.nodes[static_cast<std::size_t>(open.back())];

@@ -57,7 +57,7 @@ int FindEntryNode(const EntryTree& tree, int position);
 // Whether both have the same nodes at the same places, so that at most names differ.
 bool HaveSameShape(const EntryTree& a, const EntryTree& b);
 
-// Positions of the entries in and below a node, in the order of the tree.
+// Positions of the entries in and below a node, in the order of the tree; none of node -1.
 std::vector<int> EntriesBelow(const EntryTree& tree, int node);
 
 }  // namespace verbatix

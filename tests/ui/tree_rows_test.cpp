@@ -70,6 +70,7 @@ TEST_F(TreeTest, HotkeysThenGroupsThenEntries) {
               L"<Ctrl + A: two (G: six) (K: shown text) no label> "
               L"<Ctrl + Q: (G: (H: one five) four) three> <none: loose>");
     EXPECT_EQ(EntriesBelow(tree_, Named(L"Ctrl + Q")), (std::vector<int>{0, 5, 4, 3}));
+    EXPECT_TRUE(EntriesBelow(tree_, -1).empty()) << "nothing is selected";
     Build(false);
     EXPECT_EQ(Show(),
               L"<Ctrl + A: two / /G//six K/ no label> <Ctrl + Q: G/H/one three G/four G/H/five> "
