@@ -25,7 +25,7 @@ struct MainWindow {
     std::size_t entryCount = 0;  // entries that are not deleted, shown or not
     bool listCommandsBlocked = false;  // an entry is being dragged or a menu of the view is open
     RECT minimumRectangle = {};
-    bool maximizeWhenShown = false;
+    bool maximizeWhenShown = false;  // not shown yet, and maximised when it was last seen
     ULONGLONG broughtToFrontAt = 0;  // milliseconds since the system started
     TrackingTooltip tooltip;
     TrayIcon tray;

@@ -3,10 +3,13 @@
 #include <algorithm>
 
 #include "store/settings.h"
+#include "ui/main_window.h"
 
 namespace verbatix {
 
 void RememberWindowPlace(HWND window) {
+    // Never shown in this run, it would be taken for a window of ordinary size.
+    if (mainWindow.maximizeWhenShown) return;
     WINDOWPLACEMENT placement = {};
     placement.length = sizeof placement;
     if (!GetWindowPlacement(window, &placement)) return;

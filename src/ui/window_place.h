@@ -5,7 +5,8 @@
 
 namespace verbatix {
 
-// Stores the window's place in the settings file.
+// Stores the window's place in the settings file; that of a maximised one stays while it has not been
+// shown.
 void RememberWindowPlace(HWND window);
 
 // Gives the window its stored place. One that lies on no screen any more is moved onto the nearest; one
