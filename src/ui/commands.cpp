@@ -9,6 +9,7 @@
 #include "base/handle.h"
 #include "base/language.h"
 #include "base/product.h"
+#include "base/text.h"
 #include "clipboard/slots.h"
 #include "ids.h"
 #include "store/backup.h"
@@ -61,7 +62,7 @@ void Nothing(int, LPARAM) {}
 // Opened for writing once before it is shown: that tells a file that is there from one that is not, and an
 // editor is not started on nothing.
 void OpenSettingsFile() {
-    SaveEdits(Warn::kOnce);
+    SaveAll(Warn::kOnce);
     UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!check) return;
@@ -69,14 +70,27 @@ void OpenSettingsFile() {
     ShellExecuteW(mainWindow.window, L"open", settingsPath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
+// Says so where the folder is missing all the same: a file of its name may be in the way.
+bool HasBackupFolder() {
+    constexpr int kNoFolder = 1323;
+    const DWORD attributes = GetFileAttributesW(backupFolder.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) return true;
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(kNoFolder), {backupFolder}).c_str(), kProductName,
+                MB_OK | MB_ICONWARNING);
+    return false;
+}
+
 void OpenFolder(const std::wstring& folder) {
+    if (!HasBackupFolder()) return;
     ShellExecuteW(mainWindow.window, L"open", folder.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
 void RunBackup(int id) {
     constexpr int kBeforeFirst = 4000;
-    SaveEdits(Warn::kOnce);  // into the copy too
+    constexpr int kNow = 4003;
+    SaveAll(Warn::kOnce);  // into the copy too
     BackupCommand(id - kBeforeFirst, {mainWindow.window, OpenFolder});
+    if (id == kNow && !backupFolder.empty()) HasBackupFolder();
 }
 
 void SwitchTopmost(int id) {

@@ -121,6 +121,18 @@ TEST_F(ProgramTest, ALockedFileIsToldOfAndWrittenLater) {
     EXPECT_TRUE(FileHolds(L"listcmd_count=3"));
 }
 
+TEST_F(ProgramTest, ADeletedFileAndAMissingFolderLoseNothing) {
+    Start({{L"Ctrl+Q", L"kept"}});
+    const std::wstring backups = run_.Place().File(L"Backup");
+    WriteBytes(backups, "a file where the folder should be");
+    Menu(4003);
+    EXPECT_TRUE(Answer(IDOK).ends_with(backups));
+    ASSERT_TRUE(DeleteFileW(run_.SettingsFile().c_str()));
+    Menu(2);  // an option, which begins the file anew
+    EXPECT_EQ(run_.Exit(), 1);
+    EXPECT_TRUE(FileHolds(L"text_000=Ctrl+Q=kept<E<N<D|") && FileHolds(L"listcmd_count=1"));
+}
+
 TEST_F(ProgramTest, SuggestsWordsWithoutGettingInTheWay) {
     WriteBytes(run_.Place().File(L"Verbatix_words.txt"), "Verbatix verbose\nverse");
     Start({{L"Ctrl+Q", L" end"}});

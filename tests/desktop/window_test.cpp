@@ -24,6 +24,20 @@ TEST_F(MainDialog, TheMarkerTellsTheTablesApart) {
     Send(5, 0);
     EXPECT_EQ(ReadNumber(L"tray_if_minimize"), 0);
     EXPECT_TRUE(Becomes(false));
+    const std::pair<WPARAM, const wchar_t*> switches[] = {
+        {2, L"tray_if_close"},      {3, L"start_tray"},           {4, L"start_hiden"},
+        {6, L"hide_if_close"},      {1112, L"use_date_format"},   {1113, L"use_time_format"},
+        {3000, L"use_ignore_case"}, {3001, L"show_menu_tooltip"}, {1115, L"restore_old_clipboard"},
+        {2000, L"use_menu_sort"},   {2002, L"use_menu_sort"},     {4001, L"use_backup_h"},
+        {4002, L"use_backup_d"},
+    };
+    for (const auto& [id, key] : switches) {
+        const int before = ReadNumber(key);
+        Send(id, 0);
+        EXPECT_EQ(ReadNumber(key), before) << id;
+        Send(id, kMarker);
+        EXPECT_NE(ReadNumber(key), before) << id;
+    }
 }
 
 TEST_F(MainDialog, ClosingGoesToTheTrayOrEndsTheProgram) {
@@ -81,6 +95,11 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlace) {
     EXPECT_LT(list.right - list.left, client.right);
     EXPECT_EQ(run_.Exit(), 1);
     EXPECT_TRUE(FileHolds(L"WinRC=100;60;1000;560;1;x,y,w,h,SW"));
+    // Maximised, and then not shown in a whole run.
+    const wchar_t* const maximised = L"WinRC=100;60;1000;560;3;x,y,w,h,SW\r\n";
+    ProgramWindow::Start({}, maximised, L"-bg");
+    EXPECT_EQ(run_.Exit(), 1);
+    EXPECT_TRUE(FileHolds(maximised));
 }
 
 TEST_F(MainDialog, ComesBackOntoTheScreen) {
