@@ -99,7 +99,9 @@ int PlaceStatusBar(int width) {
     SendMessageW(mainWindow.statusBar, WM_SIZE, 0, 0);
     RECT status = {};
     GetWindowRect(mainWindow.statusBar, &status);
-    const int parts[] = {width * 30 / 100, width * 60 / 100, width * 80 / 100, -1};
+    // The second part has room for the longest of its texts, which says why no hotkey works; the third is
+    // not used.
+    const int parts[] = {width * 28 / 100, width * 86 / 100, width * 86 / 100, -1};
     SendMessageW(mainWindow.statusBar, SB_SETPARTS, std::size(parts), reinterpret_cast<LPARAM>(parts));
     return static_cast<int>(status.bottom - status.top);
 }
