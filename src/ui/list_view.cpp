@@ -61,6 +61,17 @@ void LayOutColumns(HWND list) {
     }
 }
 
+void StretchTextColumn(HWND list) {
+    RECT client;
+    if (!GetClientRect(list, &client)) return;
+    const int text = static_cast<int>(std::size(kColumns)) - 1;
+    // Room for the scroll bar stays free: one that comes must not bring the other one along.
+    const bool scrolls = (GetWindowLongPtrW(list, GWL_STYLE) & WS_VSCROLL) != 0;
+    int left = static_cast<int>(client.right) - (scrolls ? 0 : GetSystemMetrics(SM_CXVSCROLL));
+    for (int column = 0; column < text; ++column) left -= ListView_GetColumnWidth(list, column);
+    ListView_SetColumnWidth(list, text, std::max(40, left));
+}
+
 // What was selected is found again by its position in the list: rows move when the order changes.
 static void SelectRow(int row) {
     const HWND list = mainWindow.list;

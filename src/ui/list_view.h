@@ -42,7 +42,10 @@ LRESULT OnListNotify(const NMHDR& header);
 // it is.
 void OnSelectionChanged();
 
-// Shares the width of the list among the columns; the text gets what the other two leave.
+// Shares the width of the list among the columns.
 void LayOutColumns(HWND list);
+
+// Gives the text what the other columns leave, when the list has another width.
+void StretchTextColumn(HWND list);
 
 }  // namespace verbatix

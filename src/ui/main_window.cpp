@@ -161,7 +161,7 @@ static void OnGetMinMaxInfo(MINMAXINFO& info) {
 static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (OnDragMessage(message, lParam)) return TRUE;
     switch (message) {
-        case WM_SIZE: return LayOutControls(dialog), TRUE;
+        case WM_SIZE: return LayOutControls(dialog), StretchTextColumn(mainWindow.list), TRUE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;

@@ -93,6 +93,10 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlace) {
     GetWindowRect(list_, &list);
     EXPECT_GT(list.right - list.left, client.right - 40);
     EXPECT_LT(list.right - list.left, client.right);
+    LRESULT columns = 0;
+    for (const WPARAM column : {0U, 1U, 2U}) columns += SendMessageW(list_, LVM_GETCOLUMNWIDTH, column, 0);
+    GetClientRect(list_, &list);
+    EXPECT_EQ(columns + GetSystemMetrics(SM_CXVSCROLL), list.right);
     EXPECT_EQ(run_.Exit(), 1);
     EXPECT_TRUE(FileHolds(L"WinRC=100;60;1000;560;1;x,y,w,h,SW"));
     // Maximised, and then not shown in a whole run.
