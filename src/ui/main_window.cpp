@@ -210,7 +210,9 @@ void ShowMainWindow() {
     // Minimised all the same, by the task bar's "show desktop" for one, it would come up as a button.
     ShowWindow(mainWindow.window, IsIconic(mainWindow.window) ? SW_RESTORE : SW_SHOW);
     mainWindow.broughtToFrontAt = GetTickCount64();
-    BringToFront(mainWindow.window);
+    // Behind a question of its own it could not be used.
+    const bool isEnabled = IsWindowEnabled(mainWindow.window) != FALSE;
+    BringToFront(isEnabled ? mainWindow.window : GetLastActivePopup(mainWindow.window));
     if (settings.setFocus) SetFocus(ShownView());
 }
 
