@@ -54,6 +54,7 @@ TEST(Commands, ReplaceByRules) {
         {L"replace:\\na=>b=>c", L"xa", L"xb=>c", 1},    // split at the first arrow
         {L"replace:\\n%09=>%13%10", L"a\tb", L"a\r\nb", 1},
         {L"replace:\\n%25=>x", L"50%25", L"50x", 1},  // beyond the control codes
+        {L"replace:\\n=>x\\nno rule", L"ab", L"ab", 0},
     };
     for (const auto& row : rows) {
         const ReplaceResult result = ApplyReplaceRules(row.entry, row.subject);
