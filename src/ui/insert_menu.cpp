@@ -83,9 +83,10 @@ constexpr Meaning kMeanings[] = {
     {L"sys:ScreensaverOn", 1205},
     {L"sys:ImgToClipboard", 1206},
     {L"sys:PathToClipboard", 1207},
-    {L"sys:PathToClipboard+", 1208},
-    {L"sys:PathToClipboardSlash", 1209},
-    {L"sys:PathToClipboardSlash+", 1210},
+    // The first name takes them all: the longer ones give the same plain paths.
+    {L"sys:PathToClipboard+", 1207},
+    {L"sys:PathToClipboardSlash", 1207},
+    {L"sys:PathToClipboardSlash+", 1207},
     {L"sys:SwitchPowerOptions:", 1211},
     {L"sys:ClipboardImgCliper", 1212},
     {L"sys:ClipboardImgRGBA", 1213},
