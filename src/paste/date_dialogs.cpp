@@ -37,7 +37,9 @@ void FitToCalendar(HWND dialog) {
     RECT needed = {};
     RECT given = {};
     if (!MonthCal_GetMinReqRect(calendar, &needed) || !GetClientRect(calendar, &given)) return;
-    const int wider = std::max(0L, needed.right - given.right);
+    // The line with today's date may need more than the days do.
+    const auto today = static_cast<LONG>(MonthCal_GetMaxTodayWidth(calendar));
+    const int wider = std::max({0L, needed.right - given.right, today - given.right});
     const int higher = std::max(0L, needed.bottom - given.bottom);
     SetWindowPos(calendar, nullptr, 0, 0, given.right + wider, given.bottom + higher,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
