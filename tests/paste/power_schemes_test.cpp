@@ -50,6 +50,28 @@ PowerFunctions ByGuid() {
     return {{}, nullptr, Enumerate, ReadName, GetActive, nullptr, SetActive};
 }
 
+// The older family: numbers with gaps, and names whose size counts the terminator or leaves it out.
+BOOLEAN WINAPI EnumerateNumbers(PWRSCHEMESENUMPROC take, LPARAM parameter) {
+    wchar_t names[][5] = {L"Home", L"Work"};
+    return take(2, sizeof names[0], names[0], 0, nullptr, nullptr, parameter) &&
+           take(7, 3 * sizeof(wchar_t), names[1], 0, nullptr, nullptr, parameter) &&
+           take(9, 0, nullptr, 0, nullptr, nullptr, parameter);
+}
+
+BOOLEAN WINAPI SetNumber(UINT number, PGLOBAL_POWER_POLICY, PPOWER_POLICY) {
+    answers.activated = static_cast<int>(number);
+    return TRUE;
+}
+
+BOOLEAN WINAPI GetNumber(PUINT number) {
+    *number = 7;
+    return TRUE;
+}
+
+PowerFunctions ByNumber() {
+    return {{}, EnumerateNumbers, nullptr, nullptr, nullptr, SetNumber, nullptr, GetNumber};
+}
+
 std::wstring Listed(const PowerFunctions& power) {
     std::wstring text;
     for (const PowerScheme& scheme : ListPowerSchemes(power))
@@ -59,6 +81,16 @@ std::wstring Listed(const PowerFunctions& power) {
 
 TEST(PowerSchemes, AreListedWhateverTheSystemAnswers) {
     EXPECT_EQ(Listed(ByGuid()), L"Scheme 1|*Scheme 2|" + std::wstring(1023, L'n') + L"|");
+    EXPECT_EQ(Listed(ByNumber()), L"Home|*Wor||");
+    SwitchPowerScheme(ByNumber(), L"SwitchPowerOptions:2");
+    EXPECT_EQ(answers.activated, 7);
+    EXPECT_EQ(Listed({}), L"");
+    SwitchPowerScheme({}, L"SwitchPowerOptions:1");
+    PowerFunctions failing = ByGuid();
+    failing.powerGetActiveScheme = [](HKEY, GUID**) -> DWORD { return ERROR_ACCESS_DENIED; };
+    failing.powerReadFriendlyName = [](HKEY, const GUID*, const GUID*, const GUID*, PUCHAR,
+                                       LPDWORD) -> DWORD { return ERROR_MORE_DATA; };
+    EXPECT_EQ(Listed(failing), L"Power Sheme (1)|Power Sheme (2)|Power Sheme (3)|");
     answers.count = 1000;
     EXPECT_EQ(ListPowerSchemes(ByGuid()).size(), 32u);
 }
