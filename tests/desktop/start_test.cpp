@@ -1,6 +1,8 @@
 // Starting the whole program: arguments, where the settings file lives, one copy a session, the tray icon.
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <shellapi.h>
 #include <shlobj.h>
 

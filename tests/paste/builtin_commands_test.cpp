@@ -104,6 +104,7 @@ TEST_F(BuiltinCommandsTest, MonitorAndScreenSaverArePostedToEveryWindow) {
 TEST_F(BuiltinCommandsTest, ShellBrowserAsksFourGenerations) {
     for (const int answering : {0, 3, 4, -1}) {       // 0 is the target itself
         std::vector<std::unique_ptr<Recorder>> line;  // the oldest first
+        line.reserve(5);
         for (int i = 0; i < 5; ++i) {
             line.push_back(std::make_unique<Recorder>(line.empty() ? nullptr : line.back()->Window()));
         }

@@ -108,7 +108,8 @@ struct ClipboardImageTest : SelectionTarget {
 };
 
 TEST_F(ClipboardImageTest, IsCroppedOrBecomesSource) {
-    PixelImage sheet = {60, 40, std::vector<std::uint32_t>(60 * 40, 0xFFFFFF)};  // with a dark rectangle
+    PixelImage sheet = {
+        60, 40, std::vector<std::uint32_t>(std::size_t{60} * 40, 0xFFFFFF)};  // with a dark rectangle
     for (std::uint32_t y = 7; y < 19; ++y) {
         for (std::uint32_t x = 11; x < 31; ++x) sheet.pixels[y * 60 + x] = 0x400000 + x + y * 256;
     }

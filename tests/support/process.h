@@ -28,12 +28,11 @@ class Process {
   public:
     // Starts `commandLine`, whose first word is the program (quoted where it holds blanks). False in a
     // boolean test when it could not be started.
-    explicit Process(const std::wstring& commandLine, const std::wstring& workingFolder = {}) {
-        std::wstring line = commandLine;  // the system writes into it
+    explicit Process(std::wstring commandLine, const std::wstring& workingFolder = {}) {
         STARTUPINFOW startup = {};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION started = {};
-        if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+        if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
                             workingFolder.empty() ? nullptr : workingFolder.c_str(), &startup, &started)) {
             return;
         }
