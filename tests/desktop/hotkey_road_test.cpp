@@ -59,11 +59,11 @@ TEST(HotkeyRoad, EveryModifierPutsItsTextIntoTheTarget) {
     ProgramRun run;
     ASSERT_TRUE(run.WriteSettings(SettingsText(lines)));
     ASSERT_TRUE(run.Start(L"-bg"));
+    SetCursorPos(900, 300);
     const Target target;
     for (const Press& press : kModifiers) {
         target.SetText(L"");
         ASSERT_TRUE(target.Activate());
-        SetCursorPos(900, 300);
         // The middle button pastes by itself in the edit control of the bench: then there is nothing.
         if (OpenClipboard(nullptr)) EmptyClipboard() && CloseClipboard();
         Play(press, 'Q');
@@ -103,7 +103,7 @@ TEST(HotkeyRoad, EveryKindOfKeyAndTextArrives) {
         for (std::size_t at; (at = expected.find(L"\\n")) != std::wstring::npos;)
             expected.replace(at, 2, L"\r\n");
         EXPECT_TRUE(WaitFor([&] { return target.Text() == expected; }))
-            << ::testing::PrintToString(row.keyName);
+            << ::testing::PrintToString(row.keyName) << " gave " << ::testing::PrintToString(target.Text());
         Linger(kGuardMilliseconds);
     }
 }
