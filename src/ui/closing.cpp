@@ -12,6 +12,7 @@
 #include "store/list_exchange.h"
 #include "store/profile.h"
 #include "store/settings.h"
+#include "store/settings_path.h"
 #include "ui/editor.h"
 #include "ui/main_window.h"
 #include "ui/window_place.h"
@@ -83,13 +84,16 @@ void ExitProgram(int dialogCode) {
     if (SaveForExit()) LeaveProgram(dialogCode);
 }
 
-// Beside the backups, under the time.
+// Under the time, beside the backups, or beside the settings file where they have no folder.
 static std::wstring KeepInFile(const std::wstring& text) {
-    if (!PrepareBackupFolder()) return {};
     SYSTEMTIME now;
     GetLocalTime(&now);
-    const std::wstring path = backupFolder + L"\\" + BackupFileName(now) + L"_unsaved.txt";
-    return WriteExportFile(path, text) ? path : std::wstring();
+    const std::wstring name = L"\\" + BackupFileName(now) + L"_unsaved.txt";
+    PrepareBackupFolder();
+    for (const std::wstring& folder : {backupFolder, settingsPath.substr(0, settingsPath.rfind(L'\\'))}) {
+        if (!folder.empty() && WriteExportFile(folder + name, text)) return folder + name;
+    }
+    return {};
 }
 
 void SaveWithoutAsking() {

@@ -82,6 +82,7 @@ TEST_F(ProgramTest, ARestartThatFailsLeavesTheProgramRunning) {
 
 TEST_F(ProgramTest, ATextTooLongIsNeverLost) {
     const std::wstring text(4000, L'x');
+    WriteBytes(run_.Place().File(L"Backup"), "in the way of the folder");
     Start({{L"Ctrl+Q", text}});
     ASSERT_TRUE(WaitFor([&] { return Text(IDC_TEXT).size() == 4000; }));
     Type(IDC_TEXT, L"ab");
