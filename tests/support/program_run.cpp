@@ -64,7 +64,7 @@ HWND ProgramRun::MainDialog() const {
 // Once a modifier stays down: the window and the pointer that have come to the front and into it make the
 // bench take all of them for released, some time later.
 static bool KeepsModifiers() {
-    constexpr BYTE kHarmless = VK_RSHIFT;
+    constexpr BYTE kHarmless = VK_LSHIFT;
     constexpr DWORD kMilliseconds = 60;
     PressKeyDown(kHarmless);
     Linger(kMilliseconds);
