@@ -34,7 +34,9 @@ class Layout {
     int X(int units) const { return Pixels(units, 0).cx; }
     int Y(int units) const { return Pixels(0, units).cy; }
     void Place(int control, int x, int y, int width, int height) const {
-        MoveWindow(GetDlgItem(dialog_, control), x, y, std::max(width, 0), std::max(height, 0), TRUE);
+        // Drawn anew: what a maximised window copies along may not have been drawn yet.
+        SetWindowPos(GetDlgItem(dialog_, control), nullptr, x, y, std::max(width, 0), std::max(height, 0),
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     }
 
   private:
