@@ -43,8 +43,8 @@ void GoToView() {
     if (SelectedEntry() >= 0 || SelectedNode() > 0) return;
     if (ShownView() == mainWindow.tree) {
         TreeView_SelectItem(mainWindow.tree, TreeView_GetRoot(mainWindow.tree));
-    } else if (!mainWindow.rows.empty()) {
-        SelectEntry(mainWindow.rows.front());
+    } else {
+        SelectFirstEntry();
     }
 }
 

@@ -140,8 +140,17 @@ int SelectedEntry() {
     return exists ? mainWindow.rows[static_cast<std::size_t>(row)] : -1;
 }
 
+static std::vector<int> ShownOrder() {
+    return settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
+}
+
+void SelectFirstEntry() {
+    const std::vector<int> rows = ShownOrder();
+    if (!rows.empty()) SelectEntry(rows.front());
+}
+
 int NeighbourOf(int position) {
-    const std::vector<int> rows = settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
+    const std::vector<int> rows = ShownOrder();
     const auto found = std::find(rows.begin(), rows.end(), position);
     if (found == rows.end() || rows.size() == 1) return -1;
     return found + 1 == rows.end() ? found[-1] : found[1];

@@ -29,6 +29,9 @@ void SelectEntry(int position);
 // The same in the list alone, for the tree, whose selection the list keeps.
 void SelectListRow(int position);
 
+// Selects the entry that stands first in the shown view, if there is one.
+void SelectFirstEntry();
+
 // Position of the selected entry, -1 when none is.
 int SelectedEntry();
 

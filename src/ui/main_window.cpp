@@ -121,7 +121,7 @@ static void OnInitDialog(HWND dialog) {
     // Later: a box in the middle of the start would hold up the rest of it.
     PostMessageW(dialog, WM_COMMAND, CMD_UNSAVED_TEXT, 0);
     // Somebody who opens the window for the first time sees what an entry is made of.
-    if (!mainWindow.rows.empty()) SelectEntry(mainWindow.rows.front());
+    SelectFirstEntry();
 }
 
 static LRESULT OnNotify(const NMHDR& header) {
