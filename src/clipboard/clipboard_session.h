@@ -16,14 +16,6 @@ namespace verbatix {
 class ClipboardSession {
   public:
     ClipboardSession() : open_(OpenClipboard(nullptr) != FALSE) {}
-    ClipboardSession(ClipboardSession&& other) noexcept : open_(std::exchange(other.open_, false)) {}
-    ClipboardSession& operator=(ClipboardSession&& other) noexcept {
-        if (this != &other) {
-            Close();
-            open_ = std::exchange(other.open_, false);
-        }
-        return *this;
-    }
     ClipboardSession(const ClipboardSession&) = delete;
     ClipboardSession& operator=(const ClipboardSession&) = delete;
     ~ClipboardSession() { Close(); }
