@@ -242,7 +242,7 @@ static UINT Choose() {
 
 static void RefuseMenu() {
     pasteMenu.phase = Phase::CarryingOut;
-    MessageBoxW(nullptr, L"Max 900 per Menu", kProductName, MB_OK | MB_ICONWARNING | MB_SETFOREGROUND);
+    ShowBoxInFront(nullptr, L"Max 900 per Menu", kProductName, MB_OK | MB_ICONWARNING);
     pasteMenu.phase = Phase::Closed;
 }
 
