@@ -101,7 +101,7 @@ std::string Damaged(std::string data, std::mt19937& random) {
 }
 
 TEST(DamagedData, IsReadFromInside) {
-    constexpr int kInputs = 60000;
+    constexpr int kInputs = 100'000;
     std::mt19937 random(20240517);
     int lists = 0;
     int fragments = 0;
