@@ -133,25 +133,32 @@ TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
     EXPECT_EQ(Clipboard(), L"");
 }
 
-TEST_F(EntryCommands, WithoutTheOptionTheTextStays) {
-    Start({{L"Ctrl-Alt+A", L"text a"}});
-    ASSERT_TRUE(ClipboardPutText(L"the user's"));
-    Press('A');
-    EXPECT_TRUE(Shows(L"text a"));
-    Linger(400);
-    EXPECT_EQ(Clipboard(), L"text a");
-}
-
 TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
     Start({{L"Ctrl-Alt+M", L"first", L"&Alpha"}, {L"Ctrl-Alt+M", L"second", L"&Beta"}});
+    const HWND dialog = run_.MainDialog();
+    const auto isOpen = [] { return IsWindowVisible(FindWindowW(L"#32768", nullptr)) != FALSE; };
+    // A stroke may come to nothing on the bench when the focus has just moved.
+    const auto open = [&] {
+        EXPECT_TRUE(target_->Activate());
+        for (int press = 0; press < 3 && !isOpen(); ++press) {
+            Linger(kGuardMilliseconds);
+            PlayStroke({VK_LCONTROL, VK_LMENU}, 'M');
+            WaitFor(isOpen, 1500);
+        }
+        return isOpen();
+    };
     target_->SetText(L"before ");
-    PlayStroke({VK_LCONTROL, VK_LMENU}, 'M');
-    ASSERT_TRUE(WaitFor([] {
-        return FindWindowW(L"#32768", nullptr) && IsWindowVisible(FindWindowW(L"#32768", nullptr));
-    }));
+    ASSERT_TRUE(open());
     PlayStroke({}, 'B');
     EXPECT_TRUE(Shows(L"before second")) << ::testing::PrintToString(target_->Text());
     EXPECT_EQ(GetForegroundWindow(), target_->Window());
+    ASSERT_TRUE(open());
+    EXPECT_EQ(Clipboard(), L"second");  // nothing comes back without the option
+    PlayStroke({}, VK_UP);              // the program's own row
+    PlayStroke({}, VK_RETURN);
+    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog; }));
+    ASSERT_TRUE(open());
+    EXPECT_EQ(run_.Exit(), 1);
 }
 
 }  // namespace
