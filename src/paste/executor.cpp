@@ -50,11 +50,12 @@ void ExecuteEntry(const std::wstring& text) {
         ExpandPlaceholders(expanded, settings.useDateFormat != 0, settings.useTimeFormat != 0);
         if (SendKeyTokens(expanded) == 0) DeliverText(expanded);
     }
-    if (keepClipboardOnce) {
-        DropPreviousClipboard();
-    } else if (settings.restoreOldClipboard) {
+    if (settings.restoreOldClipboard && !keepClipboardOnce) {
         // Several executions in a row are one to the user: the clipboard comes back after the last.
         RestartTimer(TIMER_RESTORE_CLIPBOARD);
+    } else {
+        // Also where the option was switched off meanwhile, in the time of a dialog.
+        DropPreviousClipboard();
     }
     keepClipboardOnce = false;
     // A "pastehtml:" text that was not delivered in one piece must not make the next entry HTML.
