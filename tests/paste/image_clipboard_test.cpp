@@ -99,8 +99,9 @@ TEST_F(ImageFileTest, WhatIsNoImageLeavesTheClipboardEmptyAndClosed) {
 }
 
 struct ClipboardImageTest : SelectionTarget {
+    // The target, which pastes, may have the clipboard open for a moment.
     static void Put(HBITMAP bitmap) {
-        ASSERT_TRUE(OpenClipboard(nullptr));
+        ASSERT_TRUE(WaitFor([] { return OpenClipboard(nullptr) != FALSE; }));
         EmptyClipboard();
         SetClipboardData(CF_BITMAP, bitmap);
         CloseClipboard();
@@ -115,7 +116,7 @@ TEST_F(ClipboardImageTest, IsCroppedOrBecomesSource) {
     }
     Put(MakeBitmap(sheet).Release());
     RunBuiltinCommand(L"ClipboardImgCliper:3", nullptr);
-    UniqueBitmap bitmap;  // the target, which pastes, may have the clipboard open
+    UniqueBitmap bitmap;
     EXPECT_TRUE(WaitFor([&] { return static_cast<bool>(bitmap = ClipboardGetBitmap()); }));
     PixelImage cropped = ReadPixels(bitmap.Get());
     for (std::uint32_t& pixel : cropped.pixels) pixel &= 0xFFFFFF;
