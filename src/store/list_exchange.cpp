@@ -72,7 +72,10 @@ bool AskAndAdd(EntryList& list, const ListClient& client, const std::vector<Entr
     }
     CopyToBackupFolder();
     for (const EntryTexts& entry : entries) {
-        ParseStoredEntry(list, entry.value, entry.label, ToInt(entry.order));
+        if (!ParseStoredEntry(list, entry.value, entry.label, ToInt(entry.order))) continue;
+        // The list takes it for one that the file has already; if this save fails, the next must write it.
+        uint32_t& savedNumber = list.rbegin()->second.saved.number;
+        savedNumber = ~savedNumber;
     }
     SaveList(list, client, true, false);
     if (client.refreshViews) client.refreshViews(true);

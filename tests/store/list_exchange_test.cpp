@@ -77,6 +77,7 @@ TEST_F(ListExchange, AThousandRandomEntriesComeBackTheSame) {
     }
     ASSERT_EQ(said.size(), 2u) << "the question, and that it was not saved";
     EXPECT_TRUE(said[0].starts_with(L"found: 1000\n")) << testing::PrintToString(said[0]);
+    EXPECT_TRUE(HasUnsaved(list_)) << "the next save tries again";
 }
 
 TEST_F(ListExchange, ExportsChosenEntriesInTheOrderAskedFor) {
