@@ -9,6 +9,7 @@
 #include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
+#include "paste/command_prefixes.h"
 #include "paste/executor.h"
 #include "store/list_file.h"
 #include "store/list_hotkeys.h"
@@ -107,6 +108,9 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.listClient.window = dialog;
     mainWindow.listClient.refreshViews = RefreshListView;
     mainWindow.listClient.collectEdits = [] { TakeEditsOver(Warn::kNever); };
+    mainWindow.listClient.classifyEntry = [](const wchar_t* text) {
+        return static_cast<int>(ParseCommand(text).kind);
+    };
     LoadList(mainWindow.entries, mainWindow.listClient);
     StartHotkeys(dialog);
 
