@@ -208,7 +208,6 @@ void LoadList(EntryList& list, const ListClient& client) {
     }
     guard.reset();
     RefreshViews(client, false);
-    if (client.selectNothing) client.selectNothing();
 }
 
 void SetFirstRunList(std::wstring text) {

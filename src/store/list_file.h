@@ -15,10 +15,9 @@ namespace verbatix {
 
 // What the list file needs from above. A null function is left out.
 struct ListClient {
-    HWND window = nullptr;             // owns the message boxes
-    void (*collectEdits)() = nullptr;  // takes pending edits of the views over into the list
-    void (*refreshViews)(bool refresh) = nullptr;
-    void (*selectNothing)() = nullptr;
+    HWND window = nullptr;                         // owns the message boxes
+    void (*collectEdits)() = nullptr;              // takes pending edits of the views over into the list
+    void (*refreshViews)(bool refresh) = nullptr;  // without refresh nothing stays selected
     int (*classifyEntry)(const wchar_t* text) = nullptr;  // gives the `kind` of a text
     int(WINAPI* showMessage)(HWND owner, const wchar_t* text, const wchar_t* caption,
                              UINT flags) = MessageBoxW;
