@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "app/command_line.h"
 #include "base/handle.h"
 #include "base/text.h"
+#include "store/settings_path.h"
 #include "support/folder.h"
+#include "support/message_box.h"
 
 namespace verbatix {
 namespace {
@@ -92,6 +95,25 @@ TEST(WriteTest, LeavesAFreshStampAndWhatTheFileHeld) {
                                     folder.File(std::wstring(40000, L'n') + L".ini")}) {
         EXPECT_FALSE(WriteTest(bad, 0)) << bad.substr(0, 300);
     }
+}
+
+std::wstring openedPage;
+
+TEST(ChooseSettingsPath, TellsOnceOfAProgramFolderThatCannotBeWritten) {
+    const std::wstring beside = test::HelperPath(L"Verbatix.ini");
+    CreateDirectoryW(beside.c_str(), nullptr);  // in the way of the file
+    startOptions.iniPathOverride = L"C:\\list.ini";
+    openWebPage = [](const std::wstring& address) { openedPage += address; };
+    test::MessageBoxAnswer first;
+    EXPECT_EQ(ChooseSettingsPath(), 1);
+    RemoveDirectoryW(beside.c_str());
+    ASSERT_TRUE(first.Seen());
+    EXPECT_EQ(first.Caption() + L": " + first.Text(), L"Write Error: " + beside);
+    EXPECT_TRUE(settingsPath.ends_with(L"\\Verbatix\\Verbatix.ini")) << settingsPath;
+    test::MessageBoxAnswer second;
+    ReportWriteError(settingsPath);
+    EXPECT_FALSE(second.Seen());
+    EXPECT_EQ(openedPage, WriteErrorPage(false));
 }
 
 }  // namespace
