@@ -84,7 +84,7 @@ std::string HostileFile(int seed) {
 }
 
 TEST(Survival, NoFileKeepsTheProgramFromStarting) {
-    for (int seed = 0; seed < 8; ++seed) {
+    for (int seed = 0; seed < 24; ++seed) {
         ProgramRun run;
         ASSERT_TRUE(WriteBytes(run.SettingsFile(), HostileFile(seed)));
         ASSERT_TRUE(run.Start(L"-bg")) << "file " << seed;
