@@ -125,7 +125,7 @@ static bool Execute(ShellCall call) {
     auto owned = std::make_unique<ShellCall>(std::move(call));
     const UniqueKernelObject thread(CreateThread(nullptr, 0, ExecuteInApartment, owned.get(), 0, nullptr));
     if (!thread) return false;
-    owned.release();  // the thread's from now on
+    static_cast<void>(owned.release());  // the thread's from now on
     DWORD started = 0;
     return WaitServingSentMessages(thread.Get(), kLongestWait) &&
            GetExitCodeThread(thread.Get(), &started) && started != 0;
