@@ -6,8 +6,10 @@
 
 #include "base/language.h"
 #include "base/text.h"
+#include "hotkeys/keyboard_hook.h"
 #include "store/backup.h"
 #include "store/entry_syntax.h"
+#include "store/list_hotkeys.h"
 #include "store/profile.h"
 #include "store/profile_section.h"
 #include "store/settings.h"
@@ -160,6 +162,7 @@ void SaveList(EntryList& list, const ListClient& client, bool refresh, bool chan
         // Somebody has deleted the file: what is in memory is all there is.
         changedOnly = false;
         SaveSettings();
+        if (!keyboardHook.disabled.empty()) SaveDisabledHotkeys(keyboardHook.disabled);
     }
     std::vector<EntrySlot*> written;
     for (auto& [position, slot] : list) {

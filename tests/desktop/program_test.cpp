@@ -123,7 +123,7 @@ TEST_F(ProgramTest, ALockedFileIsToldOfAndWrittenLater) {
 }
 
 TEST_F(ProgramTest, ADeletedFileAndAMissingFolderLoseNothing) {
-    Start({{L"Ctrl+Q", L"kept"}});
+    Start({{L"Ctrl+Q", L"kept"}}, L"m_disables_keys=Ctrl+I|\r\n");
     const std::wstring backups = run_.Place().File(L"Backup");
     WriteBytes(backups, "a file where the folder should be");
     Menu(4003);
@@ -132,6 +132,7 @@ TEST_F(ProgramTest, ADeletedFileAndAMissingFolderLoseNothing) {
     Menu(2);  // an option, which begins the file anew
     EXPECT_EQ(run_.Exit(), 1);
     EXPECT_TRUE(FileHolds(L"text_000=Ctrl+Q=kept<E<N<D|") && FileHolds(L"listcmd_count=1"));
+    EXPECT_TRUE(FileHolds(L"m_disables_keys=Ctrl+I|"));
 }
 
 TEST_F(ProgramTest, SuggestsWordsWithoutGettingInTheWay) {
