@@ -56,8 +56,9 @@ class MessageBoxAnswer {
             ++buttons_;
         }
         hasOwner_ = GetWindow(box, GW_OWNER) != nullptr;
-        // The box may not take keys yet, so the answer is repeated until it is gone.
-        for (; IsWindow(box); Sleep(20)) {
+        // The box may not take keys yet, so the answer is repeated until it is gone. Its handle may then be
+        // another window's, of any program.
+        for (; OwnMessageBox() == box; Sleep(20)) {
             PostMessageW(box, WM_COMMAND, LOWORD(SendMessageW(box, DM_GETDEFID, 0, 0)), 0);
         }
     }
