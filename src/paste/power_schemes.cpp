@@ -14,15 +14,15 @@ static void Find(Function& function, const UniqueModule& library, const char* na
 
 PowerFunctions LoadPowerFunctions() {
     PowerFunctions power;
-    power.library = LoadSystemLibrary(L"powrprof.DLL");
-    if (!power.library) return power;
-    Find(power.enumPwrSchemes, power.library, "EnumPwrSchemes");
-    Find(power.powerEnumerate, power.library, "PowerEnumerate");
-    Find(power.powerReadFriendlyName, power.library, "PowerReadFriendlyName");
-    Find(power.powerGetActiveScheme, power.library, "PowerGetActiveScheme");
-    Find(power.setActivePwrScheme, power.library, "SetActivePwrScheme");
-    Find(power.powerSetActiveScheme, power.library, "PowerSetActiveScheme");
-    Find(power.getActivePwrScheme, power.library, "GetActivePwrScheme");
+    power.module = LoadSystemLibrary(L"powrprof.DLL");
+    if (!power.module) return power;
+    Find(power.enumPwrSchemes, power.module, "EnumPwrSchemes");
+    Find(power.powerEnumerate, power.module, "PowerEnumerate");
+    Find(power.powerReadFriendlyName, power.module, "PowerReadFriendlyName");
+    Find(power.powerGetActiveScheme, power.module, "PowerGetActiveScheme");
+    Find(power.setActivePwrScheme, power.module, "SetActivePwrScheme");
+    Find(power.powerSetActiveScheme, power.module, "PowerSetActiveScheme");
+    Find(power.getActivePwrScheme, power.module, "GetActivePwrScheme");
     return power;
 }
 

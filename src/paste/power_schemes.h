@@ -15,7 +15,7 @@ namespace verbatix {
 
 // What was found in the power library; null for what it lacks.
 struct PowerFunctions {
-    UniqueModule library;  // keeps the functions in memory
+    UniqueModule module;  // keeps the functions in memory
     decltype(&::EnumPwrSchemes) enumPwrSchemes = nullptr;
     decltype(&::PowerEnumerate) powerEnumerate = nullptr;
     decltype(&::PowerReadFriendlyName) powerReadFriendlyName = nullptr;
