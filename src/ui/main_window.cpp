@@ -217,7 +217,7 @@ void ShowMainWindow() {
     // Behind a question of its own it could not be used.
     const bool isEnabled = IsWindowEnabled(mainWindow.window) != FALSE;
     BringToFront(isEnabled ? mainWindow.window : GetLastActivePopup(mainWindow.window));
-    if (settings.setFocus) SetFocus(ShownView());
+    if (isEnabled && settings.setFocus) SetFocus(ShownView());
 }
 
 }  // namespace verbatix
