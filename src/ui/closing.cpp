@@ -102,9 +102,9 @@ void SaveWithoutAsking() {
     if (!SaveEdits(Warn::kNever)) {
         const std::wstring path = KeepInFile(FieldText(IDC_TEXT));
         if (!path.empty()) WriteProgramText(kUnsavedTextKey, path);
-    } else if (HasUnsaved(mainWindow.entries)) {
-        SaveList(mainWindow.entries, mainWindow.listClient, false, true);
     }
+    // The other entries, whatever became of that text.
+    if (HasUnsaved(mainWindow.entries)) SaveList(mainWindow.entries, mainWindow.listClient, false, true);
     mainWindow.listClient.showMessage = showMessage;
 }
 
