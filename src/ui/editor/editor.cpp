@@ -11,9 +11,8 @@
 #include "ids.h"
 #include "ui/editor/editor_fields.h"
 #include "ui/editor/word_completion.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
-#include "ui/views/tree_view.h"
 
 namespace verbatix {
 
@@ -41,24 +40,20 @@ constexpr Caption kCaptions[] = {
 constexpr int kEntryControls[] = {IDC_LABEL,      IDC_MODIFIER,     IDC_KEY,        IDC_TEXT,
                                   CMD_COPY_ENTRY, CMD_DELETE_ENTRY, CMD_TEST_ENTRY, IDC_INSERT};
 
-HWND Control(int control) {
-    return GetDlgItem(mainWindow.window, control);
-}
-
 void SetFieldText(int control, const std::wstring& text) {
-    SetWindowTextW(Control(control), text.c_str());
+    SetWindowTextW(DialogControl(control), text.c_str());
 }
 
 unsigned ChosenModifier() {
-    const LRESULT chosen = SendMessageW(Control(IDC_MODIFIER), CB_GETCURSEL, 0, 0);
+    const LRESULT chosen = SendMessageW(DialogControl(IDC_MODIFIER), CB_GETCURSEL, 0, 0);
     return chosen < 0 ? 0U : static_cast<unsigned>(chosen);
 }
 
 void ShowCounter() {
     std::wstring counter;
     if (editor.position >= 0) {
-        counter =
-            Format(L"%ls (%d/4000)", LanguageText(41).c_str(), GetWindowTextLengthW(Control(IDC_TEXT)));
+        counter = Format(L"%ls (%d/4000)", LanguageText(41).c_str(),
+                         GetWindowTextLengthW(DialogControl(IDC_TEXT)));
     }
     SetFieldText(IDC_COUNTER, counter);
 }
@@ -77,10 +72,11 @@ void EnableEntryControls(bool enable) {
     // A disabled control with the focus would leave the keyboard nowhere.
     const HWND focus = GetFocus();
     for (const int control : kEntryControls) {
-        if (!enable && focus && (focus == Control(control) || GetParent(focus) == Control(control))) {
+        if (!enable && focus &&
+            (focus == DialogControl(control) || GetParent(focus) == DialogControl(control))) {
             SetFocus(ShownView());
         }
-        EnableWindow(Control(control), enable);
+        EnableWindow(DialogControl(control), enable);
     }
 }
 
@@ -90,7 +86,7 @@ void FillFields(const ListEntry& entry) {
     SetFieldText(IDC_LABEL, entry.label);
     SetFieldText(IDC_KEY, FormatKeyName(entry.keyCode));
     const unsigned modifier = entry.modifier < kModifierCount ? entry.modifier : 0U;
-    SendMessageW(Control(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
+    SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
     editor.filling = false;
 }
 
@@ -113,7 +109,7 @@ void Changed() {
 
 // A combo box tells of the choice before it shows it.
 void ShowChosenKey() {
-    const HWND box = Control(IDC_KEY);
+    const HWND box = DialogControl(IDC_KEY);
     const LRESULT chosen = SendMessageW(box, CB_GETCURSEL, 0, 0);
     wchar_t name[64] = {};
     if (chosen < 0 || SendMessageW(box, CB_GETLBTEXTLEN, static_cast<WPARAM>(chosen), 0) > 60) return;
@@ -151,20 +147,7 @@ void OnTextField(int code) {
     if (!editor.filling) OnTextTyped();
 }
 
-void OnFilterChanged() {
-    SaveEdits(Warn::kOnce);
-    RefreshListView(true);
-}
-
 }  // namespace
-
-std::wstring FieldText(int control) {
-    const HWND window = Control(control);
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
-    text.resize(static_cast<std::size_t>(length));
-    return text;
-}
 
 void RelabelEditor() {
     for (const Caption& caption : kCaptions) SetFieldText(caption.control, LanguageText(caption.text));
@@ -172,7 +155,7 @@ void RelabelEditor() {
     std::wstring views = LanguageText(kEntriesText);
     ReplaceAll(views, L"&", L"");
     for (const int view : {IDC_LIST, IDC_TREE}) SetFieldText(view, views);
-    const HWND modifiers = Control(IDC_MODIFIER);
+    const HWND modifiers = DialogControl(IDC_MODIFIER);
     const LRESULT chosen = SendMessageW(modifiers, CB_GETCURSEL, 0, 0);
     SendMessageW(modifiers, CB_RESETCONTENT, 0, 0);
     for (unsigned code = 0; code < kModifierCount; ++code) {
@@ -181,7 +164,7 @@ void RelabelEditor() {
         SendMessageW(modifiers, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
     }
     SendMessageW(modifiers, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
-    SendMessageW(Control(IDC_FILTER), EM_SETCUEBANNER, TRUE,
+    SendMessageW(DialogControl(IDC_FILTER), EM_SETCUEBANNER, TRUE,
                  reinterpret_cast<LPARAM>(LanguageText(1049).c_str()));
     ShowCounter();
     ShowClash();
@@ -207,7 +190,7 @@ void ShowInEditor(int position) {
     editor.position = exists ? position : -1;
     editor.edited = false;
     editor.warned = false;
-    if (!exists) SendMessageW(Control(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+    if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     EnableEntryControls(exists);
     ShowCounter();
     ShowClash();
@@ -233,8 +216,7 @@ bool SaveEdits(Warn warn) {
     KillTimer(mainWindow.window, TIMER_EDITOR_UPDATE);
     if (!editor.edited) return true;
     if (!TakeEditsOver(warn)) return false;
-    SaveList(mainWindow.entries, mainWindow.listClient, true, true);
-    RebuildHotkeyTables(false);
+    KeepEntries();
     return true;
 }
 
@@ -265,15 +247,12 @@ bool OnEditorNotification(int control, int code) {
             }
             return true;
         case IDC_KEY: return OnKeyField(code), true;
-        case IDC_FILTER:
-            if (code == EN_CHANGE) OnFilterChanged();
-            return true;
         default: return false;
     }
 }
 
 void InsertIntoText(const std::wstring& text, bool atStart) {
-    const HWND field = Control(IDC_TEXT);
+    const HWND field = DialogControl(IDC_TEXT);
     if (atStart) SendMessageW(field, EM_SETSEL, 0, 0);
     SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
     SetFocus(field);

@@ -13,7 +13,6 @@
 #include "ids.h"
 #include "store/settings.h"
 #include "store/word_list.h"
-#include "ui/editor/editor.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -32,7 +31,7 @@ struct Completion {
 Completion completion;
 
 HWND TextField() {
-    return GetDlgItem(mainWindow.window, IDC_TEXT);
+    return DialogControl(IDC_TEXT);
 }
 
 bool IsOpen() {

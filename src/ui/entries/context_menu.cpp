@@ -10,6 +10,7 @@
 #include "ui/entries/group_menu.h"
 #include "ui/entries/move_entry.h"
 #include "ui/state/main_window.h"
+#include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 

@@ -6,7 +6,6 @@
 #include "ids.h"
 #include "menu/menu_model.h"
 #include "store/settings.h"
-#include "ui/editor/editor.h"
 #include "ui/entries/move_entry.h"
 #include "ui/state/main_window.h"
 #include "ui/views/list_view.h"

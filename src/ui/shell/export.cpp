@@ -9,6 +9,7 @@
 #include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/shell/file_dialog.h"
+#include "ui/shell/tracking_tooltip.h"
 #include "ui/state/main_window.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
@@ -43,8 +44,7 @@ void LetGoMenuKey() {
 
 void Confirm(const std::wstring& title, int what, int count) {
     LetGoMenuKey();
-    ShowTrackingTooltip(mainWindow.tooltip, mainWindow.window, title,
-                        ExportNotice(LanguageText(what), count));
+    ShowTrackingTooltip(noticeTooltip, mainWindow.window, title, ExportNotice(LanguageText(what), count));
 }
 
 void Tell(const std::wstring& text) {

@@ -8,6 +8,8 @@
 
 namespace verbatix {
 
+TrayIcon trayIcon;
+
 // The first version of the notification data is understood by every shell, and makes the callback carry
 // plain mouse messages.
 static NOTIFYICONDATAW NotifyData(const TrayIcon& icon) {

@@ -15,7 +15,9 @@
 #include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/look/window_place.h"
+#include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
+#include "ui/window/showing.h"
 
 namespace verbatix {
 
@@ -26,7 +28,7 @@ static constexpr const wchar_t* kUnsavedTextKey = L"unsaved_text";
 static void HideBehindIcon() {
     SaveEdits(Warn::kAlways);
     ShowWindow(mainWindow.window, SW_HIDE);
-    if (!mainWindow.tray.wanted) AddTrayIcon(mainWindow.tray);
+    if (!trayIcon.wanted) AddTrayIcon(trayIcon);
 }
 
 void HideMainWindow() {

@@ -30,12 +30,13 @@
 #include "ui/shell/language_menu.h"
 #include "ui/shell/web_pages.h"
 #include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
+#include "ui/views/entry_views.h"
 #include "ui/views/tree_view.h"
 #include "ui/window/closing.h"
 #include "ui/window/menu_bar.h"
 #include "ui/window/paste_commands.h"
 #include "ui/window/restart.h"
+#include "ui/window/showing.h"
 
 namespace verbatix {
 
@@ -112,14 +113,14 @@ void SwitchDarkTheme(int id) {
 // What an option changes in list and tree.
 void SwitchViewOption(int id) {
     RunSettingCommand(id);
-    RefreshListView(true);
+    RefreshViews(true);
 }
 
 void SwitchTree(int id) {
     if (!SaveEdits(Warn::kAlways)) return;
     RunSettingCommand(id);
     ShowChosenView();
-    RefreshListView(true);
+    RefreshViews(true);
     RefreshMenuChecks(mainWindow.menuBar);
 }
 
@@ -252,6 +253,10 @@ constexpr Command kMainCommands[] = {
     {CMD_UNSAVED_TEXT, Call<TellOfUnsavedText>},
 };
 
+void OnFilterNotification(int code) {
+    if (code == EN_CHANGE) OnFilterChanged();
+}
+
 bool RunFrom(std::span<const Command> commands, int id, LPARAM lParam) {
     const auto found = std::find_if(commands.begin(), commands.end(),
                                     [id](const Command& command) { return command.id == id; });
@@ -272,6 +277,7 @@ bool RouteCommand(WPARAM wParam, LPARAM lParam) {
         return known;
     }
     if (OnEditorNotification(id, HIWORD(wParam))) return true;
+    if (id == IDC_FILTER) return OnFilterNotification(HIWORD(wParam)), true;
     return RunFrom(kMainCommands, id, lParam);
 }
 

@@ -9,6 +9,7 @@
 #include "ui/editor/word_completion.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/state/main_window.h"
+#include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 

@@ -11,7 +11,6 @@
 #include "ui/state/main_window.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
-#include "ui/window/commands.h"
 
 namespace verbatix {
 

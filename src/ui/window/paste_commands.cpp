@@ -7,7 +7,8 @@
 #include "paste/executor.h"
 #include "store/settings.h"
 #include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
+#include "ui/views/entry_views.h"
+#include "ui/window/showing.h"
 
 namespace verbatix {
 

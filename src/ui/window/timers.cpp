@@ -12,6 +12,7 @@
 #include "ui/editor/editor.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
 
 namespace verbatix {
 

@@ -1,13 +1,16 @@
-// What the mouse does on the tray icon.
+#include "ui/window/tray_menu.h"
+
 #include "base/handle.h"
 #include "base/language.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "ui/entries/entry_commands.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
 #include "ui/window/menu_bar.h"
+#include "ui/window/showing.h"
 
 namespace verbatix {
 
@@ -26,6 +29,12 @@ static UniqueMenu CreateTrayMenu() {
     AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(1012).c_str());
     SetMenuDefaultItem(menu.Get(), CMD_TRAY_SHOW, FALSE);
     return menu;
+}
+
+// Off, or on again.
+static void PauseHotkeys() {
+    ToggleKeyboardHook();
+    UpdateStatusBar();
 }
 
 static void RunTrayCommand(int command) {
@@ -66,11 +75,6 @@ static void ShowTrayMenu() {
         TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, owner, nullptr);
     PostMessageW(owner, WM_NULL, 0, 0);
     RunTrayCommand(chosen);
-}
-
-void PauseHotkeys() {
-    ToggleKeyboardHook();
-    UpdateStatusBar();
 }
 
 void OnTrayClick(UINT mouseMessage) {
