@@ -18,7 +18,6 @@
 namespace verbatix {
 namespace {
 
-constexpr int kHtmlPageTitle = 19;  // number of the language text
 constexpr std::wstring_view kDeclaration = L"CString ";
 
 std::wstring NameOf(std::wstring_view value) {
@@ -56,7 +55,7 @@ int PlainTextToHtmlPage(DocumentOpener open) {
     if (text.size() < 2) return 0;
     const std::wstring folder = TemporaryFolder();
     if (folder.empty()) return 1;
-    const std::wstring path = folder + HtmlPageName(LanguageText(kHtmlPageTitle));
+    const std::wstring path = folder + HtmlPageName(LanguageText(text::kSelectedText));
     WritePage(path, L"<pre>" + text.substr(0, text.find(L'\0')) + L"</pre>");
     open(path);
     return 1;
