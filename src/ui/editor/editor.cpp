@@ -25,15 +25,19 @@ struct Caption {
     int text;
 };
 
-constexpr int kEntriesText = 1151;
-
 constexpr Caption kCaptions[] = {
-    {IDC_FILTER_CAPTION, 1150},       {IDC_LIST_CAPTION, kEntriesText},
-    {IDC_TREE_CAPTION, kEntriesText}, {IDC_LABEL_CAPTION, 1045},
-    {IDC_MODIFIER_CAPTION, 1046},     {IDC_KEY_CAPTION, 1047},
-    {IDC_TEXT_CAPTION, 1048},         {CMD_NEW_ENTRY, 1040},
-    {CMD_COPY_ENTRY, 1041},           {CMD_DELETE_ENTRY, 1042},
-    {CMD_TEST_ENTRY, 1043},           {IDC_INSERT, 1044},
+    {IDC_FILTER_CAPTION, text::kFilterCaption},
+    {IDC_LIST_CAPTION, text::kEntriesCaption},
+    {IDC_TREE_CAPTION, text::kEntriesCaption},
+    {IDC_LABEL_CAPTION, text::kLabelCaption},
+    {IDC_MODIFIER_CAPTION, text::kModifierCaption},
+    {IDC_KEY_CAPTION, text::kKeyCaption},
+    {IDC_TEXT_CAPTION, text::kTextCaption},
+    {CMD_NEW_ENTRY, text::kNew},
+    {CMD_COPY_ENTRY, text::kCopy},
+    {CMD_DELETE_ENTRY, text::kDelete},
+    {CMD_TEST_ENTRY, text::kTest},
+    {IDC_INSERT, text::kInsert},
 };
 
 // What works only with an entry.
@@ -52,7 +56,7 @@ unsigned ChosenModifier() {
 void ShowCounter() {
     std::wstring counter;
     if (editor.position >= 0) {
-        counter = Format(L"%ls (%d/4000)", LanguageText(41).c_str(),
+        counter = Format(L"%ls (%d/4000)", LanguageText(text::kCounter).c_str(),
                          GetWindowTextLengthW(DialogControl(IDC_TEXT)));
     }
     SetFieldText(IDC_COUNTER, counter);
@@ -63,7 +67,8 @@ void ShowClash() {
     const std::optional<int> other =
         FindClash(mainWindow.entries, editor.position, KeyFromInput(FieldText(IDC_KEY)), ChosenModifier());
     if (editor.position >= 0 && other) {
-        warning = FillIn(LanguageText(1152), {EntryName(mainWindow.entries.at(*other).current)});
+        warning =
+            FillIn(LanguageText(text::kHotkeyShared), {EntryName(mainWindow.entries.at(*other).current)});
     }
     if (warning != FieldText(IDC_CLASH)) SetFieldText(IDC_CLASH, warning);
 }
@@ -95,7 +100,7 @@ void WarnOfLongText() {
     static bool isShown = false;
     editor.warned = true;
     if (std::exchange(isShown, true)) return;
-    MessageBoxW(mainWindow.window, (LanguageText(55) + L": 4000").c_str(), kProductName,
+    MessageBoxW(mainWindow.window, (LanguageText(text::kTextTooLong) + L": 4000").c_str(), kProductName,
                 MB_OK | MB_ICONWARNING);
     isShown = false;
 }
@@ -152,7 +157,7 @@ void OnTextField(int code) {
 void RelabelEditor() {
     for (const Caption& caption : kCaptions) SetFieldText(caption.control, LanguageText(caption.text));
     // By the name a screen reader finds the view itself; the access key is its caption's.
-    std::wstring views = LanguageText(kEntriesText);
+    std::wstring views = LanguageText(text::kEntriesCaption);
     ReplaceAll(views, L"&", L"");
     for (const int view : {IDC_LIST, IDC_TREE}) SetFieldText(view, views);
     const HWND modifiers = DialogControl(IDC_MODIFIER);
@@ -165,7 +170,7 @@ void RelabelEditor() {
     }
     SendMessageW(modifiers, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
     SendMessageW(DialogControl(IDC_FILTER), EM_SETCUEBANNER, TRUE,
-                 reinterpret_cast<LPARAM>(LanguageText(1049).c_str()));
+                 reinterpret_cast<LPARAM>(LanguageText(text::kFilterCue).c_str()));
     ShowCounter();
     ShowClash();
 }
