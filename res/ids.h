@@ -27,6 +27,7 @@
 #define IDC_TREE 1092
 #define IDC_LIST_CAPTION 1093
 #define IDC_TREE_CAPTION 1094
+#define IDC_KEEP_PATHS 1095
 
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040

@@ -138,6 +138,9 @@ enum : int {
     kEntriesCaption = 1151,
     kHotkeyShared = 1152,
     kNoWindowToTest = 1153,
+    kPathBreaks = 1154,
+    kKeepPath = 1155,
+    kPathShownBroken = 1156,
 
     // The Insert menu: its parts
     kInsertDates = 1160,

@@ -52,9 +52,9 @@ inline bool KeepsModifiers() {
     return isDown;
 }
 
-// Waits until strokes arrive in a window of another program: it is in front, has the keyboard, and modifiers
-// stay down. A window that comes to the front, or under the mouse, makes the bench read the real keyboard,
-// which has no key down, some time later. False when that takes too long.
+// Waits until strokes arrive in a window of another program: it is in front, has the keyboard, and
+// modifiers stay down. A window that comes to the front, or under the mouse, makes the bench read the real
+// keyboard, which has no key down, some time later. False when that takes too long.
 inline bool SettlesInFront(HWND window) {
     return WaitFor(
         [&] {
