@@ -47,6 +47,11 @@ TEST(Placeholders, CopyFamilyTransformsAccumulateInTableOrder) {
         {L"%copy_text_uc%, %copy_text%", L"éB", L"ÉB, éB"},
         {L"%copy_text_ucFirstWord%, %copy_text_lc%", L"ONE TWO", L"One two, one two"},
         {L"%copy_text_UC%%copy_tex%", L"x", L"%copy_text_UC%%copy_tex%"},
+        {L"%copy_text_ucFirstAllWords%", L"-oNE tWO", L"-ONE TWO"},
+        {L"%copy_text_ucFirstWord%", L"-oNE tWO", L"-ONE tWO"},
+        {L"%copy_text_lc_ucFirstWord%", L"-oNE tWO", L"-One two"},
+        {L"%copy_text_lc_ucFirstAllWords%", L"-oNE tWO", L"-One Two"},
+        {L"%copy_text_escape%<%copy_text_uc%", L"é€", L"É&#x20ac;<É€"},
         // A token inside the copied text meets the passes that are still to come.
         {L"%copy_text%", L"%copy_text_uc%", L"%COPY_TEXT_UC%"},
     };

@@ -6,6 +6,7 @@
 #include "store/word_list.h"
 #include "support/folder.h"
 #include "ui/autostart.h"
+#include "ui/export.h"
 
 namespace verbatix {
 namespace {
@@ -20,6 +21,11 @@ TEST(Autostart, NamesThisProgramAndItsSettingsFile) {
          {L"", L"\"", L"C:\\a b\\Verbatix.exe -bg", L"\"C:\\old\\Verbatix.exe\" -bg"}) {
         EXPECT_FALSE(IsAutostartOf(other, program)) << ::testing::PrintToString(other);
     }
+}
+
+TEST(ExportNotice, TellsWhatAndHowMany) {
+    EXPECT_EQ(ExportNotice(L"Copied entries", 3),
+              L"------------------------\nVerbatix\nCopied entries: 3\n------------------------");
 }
 
 TEST(WordList, SuggestsInTheOrderOfTheFile) {
