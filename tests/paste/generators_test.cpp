@@ -17,6 +17,9 @@ TEST(GeneratedTexts, AreMadeOfTheSelection) {
         {L"CString CString a=b=;;", L"CString a;{char w[]={'b','=',';','\\0'};a=w;} //b=;"},
         {L"ä & \té",
          L"CString str_ae_und__e;{char w[]={'ä',' ','&',' ','\t','é','\\0'};str_ae_und__e=w;} //ä & \té"},
+        {L"öüÖÄÜß_",
+         L"CString str_oeueOeAeUess_;{char w[]={'ö','ü','Ö','Ä','Ü','ß','_','\\0'};str_oeueOeAeUess_=w;} //"
+         L"öüÖÄÜß_"},
         {L"CString a=\"\";", L""},
     };
     for (const auto& [selection, source] : sources)
