@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
-#include <utility>
 
 #include "base/text.h"
 
@@ -11,39 +11,26 @@ namespace verbatix {
 namespace {
 
 TEST(ClipboardFormatName, NamesAFormatAndFindsItByName) {
-    const std::pair<UINT, const wchar_t*> rows[] = {
-        {1, L"TEXT"},
-        {2, L"BITMAP"},
-        {3, L"METAFILE PICTURE"},
-        {4, L"SYLK"},
-        {5, L"DIF"},
-        {6, L"TIFF"},
-        {7, L"OEM TEXT"},
-        {8, L"DIB"},
-        {9, L"PALETTE"},
-        {10, L"PEN DATA"},
-        {11, L"RIFF"},
-        {12, L"WAVE DATA"},
-        {13, L"UNICODE TEXT"},
-        {14, L"ENHANCED METAFILE"},
-        {15, L"DROP FILE LIST"},
-        {16, L"LOCALE"},
-        {17, L"DIBV5"},
-        {18, L"MAX"},
-        {128, L"OWNER DISPLAY"},
-        {129, L"PRIVATE TEXT"},
-        {130, L"PRIVATE BITMAP"},
-        {131, L"PRIVATE METAFILE PICTURE"},
-        {142, L"PRIVATE ENHANCED METAFILE"},
-        {512, L"PRIVATE FIRST"},
-        {767, L"PRIVATE LAST"},
-        {768, L"GDI OBJECT FIRST"},
-        {1023, L"GDI OBJECT LAST"},
-    };
+    UINT count = 0;
+    std::map<UINT, std::wstring> formats = {{128, L"OWNER DISPLAY"},
+                                            {129, L"PRIVATE TEXT"},
+                                            {130, L"PRIVATE BITMAP"},
+                                            {131, L"PRIVATE METAFILE PICTURE"},
+                                            {142, L"PRIVATE ENHANCED METAFILE"},
+                                            {512, L"PRIVATE FIRST"},
+                                            {767, L"PRIVATE LAST"},
+                                            {768, L"GDI OBJECT FIRST"},
+                                            {1023, L"GDI OBJECT LAST"}};
+    for (const wchar_t* text :
+         {L"TEXT", L"BITMAP", L"METAFILE PICTURE", L"SYLK", L"DIF", L"TIFF", L"OEM TEXT", L"DIB",
+          L"PALETTE", L"PEN DATA", L"RIFF", L"WAVE DATA", L"UNICODE TEXT", L"ENHANCED METAFILE",
+          L"DROP FILE LIST", L"LOCALE", L"DIBV5", L"MAX"}) {
+        formats[++count] = text;
+    }
     wchar_t name[kFormatNameCapacity];
-    for (const auto& [format, text] : rows) {
+    for (const auto& [format, text] : formats) {
         EXPECT_EQ(ClipboardFormatName(format, name), 0u);
-        EXPECT_STREQ(name, text);
+        EXPECT_EQ(name, text);
         CopyText(name, LowerCase(text));
         EXPECT_EQ(ClipboardFormatName(0, name), format) << text;
     }

@@ -45,20 +45,16 @@ TEST(KeyName, ReadsWhatIsNoName) {
 }
 
 TEST(ModifierName, LongerNamesWinAndUnknownCodesAreLeftWin) {
-    const struct {
-        const wchar_t* text;
-        unsigned code;
-        const wchar_t* rest;
-    } rows[] = {
+    const std::tuple<const wchar_t*, unsigned, const wchar_t*> rows[] = {
         {L"Ctrl-Alt+A", 2, L"+A"},   {L"Ctrl-x", 4, L"-x"},
         {L"Alt-Gr+F5", 3, L"+F5"},   {L"Alt+F5", 5, L"+F5"},
         {L"R-Win+A", 1, L"R-Win+A"}, {L"ctrl+A", 77, L"ctrl+A"},
         {L"Ctr", 77, L"Ctr"},        {L"", 77, L""},
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, expected, rest] : rows) {
         unsigned code = 77;
-        EXPECT_EQ(ParseModifierPrefix(row.text, code), row.rest) << row.text;
-        EXPECT_EQ(code, row.code) << row.text;
+        EXPECT_EQ(ParseModifierPrefix(text, code), rest) << text;
+        EXPECT_EQ(code, expected) << text;
     }
     LanguageTexts texts;
     const int numbers[] = {34, 35, 36, 37, 38, 39, 81, 150, 151, 152, 34, 34};

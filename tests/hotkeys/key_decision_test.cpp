@@ -129,22 +129,19 @@ TEST_F(DecideKeyTest, LetsPendingKeysGoAtTheNextEventThatIsNoTrigger) {
 }
 
 TEST_F(DecideKeyTest, SwallowsRepeatsWithinTheGuard) {
-    const struct {
-        std::optional<ULONGLONG> last;
-        ULONGLONG now;
-        bool swallowed;
-    } rows[] = {{{}, 5, false},  // the machine has just started, and this is the first press
-                {1000, 1000, true},
-                {1000, 1300, true},
-                {1000, 1301, false},
-                {0, 300, true},
-                {0xffff'ff00, 0x1'0000'0000, true},
-                {0xffff'ff00, 0x1'0000'0100, false}};
-    for (const auto& row : rows) {
-        state.lastTrigger = row.last;
-        now = row.now;
+    const std::tuple<std::optional<ULONGLONG>, ULONGLONG, bool> rows[] = {
+        {{}, 5, false},  // the machine has just started, and this is the first press
+        {1000, 1000, true},
+        {1000, 1300, true},
+        {1000, 1301, false},
+        {0, 300, true},
+        {0xffff'ff00, 0x1'0000'0000, true},
+        {0xffff'ff00, 0x1'0000'0100, false}};
+    for (const auto& [last, time, swallowed] : rows) {
+        state.lastTrigger = last;
+        now = time;
         for (const DWORD key : {DWORD{'Q'}, DWORD{'W'}}) {
-            EXPECT_EQ(Decide(key) == KeyAction::Swallow, row.swallowed) << row.now;
+            EXPECT_EQ(Decide(key) == KeyAction::Swallow, swallowed) << now;
         }
     }
 }

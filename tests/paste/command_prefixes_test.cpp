@@ -51,12 +51,7 @@ TEST(Commands, ArePrefixesAtTheVeryStart) {
 }
 
 TEST(Commands, ReplaceByRules) {
-    const struct {
-        const wchar_t* entry;
-        const wchar_t* subject;
-        const wchar_t* result;
-        std::size_t count;
-    } rows[] = {
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*, std::size_t> rows[] = {
         {L"replace:a=>b\\na=>", L"banana", L"bnn", 3},  // the first line is no rule
         {L"replace:\\na=>b\\nb=>c", L"ab", L"cc", 3},   // one rule after the other
         {L"replace:\\na=>b=>c", L"xa", L"xb=>c", 1},    // split at the first arrow
@@ -64,10 +59,10 @@ TEST(Commands, ReplaceByRules) {
         {L"replace:\\n%25=>x", L"50%25", L"50x", 1},  // beyond the control codes
         {L"replace:\\n=>x\\nno rule", L"ab", L"ab", 0},
     };
-    for (const auto& row : rows) {
-        const ReplaceResult result = ApplyReplaceRules(row.entry, row.subject);
-        EXPECT_EQ(result.text, row.result) << row.entry;
-        EXPECT_EQ(result.count, row.count) << row.entry;
+    for (const auto& [entry, subject, text, count] : rows) {
+        const ReplaceResult result = ApplyReplaceRules(entry, subject);
+        EXPECT_EQ(result.text, text) << entry;
+        EXPECT_EQ(result.count, count) << entry;
     }
     // Each rule makes ten of one, until the next would be beyond the limit.
     std::wstring rules = L"replace:";

@@ -29,11 +29,7 @@ std::wstring Expand(std::wstring text, const SYSTEMTIME& now, bool useDate = tru
 TEST(DateCodes, PrintAndMoveTheWorkingDate) {
     const SYSTEMTIME march = At(2026, 3, 5);
     const SYSTEMTIME may = At(2026, 5, 9);
-    const struct {
-        SYSTEMTIME now;
-        const wchar_t* text;
-        const wchar_t* expanded;
-    } rows[] = {
+    const std::tuple<SYSTEMTIME, const wchar_t*, const wchar_t*> rows[] = {
         {march, L"%DD%.%MM%.%YYYY% %D%.%M%.%YY%", L"05.03.2026 5.3.26"},
         {At(2005, 3, 5), L"%YY%", L"5"},  // deliberately without a leading zero
         {march, L"%hh%:%mm%:%ss% %h1%:%m1%:%s1%", L"09:05:07 9:5:7"},
@@ -69,7 +65,7 @@ TEST(DateCodes, PrintAndMoveTheWorkingDate) {
         {march, L"%no_time_fun%%DD%", L"%no_time_fun%05"},  // honoured anywhere but at the beginning
         {march, L"%DD%%no_time_fun%%MM%%no_time_fun%", L"%DD%%MM%"},
     };
-    for (const auto& row : rows) EXPECT_EQ(Expand(row.text, row.now), row.expanded) << row.text;
+    for (const auto& [now, text, expanded] : rows) EXPECT_EQ(Expand(text, now), expanded) << text;
     // No codes, most of them because numbers must read as they would be written.
     for (const wchar_t* text : {L"%d+02%", L"%d+2x%", L"%d+%", L"%d++2%", L"%d+-0%", L"%D+1%", L"%wd:01%",
                                 L"%lwdim:%", L"%addd+2147483648%", L"%d+123456789012345678901234567890%",

@@ -14,19 +14,28 @@ std::wstring Known(std::wstring text, bool useDates) {
 }
 
 TEST(Placeholders, WhatIsKnown) {
-    const struct {
-        const wchar_t* text;
-        const wchar_t* withDates;
-        const wchar_t* withoutDates;
-    } rows[] = {
+    const wchar_t* const rows[][3] = {
         {L"%TAB%x%TA%TAB%B%", L"\tx%TA\tB%", L"\tx%TA\tB%"},
         {L"%computer_name%%YYYY%", L"PC2026", L"PC%YYYY%"},
         {L"%user_name%.", L"Ann 05.", L"Ann %DD%."},  // in the text before the codes are read
         {L"%T%nc%AB%", L"%T<---F_DGDSFHFHFDJBVBC--->AB%", L"%T<---F_DGDSFHFHFDJBVBC--->AB%"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Known(row.text, true), row.withDates);
-        EXPECT_EQ(Known(row.text, false), row.withoutDates);
+    for (const auto& [text, withDates, withoutDates] : rows) {
+        EXPECT_EQ(Known(text, true), withDates);
+        EXPECT_EQ(Known(text, false), withoutDates);
+    }
+}
+
+// The selection is copied, and the names are asked for, only for a text that needs them.
+TEST(Placeholders, WhatATextNeeds) {
+    const std::tuple<const wchar_t*, bool, bool> rows[] = {
+        {L"%copy_text%", true, false},  {L"a%copy_text_mix_lc_uc%", true, false},
+        {L"%user_name%", false, true},  {L"a%computer_name%", false, true},
+        {L"%copy_html%", false, false}, {L"%pptxt%", false, false},
+    };
+    for (const auto& [text, copies, names] : rows) {
+        EXPECT_EQ(UsesCopiedText(text), copies) << text;
+        EXPECT_EQ(UsesNames(text), names) << text;
     }
 }
 
@@ -37,11 +46,7 @@ std::wstring WithCopied(std::wstring text, const std::wstring& copied) {
 
 TEST(Placeholders, CopyFamilyTransformsAccumulateInTableOrder) {
     std::setlocale(LC_ALL, "");
-    const struct {
-        const wchar_t* text;
-        const wchar_t* copied;
-        const wchar_t* replaced;
-    } rows[] = {
+    const wchar_t* const rows[][3] = {
         {L"%copy_text%-%copy_text%", L"é €", L"é €-é €"},
         // Whatever their order in the text, the table's order counts.
         {L"%copy_text_uc%, %copy_text%", L"éB", L"ÉB, éB"},
@@ -55,7 +60,7 @@ TEST(Placeholders, CopyFamilyTransformsAccumulateInTableOrder) {
         // A token inside the copied text meets the passes that are still to come.
         {L"%copy_text%", L"%copy_text_uc%", L"%COPY_TEXT_UC%"},
     };
-    for (const auto& row : rows) EXPECT_EQ(WithCopied(row.text, row.copied), row.replaced) << row.text;
+    for (const auto& [text, copied, replaced] : rows) EXPECT_EQ(WithCopied(text, copied), replaced) << text;
 }
 
 TEST(Placeholders, GrowthHasALimit) {
