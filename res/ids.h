@@ -77,8 +77,6 @@
 #define CMD_LANGUAGE_MENU 2022
 #define CMD_UNSAVED_TEXT 40010  // posted to itself at start
 #define CMD_EXIT 32799
-#define WM_SELECTION_CHANGED (0x8000 + 0x65)  // posted by the list view to its dialog
-#define WM_RENAMED (0x8000 + 0x66)            // posted when a name has been edited in place
 #define CMD_SHOW_TREE 32800
 #define CMD_GROUP_MENU 1073
 #define CMD_MOVE_UP 32891
@@ -96,6 +94,11 @@
 #define CMD_PASTE_SLOT 32796
 #define CMD_SAVE_SLOT 32797
 #define CMD_SHOW_PASTE_MENU 32798
+
+// What the parts of the main window tell it, named after what has happened
+#define WM_SELECTION_CHANGED (0x8000 + 0x65)  // posted: another entry, or none, is selected
+#define WM_RENAMED (0x8000 + 0x66)            // posted: a name has been edited in place
+#define WM_LANGUAGE_CHANGED (0x8000 + 0x67)   // sent: the texts are those of another language
 
 // Timers of the main window; the one-shot ones are killed by their own handler first
 #define TIMER_CPY_COPY 2022           // one shot, 200 ms

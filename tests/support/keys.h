@@ -9,6 +9,8 @@
 #include <initializer_list>
 #include <iterator>
 
+#include "support/wait.h"
+
 namespace verbatix::test {
 
 inline void PlayKey(BYTE key, DWORD flags) {
@@ -35,6 +37,19 @@ inline void HoldDown(BYTE modifier) {
         PressKeyDown(modifier);
         if (GetAsyncKeyState(modifier) < 0) return;
     }
+}
+
+// Whether a modifier that is held stays down for that long. The window and the pointer that have come to
+// the front and into it make the bench read the real keyboard, which has no key down, some time later. Wait
+// for it (WaitFor(KeepsModifiers)) before a stroke into a window that has just come up.
+inline bool KeepsModifiers() {
+    constexpr BYTE kHarmless = VK_LSHIFT;
+    constexpr DWORD kMilliseconds = 60;
+    PressKeyDown(kHarmless);
+    Linger(kMilliseconds);
+    const bool isDown = GetAsyncKeyState(kHarmless) < 0;
+    LetKeyUp(kHarmless);
+    return isDown;
 }
 
 // Holds `held` down in that order, strokes `key`, lets `held` up in reverse order.

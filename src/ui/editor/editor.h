@@ -1,0 +1,52 @@
+// The editor of the main dialog: shows one entry and takes what the user changes over into the list.
+// Changes are kept on their own, 200 ms after the last one and whenever the user turns elsewhere; only a
+// text beyond the limit is refused, with a message, and stays where it is. UI thread only.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace verbatix {
+
+struct Editor {
+    int position = -1;    // of the entry that is shown; -1: none
+    bool edited = false;  // the fields hold what the list does not
+    bool filling = false;
+    bool warned = false;  // the text is too long, and the user has been told
+};
+
+extern Editor editor;
+
+// When the user is told that a text is too long.
+enum class Warn { kNever, kOnce, kAlways };
+
+// Fills captions, buttons and drop-downs in the active language.
+void SetUpEditor(HWND dialog);
+
+// Shows captions and drop-downs in the language that is active now.
+void RelabelEditor();
+
+// Shows the entry at that position; one that does not exist empties and disables the fields.
+void ShowInEditor(int position);
+
+// Takes what was changed over into the list. False when the text is too long; nothing has changed then.
+bool TakeEditsOver(Warn warn);
+
+// The same, and writes it and renews the hotkeys.
+bool SaveEdits(Warn warn);
+
+// The same, and writes what has not been written by earlier saves or is lost with a deleted file.
+bool SaveAll(Warn warn);
+
+// TIMER_EDITOR_UPDATE has run out.
+void OnEditorTimer();
+
+// A notification of one of the editor's controls. False when `control` is none of them.
+bool OnEditorNotification(int control, int code);
+
+// Puts `text` in the place of what is selected in the text field, undoable; or, at the start, before all
+// else.
+void InsertIntoText(const std::wstring& text, bool atStart);
+
+}  // namespace verbatix

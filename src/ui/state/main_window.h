@@ -1,0 +1,44 @@
+// What the parts of the main window share: its controls, the list of entries and how the views show it.
+// The parts change what stands here and tell the window what has happened (see the messages in ids.h); they
+// do not know each other's. UI thread only.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "store/list_file.h"
+
+namespace verbatix {
+
+struct MainWindow {
+    HWND window = nullptr;
+    HWND list = nullptr;
+    HWND tree = nullptr;  // in the place of the list when the option says so
+    HWND statusBar = nullptr;
+    HMENU menuBar = nullptr;
+    EntryList entries;
+    ListClient listClient;
+    std::vector<int> rows;       // position keys of the entries that the list view shows, in its order
+    std::size_t entryCount = 0;  // entries that are not deleted, shown or not
+    bool listCommandsBlocked = false;  // an entry is being dragged or a menu of the view is open
+    RECT minimumRectangle = {};
+    bool maximizeWhenShown = false;  // not shown yet, and maximised when it was last seen
+    ULONGLONG broughtToFrontAt = 0;  // milliseconds since the system started
+};
+
+// The one main window of the process.
+extern MainWindow mainWindow;
+
+// A control of the dialog by its number, and the text that stands in it.
+HWND DialogControl(int control);
+std::wstring FieldText(int control);
+
+// Whether the user has narrowed the views.
+bool IsFiltered();
+
+// The view that is shown: list or tree.
+HWND ShownView();
+
+}  // namespace verbatix

@@ -1,0 +1,43 @@
+// The list of entries as a virtual list view: the control asks for what it shows, so that ten thousand
+// entries cost no more than the dozen in sight. It keeps the selection for the tree too, which may stand in
+// its place: there is one selected entry, whichever view shows it. UI thread only.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "ui/views/list_rows.h"
+
+namespace verbatix {
+
+// Gives the control its columns: hotkey in display form, label, text.
+void SetUpListView(HWND list);
+
+// Shows the columns' titles in the language that is active now.
+void RelabelColumns(HWND list);
+
+// Shows the rows of `mainWindow.rows` anew, with that entry selected, or none for -1.
+void RefreshList(int selected);
+
+// Position of the selected entry, -1 when none is.
+int SelectedEntry();
+
+// Selects the row of the entry at that position; none when it has no row.
+void SelectListRow(int position);
+
+// Whether the list has a row for that entry, which it then scrolls into sight.
+bool HasListRow(int position);
+void ScrollToListRow(int position);
+
+// Answers the control's notifications about what it shows. A changed selection is told by
+// WM_SELECTION_CHANGED.
+void OnListNotify(const NMHDR& header);
+
+// Shares the width of the list among the columns.
+void LayOutColumns(HWND list);
+
+// Gives the text what the other columns leave, when the list has another width.
+void StretchTextColumn(HWND list);
+
+}  // namespace verbatix
