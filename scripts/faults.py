@@ -21,8 +21,9 @@ LETTER_CASE = re.compile(r"[A-Za-z]")
 # A statement that stands alone on its line: a call, an assignment to something that exists, a jump.
 STATEMENT = re.compile(r"(?:(?:\+\+|--)[\w.\->]+|[\w:.\->\[\]]+\(.*\)|[\w.\->\[\]*]+ [-+*/|&]?= .*|continue|break);$")
 NO_STATEMENT = re.compile(r"(?:return|case|delete|throw|if|for|while|else|static_assert|EXPECT)\b")
-# Lines whose change nobody could see, or that only help the compiler.
-LEFT_OUT = re.compile(r"^\s*(?:#|using |namespace |static_assert|template|Debug|friend )|\breserve\(|\bDebug\w*\(")
+# Lines whose change nobody could see: what helps the compiler, reserves room, traces or waits.
+LEFT_OUT = re.compile(r"^\s*(?:#|using |namespace |static_assert|template|friend )|"
+                      r"\b(?:reserve|DebugLine|OutputDebugStringW|Sleep)\(")
 
 
 @dataclass(frozen=True)

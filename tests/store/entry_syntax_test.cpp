@@ -59,7 +59,9 @@ TEST(EntryValue, EveryHotkeyComesBack) {
 
 TEST(EntryKey, HasThreeDigitsAndMore) {
     EXPECT_EQ(EntryNumberOfKey(L"TEXT_012"), 12u);
-    for (const wchar_t* key : {L"", L"text_7", L"text_0007", L"text_-01", L"text_4294967296"}) {
+    EXPECT_EQ(EntryNumberOfKey(L"text_999999999"), 999999999u);
+    for (const wchar_t* key :
+         {L"", L"text_7", L"text_0007", L"text_-01", L"text_1000000000", L"text_4294967296"}) {
         EXPECT_FALSE(EntryNumberOfKey(key)) << key;
     }
 }

@@ -157,14 +157,18 @@ TEST(Settings, WindowPlaceAndDisabledHotkeysComeBack) {
     EXPECT_FALSE(LoadWindowPlace());
     SaveWindowPlace(place);
     EXPECT_EQ(LoadWindowPlace(), place);
+    EXPECT_EQ(ReadProgramText(L"WinRC", 100), FormatWindowPlace(place));
+    EXPECT_TRUE(ParseWindowPlace(L"-100000;-100000;100000;100000;1"));
     for (const wchar_t* value : {L"", L";;;;;", L"1;2;3;4", L"0;0;0;0;1;x,y,w,h,SW", L"a;b;c;d;e;f",
-                                 L"0;0;2147483647;5;1;", L"-2147483648;0;5;5;1;", L"1,2,3,4,5"}) {
+                                 L"0;0;2147483647;5;1;", L"-2147483648;0;5;5;1;", L"1,2,3,4,5",
+                                 L"-100001;0;5;5;1", L"0;0;5;100001;1", L"5;0;5;9;1", L"0;9;5;9;1"}) {
         EXPECT_FALSE(ParseWindowPlace(value)) << value;
     }
     EXPECT_TRUE(LoadDisabledHotkeys().empty());
     const DisabledHotkeys disabled = {{4, {{65, true}, {186, true}}}, {9, {{32, true}}}};
     EXPECT_TRUE(SaveDisabledHotkeys(disabled));
     EXPECT_EQ(LoadDisabledHotkeys(), disabled);
+    EXPECT_EQ(ReadProgramText(L"m_disables_keys", 100), L"Ctrl+A|Ctrl+\xba|R-Mouse+Space|");
     settingsPath = folder.Path();
     EXPECT_FALSE(SaveDisabledHotkeys(disabled));
 }

@@ -55,6 +55,8 @@ TEST_F(Generators, WriteAPageAnewAndOpenIt) {
 }
 
 TEST_F(Generators, PasteNothingWithoutUsableSelection) {
+    Select(L"x");
+    EXPECT_EQ(Generate(L"%plain_text_to_tmp_html%"), 0);
     Select(L"single");
     EXPECT_EQ(Generate(L"%mix_al_rows%"), 1);
     SelectNothing();

@@ -102,6 +102,7 @@ TEST(CommandLines, AreToldFromFiles) {
         {L"C:\\%VERBATIX_TEST%", {L"C:\\Value", L"", home}},
         {L"\"C:\\my tool.exe\" a %VERBATIX_TEST%",
          {L"\"C:\\my tool.exe\"", L"a Value", L"\"C:\\my tool.exe\""}},
+        {L"\"\" a", {L"\"\"", L"a", home}},
         {L"\"never closes", {L"\"never", L"closes", home}},
         {L"SHELL:Downloads a", {L"SHELL:Downloads a", L"", home}},
         {L"%VERBATIX_TEST% x", {L"%VERBATIX_TEST%", L"x", home}},  // the shell expands the program

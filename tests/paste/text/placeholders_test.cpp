@@ -63,6 +63,11 @@ TEST(Placeholders, CopyFamilyTransformsAccumulateInTableOrder) {
     for (const auto& [text, copied, replaced] : rows) EXPECT_EQ(WithCopied(text, copied), replaced) << text;
 }
 
+std::wstring WithSelection(std::wstring line, const std::wstring& selection) {
+    ReplaceRunTokens(line, selection);
+    return line;
+}
+
 TEST(Placeholders, GrowthHasALimit) {
     // A selection made of tokens would multiply itself to gigabytes.
     std::wstring hostile;
@@ -73,6 +78,17 @@ TEST(Placeholders, GrowthHasALimit) {
     EXPECT_EQ(text, L"a%x%b%x%");
     EXPECT_TRUE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion / 2 - 1, L'y')));
     EXPECT_EQ(text.size(), kLongestExpansion);
+    text = L"a%x%";
+    EXPECT_FALSE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion, L'y')));
+    EXPECT_TRUE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion - 1, L'y')));
+    // A transform that makes eight characters of one, and one that makes three, are not begun.
+    const std::wstring eighth(kLongestExpansion / 8, L'y');
+    EXPECT_EQ(WithCopied(L"%copy_text_escape%", eighth), eighth);
+    EXPECT_EQ(WithCopied(L"%copy_text_escape%", eighth + L"y"), L"%copy_text_escape%");
+    const std::wstring third(kLongestExpansion / 3, L'y');
+    EXPECT_EQ(WithSelection(L"%cpy_txt_urlencode%", third), third);
+    EXPECT_EQ(WithSelection(L"%cpy_txt_urlencode%", third + L"y"), L"%cpy_txt_urlencode%");
+    EXPECT_EQ(WithSelection(L"%cpy%|%pptxt%|%cpy_txt_urlencode%", L"a b"), L"a b|a b|a%20b");
 }
 
 TEST(Placeholders, PrefixControlCodesAndDelivery) {
