@@ -14,12 +14,14 @@ OPPOSITES = {
     "+": "-", "-": "+", "*": "/", "/": "*", "%": "/", "+=": "-=", "-=": "+=",
     "&": "|", "|": "&", "<<": ">>", ">>": "<<",
 }
-OPERATOR = re.compile(r"(?<= )(?:" + "|".join(re.escape(o) for o in sorted(OPPOSITES, key=len, reverse=True)) + r")(?= )")
+OPERATOR = re.compile(
+    r"(?<= )(?:" + "|".join(map(re.escape, sorted(OPPOSITES, key=len, reverse=True))) + r")(?= )")
 CONDITION = re.compile(r"\b(?:if|while) (?:constexpr )?\(")
 NUMBER = re.compile(r"(?<![\w.'])(?:0x[0-9a-fA-F]+|\d+)(?![\w.'])")
 LETTER_CASE = re.compile(r"[A-Za-z]")
 # A statement that stands alone on its line: a call, an assignment to something that exists, a jump.
-STATEMENT = re.compile(r"(?:(?:\+\+|--)[\w.\->]+|[\w:.\->\[\]]+\(.*\)|[\w.\->\[\]*]+ [-+*/|&]?= .*|continue|break);$")
+STATEMENT = re.compile(r"(?:(?:\+\+|--)[\w.\->]+|[\w:.\->\[\]]+\(.*\)|"
+                       r"[\w.\->\[\]*]+ [-+*/|&]?= .*|continue|break);$")
 NO_STATEMENT = re.compile(r"(?:return|case|delete|throw|if|for|while|else|static_assert|EXPECT)\b")
 # Lines whose change nobody could see: what helps the compiler, reserves room, traces or waits.
 LEFT_OUT = re.compile(r"^\s*(?:#|using |namespace |static_assert|template|friend )|"
@@ -53,7 +55,8 @@ def literals_apart(source):
     """The text with comments and the insides of literals blanked, and the strings and characters by line."""
     blank = list(source)
     found = []
-    pattern = re.compile(r'//[^\n]*|/\*.*?\*/|R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|(?<![0-9a-fA-F])\'(?:\\.|[^\'\\\n])+\'', re.S)
+    pattern = re.compile(r'//[^\n]*|/\*.*?\*/|R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|'
+                         r"(?<![0-9a-fA-F])'(?:\\.|[^'\\\n])+'", re.S)
     for match in pattern.finditer(source):
         comment = match.group()[0] == "/"
         inside = range(match.start(), match.end()) if comment else range(match.start() + 1, match.end() - 1)
@@ -129,7 +132,8 @@ def of_literal(line, start, literal, draw):
     if literal.startswith("'"):
         if literal[1] == "\\" or not literal[1].isascii():
             return None
-        changed = "'" + chr(ord(literal[1]) ^ 1 if chr(ord(literal[1]) ^ 1) not in "'\\" else ord(literal[1]) + 2) + "'"
+        neighbour = chr(ord(literal[1]) ^ 1)
+        changed = "'0'" if neighbour in "'\\" else f"'{neighbour}'"
     else:
         inside = literal[1:-1]
         if not inside or "\\" in inside:
@@ -174,7 +178,7 @@ def faults_of(path, source, draw):
 
 
 def drawn(sources, seed):
-    """All faults of {path: text}, in the order of the seed: at first one a line, then the lines' second ones."""
+    """All faults of {path: text}, in the order of the seed: first one of each line, then the second ones."""
     draw = random.Random(seed)
     by_line = {}
     for path in sorted(sources):
