@@ -55,6 +55,8 @@ TEST(EntryValue, EveryHotkeyComesBack) {
         EXPECT_EQ(FormatStoredValue(again.at(position).current), FormatStoredValue(slot.current));
         EXPECT_EQ(again.at(position).current.keyCode, slot.current.keyCode);
     }
+    EXPECT_FALSE(ParseStoredEntry(again, L"no entry", L"", 0));
+    EXPECT_EQ(again.size(), list.size());
 }
 
 TEST(EntryKey, HasThreeDigitsAndMore) {

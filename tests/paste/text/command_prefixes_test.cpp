@@ -58,6 +58,7 @@ TEST(Commands, ReplaceByRules) {
         {L"replace:\\n%09=>%13%10", L"a\tb", L"a\r\nb", 1},
         {L"replace:\\n%25=>x", L"50%25", L"50x", 1},  // beyond the control codes
         {L"replace:\\n=>x\\nno rule", L"ab", L"ab", 0},
+        {L"replace:\\na=>b\r\\n%nc%c=>d", L"ac", L"bd", 2},  // as it comes from a file
     };
     for (const auto& [entry, subject, text, count] : rows) {
         const ReplaceResult result = ApplyReplaceRules(entry, subject);
