@@ -90,6 +90,7 @@ TEST(FindHtmlFragment, ReadsOthersAndIsNotFooled) {
     EXPECT_EQ(ValueAfterKey(L"aab1a2b", L"aab", L"a"), L"");
     EXPECT_EQ(ValueAfterKey(L"abc1;a", L"abc", L";"), L"1");
     EXPECT_EQ(ValueAfterKey(L"\ra:1", L"a:", L"\r"), L"");
+    EXPECT_EQ(ValueAfterKey(L"abcdef;", L"xy", L";"), L"");
 }
 
 UINT HtmlFormat() {

@@ -73,6 +73,7 @@ TEST(ReadShellIdLists, YieldsListsOrNothing) {
         {"count whose offsets wrap around", with(0, 0x3FFFFFFF)},
         {"count that takes lists for offsets", with(0, 4)},
         {"parent at the header", with(1, 0)},
+        {"item in the zeros of an offset", with(2, 6)},
         {"item at the end", with(2, kGood.size())},
         {"item on the last byte", with(3, kGood.size() - 1)},
         {"half a terminator", kGood.substr(0, kGood.size() - 1)},

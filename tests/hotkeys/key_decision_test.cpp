@@ -84,6 +84,10 @@ TEST_F(DecideKeyTest, PicksTheActionByTheEntriesAndTheState) {
         EXPECT_EQ(decision.modifier, 4U);
     }
     EXPECT_EQ(decision.text, &tables->texts[4]['R']);
+    AddHotkey(*tables, 'Y', 0, L"by the first code");
+    stateWord = 1;
+    EXPECT_EQ(Decide('Y'), KeyAction::TriggerEntry);
+    stateWord = kCtrlDown;
     state.busy = true;
     EXPECT_EQ(Decide('Q'), KeyAction::TriggerNothing);
     EXPECT_EQ(Decide('W'), KeyAction::TriggerMenu);

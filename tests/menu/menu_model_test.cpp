@@ -45,7 +45,7 @@ TEST(CollectMenuRows, TakesTheEntriesOfTheHotkeyInListOrder) {
     const auto collected = [&](unsigned key, unsigned modifier) {
         return CollectMenuRows(list, key, modifier).value_or(std::vector<MenuRow>());
     };
-    add(L"first", L"One");
+    add(L"first", L"On");
     add(L"other key", L"", 'X');
     add(L"other modifier", L"", kKey, 4);
     add(L"second", L"2");  // one character is no menu label
@@ -57,7 +57,7 @@ TEST(CollectMenuRows, TakesTheEntriesOfTheHotkeyInListOrder) {
     add(L"charmap:a,,/b, ,&\xd83d\xde00,", L"a label that does not count here", 'C');
     add(L" charmap:a,b", L"", 'C');
     const auto rows = collected(kKey, kCtrlAlt);
-    ASSERT_EQ(LabelsOf(rows), (Texts{L"One", L"second", L"no text"}));
+    ASSERT_EQ(LabelsOf(rows), (Texts{L"On", L"second", L"no text"}));
     EXPECT_TRUE(rows[0].text == L"first" && rows[0].labelIsMenuLabel && !rows[1].labelIsMenuLabel);
     EXPECT_TRUE(rows[1].order == 7 && rows[1].position == 3 && !rows[1].piece);
     EXPECT_EQ(rows[1].number, list.at(3).current.number);

@@ -78,6 +78,9 @@ TEST(Placeholders, GrowthHasALimit) {
     EXPECT_EQ(text, L"a%x%b%x%");
     EXPECT_TRUE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion / 2 - 1, L'y')));
     EXPECT_EQ(text.size(), kLongestExpansion);
+    text = L"%x%%x%" + std::wstring(kLongestExpansion - 2, L'z');
+    EXPECT_FALSE(ReplaceToken(text, L"%x%", L"yy"));
+    EXPECT_TRUE(ReplaceToken(text, L"%x%", L"y"));
     text = L"a%x%";
     EXPECT_FALSE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion, L'y')));
     EXPECT_TRUE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion - 1, L'y')));
@@ -92,9 +95,10 @@ TEST(Placeholders, GrowthHasALimit) {
 }
 
 TEST(Placeholders, PrefixControlCodesAndDelivery) {
-    std::wstring text = L"pastehtml:pastehtml:";
+    std::wstring text = L"pastehtml:x pastehtml:";
     EXPECT_TRUE(TakeHtmlPrefix(text));
-    EXPECT_EQ(text, L"pastehtml:");
+    EXPECT_FALSE(TakeHtmlPrefix(text));
+    EXPECT_EQ(text, L"x pastehtml:");
     const std::wstring signs(4095, L'%');
     for (const auto& [coded, replaced] : {std::pair{L"a%09b%13%10c%05%24", L"a\tb\r\nc\x05\x18"},
                                           {L"%04%25%99%5%%%09%1%100", L"%04%25%99%5%%\t%1\n0"},
