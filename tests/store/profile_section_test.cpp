@@ -5,6 +5,7 @@
 
 #include "store/ini_files.h"
 #include "store/profile.h"
+#include "store/section_lines.h"
 
 namespace verbatix {
 namespace {
@@ -92,6 +93,33 @@ TEST(Section, OfAFileThatIsNoneIsEmptyAndCannotBeWritten) {
         EXPECT_TRUE(SectionKeys(section).empty());
         EXPECT_FALSE(WriteSection(L"S", {{L"a", L"1"}})) << path;
     }
+}
+
+TEST(PlainSectionLines, AreThoseOfASectionThatNothingDisturbs) {
+    using Lines = std::vector<std::pair<std::wstring, std::wstring>>;
+    constexpr const wchar_t* kDisturbed = L"(disturbed)";
+    const std::pair<std::wstring, const wchar_t*> rows[] = {
+        {L"", L""},
+        {L"[o]\r\na=1\r\n", L""},
+        {L"x=9\r\n[o]\r\n;b\r\n\r\n[s]\r\na=1\r\nB=\r\n[p]\r\nc=9\r\n", L"a=1|B=|"},
+        {L"[S]\r\na=1", kDisturbed},
+        {L"[S]\na=1\n", kDisturbed},
+        {L"[S]\r\na=1\r\rb=2\r\n", kDisturbed},
+        {L"[o]\r\nb=\x1a\r\n[S]\r\na=1\r\n", kDisturbed},
+        {std::wstring(L"[o]\r\n\0\r\n", 8), kDisturbed},
+        {L"[S]\r\na=1\r\n[o]\r\n[s]\r\n", kDisturbed},
+        {L"[S] \r\na=1\r\n", kDisturbed},
+    };
+    const auto shown = [](std::wstring_view text) {
+        const auto lines = PlainSectionLines(text, L"S");
+        std::wstring result = lines ? L"" : kDisturbed;
+        for (const auto& [key, value] : lines.value_or(Lines())) result += key + L"=" + value + L"|";
+        return result;
+    };
+    for (const auto& [text, lines] : rows) EXPECT_EQ(shown(text), lines) << text;
+    for (const wchar_t* line :
+         {L"", L"a", L"=1", L";a=1", L"#a=1", L" a=1", L"a =1", L"a= 1", L"a=1 ", L"A=1"})
+        EXPECT_EQ(shown(std::wstring(L"[S]\r\na=2\r\n") + line + L"\r\n"), kDisturbed) << line;
 }
 
 // Writes `values` as a section into one file and key by key into another like it.
