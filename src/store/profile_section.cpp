@@ -6,6 +6,7 @@
 #include <cwctype>
 
 #include "base/text.h"
+#include "store/ini_text.h"
 #include "store/profile.h"
 #include "store/section_lines.h"
 #include "store/settings_file.h"

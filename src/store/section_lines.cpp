@@ -4,16 +4,9 @@
 #include <set>
 
 #include "base/text.h"
+#include "store/ini_text.h"
 
 namespace verbatix {
-
-std::wstring FoldKey(std::wstring_view key) {
-    std::wstring folded(key);
-    for (wchar_t& c : folded) {
-        if (c >= L'A' && c <= L'Z') c = static_cast<wchar_t>(c - L'A' + L'a');
-    }
-    return folded;
-}
 
 namespace {
 

@@ -10,9 +10,6 @@
 
 namespace verbatix {
 
-// A key name in the one form by which names are compared: A to Z as a to z.
-std::wstring FoldKey(std::wstring_view key);
-
 // Key and value of every line of section `name`, none when there is no such section. Nothing when the text
 // holds something that writing the section as a whole could disturb: the section twice or under an unusual
 // header, in it a comment, an empty line, a line without "=", blanks around key or value or the same key
