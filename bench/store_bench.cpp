@@ -91,7 +91,7 @@ void BenchStore() {
     const std::wstring other = settingsPath;
     settingsPath = folder.File(L"merged.ini");
     EntryList merged = MakeList(0);
-    Row("merge 1000 entries (at most 1000)", Milliseconds([&] { MergeListFile(merged, Client(), other); }));
+    Row("merge 1000 entries (at most 1000)", Milliseconds([&] { ImportListFile(merged, Client(), other); }));
 }
 
 }  // namespace verbatix::bench

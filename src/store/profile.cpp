@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "store/settings_commit.h"
 #include "store/settings_file.h"
 #include "store/settings_path.h"
 
@@ -26,9 +27,7 @@ std::wstring ReadProfileText(const wchar_t* section, const wchar_t* key, std::si
 }
 
 bool WriteProfileText(const wchar_t* section, const wchar_t* key, std::wstring_view value) {
-    const std::wstring line = ProfileLine(value);
-    return PrepareSettingsFile(settingsPath, line) &&
-           WritePrivateProfileStringW(section, key, line.c_str(), settingsPath.c_str());
+    return WriteSetting(section, key, value);
 }
 
 int ReadProfileNumber(const wchar_t* section, const wchar_t* key, int old, int lowest, int highest) {

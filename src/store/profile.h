@@ -1,6 +1,6 @@
-// Texts and numbers in sections of the settings file, by the system's profile functions. Every call opens
-// the file anew; for many keys of a section see profile_section.h. A file that is missing, locked or no
-// file at all reads as empty; a write that fails says so.
+// Texts and numbers in sections of the settings file. They are read by the system's profile functions,
+// every call of which opens the file anew; for many keys of a section see profile_section.h. A file that is
+// missing, locked or no file at all reads as empty. Every write is a commit (see settings_commit.h).
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ std::wstring ReadProfileTextFrom(const std::wstring& path, const wchar_t* sectio
                                  std::size_t size, std::wstring_view old = {});
 
 // Writes a value in a form that cannot break the file (see ProfileLine). A character that the file cannot
-// hold makes it a UTF-16 file first. False when the file could not be written.
+// hold makes it a UTF-16 file. False when the file could not be written: see WriteSetting.
 bool WriteProfileText(const wchar_t* section, const wchar_t* key, std::wstring_view value);
 
 // A number; text that is none reads as 0. The value is held between the bounds only when neither is -1.
