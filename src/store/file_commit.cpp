@@ -38,9 +38,13 @@ DWORD WriteChecked(const UniqueFile& file, std::string_view bytes) {
     if (count != size) return ERROR_DISK_FULL;
     if (!SetEndOfFile(file.Get()) || !FlushFileBuffers(file.Get())) return LastError();
     SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
-    std::string back(bytes.size(), '\0');
-    if (!ReadFile(file.Get(), back.data(), size, &count, nullptr)) return LastError();
-    return count == size && back == bytes ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
+    std::array<char, 1 << 16> block;
+    while (ReadFile(file.Get(), block.data(), static_cast<DWORD>(block.size()), &count, nullptr)) {
+        if (bytes.substr(0, count) != std::string_view(block.data(), count)) return ERROR_WRITE_FAULT;
+        if (count == 0) return bytes.empty() ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
+        bytes.remove_prefix(count);
+    }
+    return LastError();
 }
 
 DWORD WriteNew(const std::wstring& path, DWORD disposition, std::string_view bytes) {

@@ -7,7 +7,6 @@
 
 #include "base/product.h"
 #include "base/text.h"
-#include "store/backup.h"
 #include "store/entry_syntax.h"
 #include "store/file_commit.h"
 #include "store/ini_text.h"

@@ -180,7 +180,9 @@ bool HasUnsaved(const EntryList& list) {
 void LoadList(EntryList& list, const ListClient& client) {
     constexpr unsigned kLongestLock = 2000;
     isFailureTold = false;
-    LoadWithin(kLongestLock, list, client);
+    const bool isRead = LoadWithin(kLongestLock, list, client);
+    // A lock will end, and the window says that it is waited for.
+    if (!isRead && !IsHeldByAnother(settingsPath)) ReportUnsaved(client);
     RefreshViews(client, false);
 }
 

@@ -29,6 +29,7 @@ constexpr std::int64_t kLargestFile = 64LL << 20;
 struct SettingsState {
     std::wstring path;
     std::optional<std::string> known;  // what it held when it was last read or written
+    bool isDoubtful = true;            // that may be read differently (see IsDoubtfulIni)
     bool isGenerationKept = false;
     IniValues waiting;
 };
@@ -37,7 +38,7 @@ SettingsState state;
 int openBatches = 0;
 
 SettingsState& State() {
-    if (state.path != settingsPath) state = {settingsPath, {}, false, {}};
+    if (state.path != settingsPath) state = {settingsPath, {}, true, false, {}};
     return state;
 }
 
@@ -92,9 +93,16 @@ std::optional<std::string> WrittenBySystem(const std::string& bytes, const IniVa
 // What the file is to hold once `values` are in it.
 struct NewContent {
     std::string bytes;
+    bool isDoubtful = false;
     const wchar_t* keepOld = nullptr;  // why the old content is kept in the backup folder
     bool isListReplaced = false;
 };
+
+bool HasControls(const IniValues& values) {
+    return std::any_of(values.begin(), values.end(), [](const IniValue& value) {
+        return std::any_of(value.value.begin(), value.value.end(), [](wchar_t c) { return c < L' '; });
+    });
+}
 
 NewContent MakeContent(const std::optional<std::string>& found, const IniValues& values) {
     NewContent content;
@@ -112,7 +120,9 @@ NewContent MakeContent(const std::optional<std::string>& found, const IniValues&
     const std::wstring text = SetIniValues(old.text, values);
     const SettingsBytes written = EncodeSettings(text, old.encoding);
     content.bytes = written.bytes;
-    if (IsDoubtfulIni(text)) content.bytes = WrittenBySystem(content.bytes, values).value_or(content.bytes);
+    // Values that are put into a plain text leave it plain.
+    content.isDoubtful = (!isAsKnown || State().isDoubtful || HasControls(values)) && IsDoubtfulIni(text);
+    if (content.isDoubtful) content.bytes = WrittenBySystem(content.bytes, values).value_or(content.bytes);
     if (content.isListReplaced) {
         content.keepOld = L"other_list";
     } else if (isConverted || !old.isExact || (old.encoding == Encoding::kAnsi && !written.isAnsi)) {
@@ -145,6 +155,7 @@ DWORD Commit(const IniValues& values) {
         return error;
     }
     file.known = std::move(content.bytes);
+    file.isDoubtful = content.isDoubtful;
     if (content.isListReplaced && storeNotices.otherListKept) storeNotices.otherListKept(kept);
     return ERROR_SUCCESS;
 }
@@ -170,12 +181,24 @@ bool WriteWaiting() {
 
 }  // namespace
 
-bool WriteSetting(std::wstring_view section, std::wstring_view key, std::wstring_view value) {
+bool WriteProfileText(const wchar_t* section, const wchar_t* key, std::wstring_view value) {
     IniValues& waiting = State().waiting;
     // What waits for long is written once: the last value of a key counts.
     std::erase_if(waiting, [&](const IniValue& old) { return old.section == section && old.key == key; });
-    waiting.push_back({std::wstring(section), std::wstring(key), ProfileLine(value)});
+    waiting.push_back({section, key, ProfileLine(value)});
     return openBatches > 0 || WriteWaiting();
+}
+
+bool WriteProfileNumber(const wchar_t* section, const wchar_t* key, int value) {
+    return WriteProfileText(section, key, std::to_wstring(value));
+}
+
+bool WriteProgramText(const wchar_t* key, std::wstring_view value) {
+    return WriteProfileText(kProgramSection, key, value);
+}
+
+bool WriteProgramNumber(const wchar_t* key, int value) {
+    return WriteProfileNumber(kProgramSection, key, value);
 }
 
 bool WriteSettingsTogether(IniValues values) {
@@ -202,6 +225,7 @@ SettingsBatch::~SettingsBatch() {
 
 void RememberSettingsFile() {
     ReadNow(State().known);
+    State().isDoubtful = true;
     ExamineSettingsFile(State().known);
 }
 
@@ -221,7 +245,9 @@ bool PrepareSettingsFile() {
 
 DWORD ReplaceSettings(std::string_view bytes) {
     const DWORD error = CommitFile(settingsPath, bytes, InPlace::kAfterCopy);
-    if (error == ERROR_SUCCESS) State().known = bytes;
+    if (error != ERROR_SUCCESS) return error;
+    State().known = bytes;
+    State().isDoubtful = true;
     return error;
 }
 

@@ -24,9 +24,14 @@ struct StoreNotices {
 extern StoreNotices storeNotices;
 
 // Writes a value into the settings file, together with all that has not been written yet. A value that
-// could not be written is tried again by every later commit of that file. False then. Inside a
-// SettingsBatch the value only joins those that wait, and the result is true.
-bool WriteSetting(std::wstring_view section, std::wstring_view key, std::wstring_view value);
+// could not be written is tried again by every later commit of that file; false then. Inside a
+// SettingsBatch the value only joins those that wait, and the result is true. Values are written in a form
+// that cannot break the file (see ProfileLine).
+bool WriteProfileText(const wchar_t* section, const wchar_t* key, std::wstring_view value);
+bool WriteProfileNumber(const wchar_t* section, const wchar_t* key, int value);
+// The same in the section of the program's options.
+bool WriteProgramText(const wchar_t* key, std::wstring_view value);
+bool WriteProgramNumber(const wchar_t* key, int value);
 
 // Writes these values, with those that wait, in one commit, inside a SettingsBatch too. When that fails
 // they are the caller's again. Line breaks in a value become blanks, what follows a NUL is left out.

@@ -10,6 +10,7 @@
 #include "store/ini_files.h"
 #include "store/profile.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 
 namespace verbatix {
 namespace {
