@@ -273,6 +273,21 @@ enum : int {
     kNormalSize = 1350,
     kLargeSize = 1351,
     kVeryLargeSize = 1352,
+
+    // The settings file: damage, other programs, what cannot be read or written
+    kDamageFound = 1360,
+    kDamagedKeptIn = 1361,
+    kYesOther = 1362,
+    kNoOther = 1363,
+    kNoGoOn = 1364,
+    kCancelGoOn = 1365,
+    kNotSaved = 1366,
+    kListUnread = 1367,
+    kAskLoadOther = 1368,
+    kOtherListKept = 1369,
+    kMisreadLines = 1370,
+    kWriteProtected = 1371,
+    kNoSettingsFile = 1372,
 };
 
 }  // namespace verbatix::text

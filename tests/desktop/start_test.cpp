@@ -181,9 +181,9 @@ TEST(Start, ReportsAPathItCannotWriteAndRunsOn) {
         ProgramRun run;
         run.StartPlain(L"-bg \"-ini:" + path + L"\"");
         // The first run's list cannot be written either, which is said by name of the file.
-        const HWND box = run.Program().WaitForVisibleWindow(L"#32770");
-        ASSERT_TRUE(box) << ::testing::PrintToString(path);
-        EXPECT_NE(WindowText(GetDlgItem(box, 0xFFFF)).find(path.substr(0, 200)), std::wstring::npos);
+        const HWND first = run.Program().WaitForVisibleWindow(L"#32770");
+        ASSERT_TRUE(first) << ::testing::PrintToString(path);
+        EXPECT_NE(WindowText(GetDlgItem(first, 0xFFFF)).find(path.substr(0, 200)), std::wstring::npos);
         // Every box there is, until the program runs.
         EXPECT_TRUE(WaitFor(
             [&] {
@@ -192,7 +192,13 @@ TEST(Start, ReportsAPathItCannotWriteAndRunsOn) {
                 return run.MainDialog() != nullptr && !dialog;
             },
             15000));
-        EXPECT_EQ(run.Exit(), 1);
+        // The first run's list is lost with the program, which is asked about.
+        PostMessageW(run.MainDialog(), WM_COMMAND, CMD_EXIT, 0);
+        EXPECT_TRUE(WaitFor([&] {
+            const HWND box = run.Program().WaitForVisibleWindow(L"#32770", nullptr, 0);
+            if (box && !GetDlgItem(box, IDC_LIST)) PostMessageW(box, WM_COMMAND, IDYES, 0);
+            return WaitForSingleObject(run.Program().Handle(), 0) == WAIT_OBJECT_0;
+        }));
     }
 }
 

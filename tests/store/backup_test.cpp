@@ -8,6 +8,7 @@
 #include "store/list_file.h"
 #include "store/profile.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 
 namespace verbatix {
 namespace {

@@ -13,6 +13,7 @@
 #include "ui/entries/drag_entry.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
+#include "ui/window/store_watch.h"
 
 namespace verbatix {
 
@@ -57,7 +58,7 @@ constexpr Timer kTimers[] = {
     {TIMER_REINSTALL_HOOK, true, ReinstallHook},     {TIMER_CLOCK_JUMP, false, WatchClock},
     {TIMER_RESTORE_CLIPBOARD, true, OnRestoreTimer}, {TIMER_CPY_COPY, true, OnCpyCopyTimer},
     {TIMER_CPY_LAUNCH, true, OnCpyLaunchTimer},      {TIMER_EDITOR_UPDATE, true, OnEditorTimer},
-    {TIMER_DRAG_SCROLL, false, OnDragTimer},
+    {TIMER_DRAG_SCROLL, false, OnDragTimer},         {TIMER_LIST_RETRY, false, OnListRetryTimer},
 };
 
 }  // namespace
