@@ -6,11 +6,11 @@
 
 #include "base/handle.h"
 #include "base/product.h"
+#include "hotkeys/caret_place.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/hotkey_simulation.h"
 #include "menu/menu_handle.h"
 #include "menu/menu_input.h"
-#include "menu/menu_place.h"
 #include "menu/menu_tooltip.h"
 
 namespace verbatix {
@@ -131,7 +131,7 @@ static LRESULT CALLBACK InputFilter(int code, WPARAM wParam, LPARAM lParam) noex
     return 1;
 }
 
-static UINT Track(HMENU menu, HWND owner, const MenuPlace& place) {
+static UINT Track(HMENU menu, HWND owner, const CaretPlace& place) {
     const UniqueHandle<HHOOK, UnhookWindowsHookEx> filter(
         SetWindowsHookExW(WH_MSGFILTER, InputFilter, nullptr, GetCurrentThreadId()));
     const UINT side = GetSystemMetrics(SM_MENUDROPALIGNMENT) ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
@@ -228,7 +228,7 @@ class HookIsBusy {
 // The item chosen among the rows, 0 for none.
 static UINT Choose() {
     const MenuRequest& request = pasteMenu.request;
-    const MenuPlace place = FindMenuPlace(request.foreground);
+    const CaretPlace place = FindCaretPlace(request.foreground);
     const HWND owner = Owner();
     SetWindowPos(owner, HWND_TOPMOST, place.point.x, place.point.y, 1, 1, SWP_SHOWWINDOW | SWP_NOACTIVATE);
     const bool winKeyIsTaken = request.modifier == 0 && IsWinHotkeyTaken(owner, request.key, false);

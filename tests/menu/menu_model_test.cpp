@@ -9,9 +9,9 @@
 #include <random>
 
 #include "base/text.h"
+#include "hotkeys/caret_place.h"
 #include "menu/menu_handle.h"
 #include "menu/menu_input.h"
-#include "menu/menu_place.h"
 
 namespace verbatix {
 namespace {

@@ -7,8 +7,8 @@
 #include <mutex>
 
 #include "base/text.h"
+#include "hotkeys/caret_place.h"
 #include "ids.h"
-#include "menu/menu_place.h"
 #include "support/folder.h"
 #include "support/keys.h"
 #include "support/message_thread.h"
@@ -348,7 +348,7 @@ TEST_F(MenuPopupTest, HotkeysOpenItCloseItAndReplaceIt) {
 TEST_F(MenuPopupTest, OpensAtTheCaretElseAtTheMouse) {
     SetCursorPos(333, 222);
     for (const HWND none : {HWND{nullptr}, mainWindow, reinterpret_cast<HWND>(0x7ffffff0)}) {
-        const MenuPlace place = FindMenuPlace(none);
+        const CaretPlace place = FindCaretPlace(none);
         EXPECT_TRUE(place.point.x == 333 && place.point.y == 222);
     }
     Add(L"text one");
@@ -356,7 +356,7 @@ TEST_F(MenuPopupTest, OpensAtTheCaretElseAtTheMouse) {
     const RECT screen = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
     for (const RECT& place : {RECT{700, 60, 1220, 460}, {1000, 700, 1270, 890}, {-20, -10, 400, 300}}) {
         MoveWindow(window, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
-        const MenuPlace caret = FindMenuPlace(window);
+        const CaretPlace caret = FindCaretPlace(window);
         EXPECT_LT(caret.exclude.top, caret.exclude.bottom) << "no caret found";
         Open();
         RECT menu = {};
