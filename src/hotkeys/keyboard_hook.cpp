@@ -16,6 +16,11 @@ static unsigned ReadStateWord() {
     return word;
 }
 
+// Before the event that the hook is asked about.
+static bool IsKeyDown(DWORD key) {
+    return GetAsyncKeyState(static_cast<int>(key)) < 0;
+}
+
 static void SendRenameOnF2(DWORD key) {
     const HookClient& client = keyboardHook.client;
     if (key != VK_F2 || !client.mainWindow || !client.wantsRename) return;
@@ -28,6 +33,7 @@ static void Execute(const std::wstring& text) {
     keyboardHook.trigger.busy = true;
     keyboardHook.client.executeEntry(text);
     keyboardHook.trigger.busy = false;
+    keyboardHook.trigger.claims.OnBlindTime(GetTickCount64());
 }
 
 static HWND WindowWithKeyboard(HWND foreground) {
@@ -58,21 +64,22 @@ static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG no
     }
 }
 
+static void ReleasePendingKeys() {
+    const int modifier = std::exchange(keyboardHook.trigger.pendingRelease, -1);
+    for (const KeyStroke stroke : PendingReleaseStrokes(modifier)) SendTagged(stroke);
+}
+
 static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM parameter) noexcept {
     if (code != HC_ACTION) return CallNextHookEx(nullptr, code, message, parameter);
     const KBDLLHOOKSTRUCT event = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(parameter);
     if (event.dwExtraInfo != kSyntheticInputTag) SendRenameOnF2(event.vkCode);
     const ULONGLONG now = GetTickCount64();
     const KeyDecision decision = DecideKey(event, keyboardHook.tables, keyboardHook.disabled,
-                                           keyboardHook.trigger, ReadStateWord, now);
+                                           keyboardHook.trigger, {ReadStateWord, IsKeyDown}, now);
     switch (decision.action) {
         case KeyAction::PassOn: return CallNextHookEx(nullptr, code, message, parameter);
-        case KeyAction::PassAfterRelease:
-            for (const KeyStroke stroke :
-                 PendingReleaseStrokes(std::exchange(keyboardHook.trigger.pendingRelease, -1))) {
-                SendTagged(stroke);
-            }
-            return 0;
+        case KeyAction::PassAfterRelease: ReleasePendingKeys(); return 0;
+        case KeyAction::SwallowAfterRelease: ReleasePendingKeys(); break;
         case KeyAction::Swallow: break;
         default: CarryOutTrigger(decision, event.vkCode, now);
     }
@@ -109,6 +116,7 @@ void InstallKeyboardHookUnlessOff() {
 
 void ToggleKeyboardHook() {
     keyboardHook.off = !keyboardHook.off;
+    keyboardHook.trigger.claims.Clear();  // keys come up without the hook seeing it
     if (keyboardHook.off) {
         RemoveKeyboardHook();
     } else {

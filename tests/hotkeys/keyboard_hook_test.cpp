@@ -188,6 +188,40 @@ TEST_F(KeyboardHookTest, TheProgramInFrontGetsOrdinaryKeysButNoDisabledHotkey) {
     EXPECT_TRUE(ArrivesAfter(L"aq1Q\tq")) << target.Text();
 }
 
+// As people do it: the key is held for a while, its release comes before or after the modifier's, and the
+// hook may be installed anew or the list changed in between.
+TEST_F(KeyboardHookTest, AHeldHotkeyRunsOnceAndTypesNothing) {
+    Add('Q', 4, L"text");
+    void (*const meanwhile[])() = {[] {}, [] { InstallKeyboardHook(); },
+                                   [] { ClearHotkeys(keyboardHook.tables); }};
+    for (const auto change : meanwhile) {
+        for (const bool modifierFirst : {false, true}) {
+            thread.Run(AllowNextTrigger);
+            test::HoldDown(VK_LCONTROL);
+            test::PressKeyDown('Q');
+            EXPECT_EQ(TakeExecuted(), Texts{L"text"});
+            thread.Run(AllowNextTrigger);
+            thread.Run(change);
+            for (int repeats = 0; repeats < 3; ++repeats) test::PressKeyDown('Q');
+            if (modifierFirst) test::LetKeyUp(VK_LCONTROL);
+            test::PressKeyDown('Q');
+            test::LetKeyUp('Q');
+            if (!modifierFirst) test::LetKeyUp(VK_LCONTROL);
+            EXPECT_EQ(TakeExecuted(), Texts{});
+            thread.Run([] { ClearHotkeys(keyboardHook.tables); });
+            Add('Q', 4, L"text");
+        }
+    }
+    thread.Run(AllowNextTrigger);
+    test::PressKeyDown('Q');
+    test::HoldDown(VK_LCONTROL);
+    test::PressKeyDown('Q');
+    test::LetKeyUp('Q');
+    test::LetKeyUp(VK_LCONTROL);
+    EXPECT_EQ(TakeExecuted(), Texts{}) << "the key was down before its modifier";
+    EXPECT_TRUE(ArrivesAfter(L"q")) << target.Text();
+}
+
 TEST_F(KeyboardHookTest, SeveralEntriesOrACharacterListAskForTheMenu) {
     Add('Q', 4, L"one");
     Add('Q', 4, L"two");
