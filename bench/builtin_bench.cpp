@@ -10,7 +10,7 @@
 
 #include "base/handle.h"
 #include "bench/measure.h"
-#include "paste/image_clipboard.h"
+#include "paste/builtin/image_clipboard.h"
 #include "support/desktop.h"
 #include "support/folder.h"
 

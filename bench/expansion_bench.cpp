@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 #include "bench/measure.h"
-#include "paste/placeholders.h"
+#include "paste/text/placeholders.h"
 
 namespace verbatix::bench {
 

@@ -7,9 +7,9 @@
 #include "ids.h"
 #include "store/profile.h"
 #include "store/settings.h"
-#include "ui/dialog_keys.h"
-#include "ui/main_window.h"
-#include "ui/tracking_tooltip.h"
+#include "ui/shell/tracking_tooltip.h"
+#include "ui/state/main_window.h"
+#include "ui/window/dialog_keys.h"
 
 namespace verbatix {
 

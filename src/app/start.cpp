@@ -20,10 +20,10 @@
 #include "store/list_file.h"
 #include "store/settings.h"
 #include "store/settings_path.h"
-#include "ui/closing.h"
-#include "ui/dark_theme.h"
-#include "ui/main_window.h"
-#include "ui/program_client.h"
+#include "ui/look/dark_theme.h"
+#include "ui/state/main_window.h"
+#include "ui/state/program_client.h"
+#include "ui/window/closing.h"
 
 namespace verbatix {
 

@@ -1,0 +1,109 @@
+#include "paste/builtin/clipboard_image.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/text.h"
+#include "clipboard/clipboard_session.h"
+#include "clipboard/clipboard_text.h"
+#include "clipboard/saved_clipboard.h"
+#include "hotkeys/foreground.h"
+#include "hotkeys/key_simulation.h"
+#include "paste/builtin/bitmap_source.h"
+
+namespace verbatix {
+
+namespace {
+
+using UniqueDc = UniqueHandle<HDC, DeleteDC>;
+
+void Tell(const std::wstring& text) {
+    ShowBoxInFront(nullptr, text, L"");
+}
+
+UniqueBitmap CopyBitmap() {
+    SendCopy();
+    Sleep(200);
+    return ClipboardGetBitmap();
+}
+
+BITMAP Describe(HBITMAP bitmap) {
+    BITMAP description = {};
+    if (!GetObjectW(bitmap, sizeof description, &description)) return {};
+    return description;
+}
+
+std::int64_t PixelCount(const BITMAP& description) {
+    return static_cast<std::int64_t>(description.bmWidth) * description.bmHeight;
+}
+
+void PutBitmap(UniqueBitmap bitmap) {
+    const ClipboardSession session;
+    if (!session) return;
+    EmptyClipboard();
+    if (SetClipboardData(CF_BITMAP, bitmap.Get())) bitmap.Release();  // the clipboard's from now on
+}
+
+}  // namespace
+
+PixelImage ReadPixels(HBITMAP bitmap) {
+    const BITMAP description = Describe(bitmap);
+    if (description.bmWidth <= 0 || description.bmHeight <= 0) return {};
+    if (PixelCount(description) > kMaxCroppedPixels) return {};
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = description.bmWidth;
+    info.bmiHeader.biHeight = -description.bmHeight;  // negative: the top row comes first
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    PixelImage image = {description.bmWidth, description.bmHeight, {}};
+    image.pixels.resize(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height));
+    const UniqueDc context(CreateCompatibleDC(nullptr));
+    const int rows = GetDIBits(context.Get(), bitmap, 0, static_cast<UINT>(image.height),
+                               image.pixels.data(), &info, DIB_RGB_COLORS);
+    if (rows != image.height) return {};
+    return image;
+}
+
+UniqueBitmap MakeBitmap(const PixelImage& image) {
+    return UniqueBitmap(CreateBitmap(image.width, image.height, 1, 32, image.pixels.data()));
+}
+
+void CropClipboardImage(std::wstring_view argument) {
+    const UniqueBitmap bitmap = CopyBitmap();
+    if (!bitmap) return Tell(L"No-HBitmap");
+    const BITMAP description = Describe(bitmap.Get());
+    const PixelImage image = ReadPixels(bitmap.Get());
+    if (image.pixels.empty()) {
+        return Tell(Format(L"No-Bitmap-Pix\n\nWidthBytes: %d bmWidth:%d bmBitsPixel:%d hb:%d",
+                           description.bmWidthBytes, description.bmWidth, description.bmBitsPixel,
+                           HandleToLong(bitmap.Get())));
+    }
+    if (description.bmBitsPixel != 32) return Tell(L"Bitmap 32 Bit ?");
+    const std::vector<std::wstring_view> pieces = Split(argument, L':');
+    const int margin = pieces.size() > 1 ? ToInt(pieces[1]) : 0;
+    UniqueBitmap cropped = MakeBitmap(Crop(image, FindContent(image, margin)));
+    ClearClipboard();
+    Sleep(100);
+    if (cropped) PutBitmap(std::move(cropped));
+    Sleep(100);
+    SendPaste(20);
+}
+
+void ClipboardImageToSource() {
+    const UniqueBitmap bitmap = CopyBitmap();
+    const BITMAP description = Describe(bitmap.Get());
+    if (PixelCount(description) > kMaxSourcePixels) {
+        return Tell(
+            Format(L"Bitmap > 10 Mega-Pixel\n\n%d x %d", description.bmWidth, description.bmHeight));
+    }
+    const PixelImage image = ReadPixels(bitmap.Get());
+    if (image.pixels.empty()) return Tell(L"No HBITMAP");
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(image.pixels.data());
+    ClipboardPutText(
+        BitmapSourceText(image.width, image.height, {bytes, image.pixels.size() * sizeof image.pixels[0]}));
+    keepClipboardOnce = true;
+}
+
+}  // namespace verbatix

@@ -1,0 +1,130 @@
+#include "paste/steps/expansion.h"
+
+#include <windows.h>
+
+#include <utility>
+
+#include "base/text.h"
+#include "clipboard/clipboard_text.h"
+#include "clipboard/html_clipboard.h"
+#include "hotkeys/key_simulation.h"
+#include "paste/steps/date_dialogs.h"
+#include "paste/text/placeholders.h"
+
+namespace verbatix {
+
+std::wstring CapturedText;
+bool PasteAsHtml = false;
+
+static std::wstring UserName() {
+    wchar_t name[1024] = L"";
+    DWORD size = static_cast<DWORD>(std::size(name));
+    return GetUserNameW(name, &size) ? name : L"";
+}
+
+static std::wstring ComputerName() {
+    wchar_t name[1024] = L"";
+    DWORD size = static_cast<DWORD>(std::size(name));
+    return GetComputerNameW(name, &size) ? name : L"";
+}
+
+static KnownFacts FetchKnownFacts(std::wstring_view text, bool useDate, bool useTime) {
+    KnownFacts facts;
+    if (UsesNames(text)) {
+        facts.userName = UserName();
+        facts.computerName = ComputerName();
+    }
+    GetLocalTime(&facts.dates.now);
+    facts.dates.useDate = useDate;
+    facts.dates.useTime = useTime;
+    facts.dates.chooseDate = ChooseDate;
+    facts.dates.chooseTime = ChooseTime;
+    return facts;
+}
+
+static std::wstring ClipboardText() {
+    std::wstring text;
+    ClipboardGetText(text);
+    return text;
+}
+
+static std::wstring ClipboardHtml() {
+    std::wstring fragment;
+    std::wstring raw;
+    HtmlClipboardGet(fragment, raw);
+    return fragment;
+}
+
+static std::wstring CopySelection() {
+    Sleep(10);
+    SendCopy();
+    Sleep(200);
+    return ClipboardText();
+}
+
+static std::wstring CopySelectionAsHtml() {
+    ClearClipboard();
+    SendCopy();
+    Sleep(100);
+    return ClipboardHtml();
+}
+
+static void TraceReplacement(const wchar_t* token, const std::wstring& text) {
+    OutputDebugStringW(token);
+    OutputDebugStringW(L"<-----------\n");
+    OutputDebugStringW(text.c_str());
+    OutputDebugStringW(L"<-\n");
+}
+
+std::wstring ExpandPlaceholders(std::wstring& text, bool useDateFormat, bool useTimeFormat) {
+    bool usesPreviousText = false;
+    std::wstring previousClipboardText;
+    if (HasTwoPercentSigns(text)) {
+        ReplaceKnown(text, FetchKnownFacts(text, useDateFormat, useTimeFormat));
+        usesPreviousText = text.find(kPreviousClipboardToken) != std::wstring::npos;
+        // Read before the copy strokes below overwrite it, put in after them, so that nothing in it is
+        // taken for a token.
+        if (usesPreviousText) previousClipboardText = ClipboardText();
+        if (text.find(kClipboardHtmlToken) != std::wstring::npos) {
+            ReplaceToken(text, kClipboardHtmlToken, ClipboardHtml());
+        }
+        if (UsesCopiedText(text)) ReplaceCopiedText(text, CopySelection(), TraceReplacement);
+        if (text.find(kSelectionHtmlToken) != std::wstring::npos) {
+            ReplaceToken(text, kSelectionHtmlToken, CopySelectionAsHtml());
+        }
+    }
+    if (TakeHtmlPrefix(text)) PasteAsHtml = true;
+    if (usesPreviousText) ReplaceToken(text, kPreviousClipboardToken, previousClipboardText);
+    return text;
+}
+
+int ExpandRunEntry(bool elevate, const std::wstring& text, Launcher launch, bool useDateFormat,
+                   bool useTimeFormat) {
+    ClearClipboard();
+    SendCopy();
+    Sleep(150);
+    const std::wstring copied = ClipboardText();
+    const std::wstring_view selection = TrimBlanks(copied);
+    if (!selection.empty()) CapturedText = selection;
+    for (const std::wstring_view piece : Split(text, L'\n')) {
+        std::wstring line(piece);
+        ExpandPlaceholders(line, useDateFormat, useTimeFormat);
+        if (line.size() <= 1) continue;
+        ReplaceRunTokens(line, CapturedText);
+        launch(elevate, line);
+    }
+    return 0;
+}
+
+void FinishForDelivery(const std::wstring& text) {
+    const bool asHtml = std::exchange(PasteAsHtml, false);
+    if (text.empty()) return;
+    const std::wstring delivered = DeliveredText(text);
+    if (asHtml) {
+        HtmlClipboardPut(delivered);
+    } else {
+        ClipboardPutText(delivered);
+    }
+}
+
+}  // namespace verbatix

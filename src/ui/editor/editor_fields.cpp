@@ -1,0 +1,89 @@
+#include "ui/editor/editor_fields.h"
+
+#include <windows.h>
+
+#include "base/text.h"
+#include "hotkeys/hotkey_names.h"
+
+namespace verbatix {
+
+namespace {
+
+struct KeyRange {
+    unsigned first;
+    unsigned last;
+};
+
+constexpr KeyRange kOffered[] = {
+    {'A', 'Z'},
+    {'0', '9'},
+    {VK_F1, VK_F12},
+    {VK_NUMPAD0, VK_DIVIDE},
+    {VK_SPACE, VK_SPACE},
+    {VK_TAB, VK_TAB},
+    {VK_ESCAPE, VK_ESCAPE},
+    {VK_LEFT, VK_DOWN},
+    {VK_DELETE, VK_DELETE},
+    {VK_OEM_4, VK_OEM_6},  // "[", "^" and "]"
+};
+
+}  // namespace
+
+std::vector<std::wstring> OfferedKeyNames() {
+    std::vector<std::wstring> names(1);
+    for (const KeyRange& range : kOffered) {
+        for (unsigned key = range.first; key <= range.last; ++key) names.push_back(FormatKeyName(key));
+    }
+    return names;
+}
+
+// As the record holds a code, which is one signed byte there.
+static unsigned RecordKey(unsigned key) {
+    return (key ^ 0x80) - 0x80;
+}
+
+unsigned KeyFromInput(std::wstring_view input) {
+    const std::wstring_view name = TrimBlanks(input);
+    if (name.empty()) return 0;
+    for (const std::wstring& offered : OfferedKeyNames()) {
+        if (EqualsIgnoreCase(name, offered)) return RecordKey(ParseKeyName(offered));
+    }
+    // A single letter as typed would be the code of another key: "q" is F2. The equals sign ends the key's
+    // name in the file.
+    const std::wstring upper = name.size() == 1 ? UpperCase(name) : std::wstring(name);
+    const unsigned key = ParseKeyName(upper);
+    if (key > 0xff || upper == L"=") return 0;
+    return RecordKey(key);
+}
+
+std::optional<ListEntry> EditedEntry(const ListEntry& old, const EditorFields& fields) {
+    const std::optional<std::wstring> text = StoredFromEditorText(fields.text);
+    if (!text) return std::nullopt;
+    ListEntry entry = old;
+    CopyText(entry.text, *text, kTextLimit);
+    CopyText(entry.label, fields.label, kLabelLimit);
+    entry.keyCode = KeyFromInput(fields.key);
+    entry.modifier = fields.modifier;
+    return entry;
+}
+
+std::optional<int> FindClash(const EntryList& list, int position, unsigned key, unsigned modifier) {
+    if ((key & 0xff) == 0) return std::nullopt;
+    for (const auto& [other, slot] : list) {
+        const ListEntry& entry = slot.current;
+        // An entry without text has no hotkey, whatever stands in its record.
+        const bool answers = *entry.text && (entry.keyCode & 0xff) == (key & 0xff);
+        const unsigned code = entry.modifier < kModifierCount ? entry.modifier : 0U;
+        if (other != position && answers && code == modifier) return other;
+    }
+    return std::nullopt;
+}
+
+std::wstring EntryName(const ListEntry& entry) {
+    constexpr std::size_t kShown = 60;
+    const std::wstring_view text = entry.text;
+    if (*entry.label) return entry.label;
+    return std::wstring(text.substr(0, kShown)) + (text.size() > kShown ? L"..." : L"");
+}
+
+}  // namespace verbatix

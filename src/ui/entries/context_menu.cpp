@@ -1,0 +1,141 @@
+#include "ui/entries/context_menu.h"
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include "base/handle.h"
+#include "base/language.h"
+#include "ids.h"
+#include "store/settings.h"
+#include "ui/entries/group_menu.h"
+#include "ui/entries/move_entry.h"
+#include "ui/state/main_window.h"
+#include "ui/views/list_view.h"
+#include "ui/views/tree_view.h"
+
+namespace verbatix {
+
+namespace {
+
+// What a row is for; where that is not there it is grey, and the tree's rows are left out.
+enum class Needs { kNothing, kEntry, kName, kSelection, kTree };
+
+struct Row {
+    int command;  // 0: a line
+    int text;
+    int keys;  // language text, 0: none
+    Needs needs;
+};
+
+constexpr Row kRows[] = {
+    {CMD_NEW_ENTRY, 1040, 0, Needs::kNothing},
+    {CMD_COPY_ENTRY, 1041, 0, Needs::kEntry},
+    {CMD_COPY_AS_TEXT, 1055, 0, Needs::kSelection},
+    {CMD_DELETE_ENTRY, 1042, 1294, Needs::kEntry},
+    {0, 0, 0, Needs::kNothing},
+    {CMD_TEST_ENTRY, 1043, 0, Needs::kEntry},
+    {CMD_RENAME_ENTRY, 1054, 1295, Needs::kName},
+    {CMD_MOVE_UP, 1052, 1292, Needs::kEntry},
+    {CMD_MOVE_DOWN, 1053, 1293, Needs::kEntry},
+    {CMD_GROUP_MENU, 1134, 0, Needs::kNothing},
+    {0, 0, 0, Needs::kNothing},
+    {CMD_SHOW_TREE, 1138, 0, Needs::kNothing},
+    {CMD_EXPAND_ALL, 1050, 0, Needs::kTree},
+    {CMD_COLLAPSE_ALL, 1051, 0, Needs::kTree},
+};
+
+bool HasName() {
+    const int node = SelectedNode();
+    const bool group =
+        node > 0 && ShownTree().nodes[static_cast<std::size_t>(node)].kind == NodeKind::kGroup;
+    return group || SelectedEntry() >= 0;
+}
+
+bool IsThere(Needs needs) {
+    switch (needs) {
+        case Needs::kEntry: return SelectedEntry() >= 0;
+        case Needs::kName: return HasName();
+        case Needs::kSelection: return SelectedEntry() >= 0 || SelectedNode() >= 0;
+        case Needs::kTree: return settings.showTree != 0;
+        default: return true;
+    }
+}
+
+bool Changes(int command) {
+    return (command == CMD_MOVE_UP || command == CMD_MOVE_DOWN) && !CanMoveInView();
+}
+
+void AppendRow(HMENU menu, const Row& row, HMENU groups) {
+    if (row.needs == Needs::kTree && !IsThere(row.needs)) return;
+    if (row.command == 0) {
+        AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+        return;
+    }
+    std::wstring text = LanguageText(row.text);
+    if (row.keys) text += L'\t' + LanguageText(row.keys);
+    UINT flags = IsThere(row.needs) && !Changes(row.command) ? MF_ENABLED : MF_GRAYED;
+    if (row.command == CMD_SHOW_TREE && settings.showTree) flags |= MF_CHECKED;
+    if (row.command == CMD_GROUP_MENU) {
+        AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(groups), text.c_str());
+    } else {
+        AppendMenuW(menu, flags, static_cast<UINT_PTR>(row.command), text.c_str());
+    }
+}
+
+void SelectUnder(POINT screen) {
+    if (!settings.showTree) return;  // the list selects with either button
+    POINT mouse = screen;
+    RECT item = {};
+    ScreenToClient(mainWindow.tree, &mouse);
+    if (const int node = NodeAt(mouse, item); node > 0) {
+        TreeView_SelectItem(mainWindow.tree, ItemOf(node));
+    }
+}
+
+// Below the selected item, or at the view's corner.
+POINT PlaceForKeyboard() {
+    RECT item = {};
+    if (settings.showTree) {
+        NodeRectangle(TreeView_GetSelection(mainWindow.tree), true, item);
+    } else {
+        const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
+        if (row >= 0) ListView_GetItemRect(mainWindow.list, row, &item, LVIR_LABEL);
+    }
+    RECT client = {};
+    GetClientRect(ShownView(), &client);
+    POINT place = {item.left, item.bottom};
+    if (!PtInRect(&client, place)) place = {0, 0};
+    ClientToScreen(ShownView(), &place);
+    return place;
+}
+
+}  // namespace
+
+bool OnContextMenu(HWND control, LPARAM place) {
+    if (control != ShownView()) return false;
+    POINT corner = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    if (place == -1) {
+        corner = PlaceForKeyboard();
+    } else {
+        SelectUnder(corner);
+    }
+    // The editor follows the selection now, not when the menu is over: its rows act on what the editor
+    // shows.
+    OnSelectionChanged();
+    const int position = SelectedEntry();
+    const UniqueMenu menu(CreatePopupMenu());
+    const HMENU groupMenu = CreatePopupMenu();  // goes with the menu that it becomes part of
+    const std::vector<std::wstring> groups = AppendGroupRows(groupMenu, position);
+    for (const Row& row : kRows) AppendRow(menu.Get(), row, groupMenu);
+    mainWindow.listCommandsBlocked = true;
+    const int command =
+        TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, static_cast<int>(corner.x),
+                       static_cast<int>(corner.y), 0, mainWindow.window, nullptr);
+    mainWindow.listCommandsBlocked = false;
+    if (command != 0 && !RunGroupRow(command, position, groups)) {
+        SendMessageW(mainWindow.window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+    }
+    return true;
+}
+
+}  // namespace verbatix

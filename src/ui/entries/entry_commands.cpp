@@ -1,0 +1,137 @@
+#include "ui/entries/entry_commands.h"
+
+#include <windows.h>
+
+#include "base/language.h"
+#include "base/product.h"
+#include "base/text.h"
+#include "hotkeys/foreground.h"
+#include "hotkeys/keyboard_hook.h"
+#include "ids.h"
+#include "paste/executor.h"
+#include "store/list_file.h"
+#include "store/settings.h"
+#include "ui/editor/editor.h"
+#include "ui/look/view_look.h"
+#include "ui/state/main_window.h"
+#include "ui/views/list_view.h"
+#include "ui/views/tree_view.h"
+
+namespace verbatix {
+
+namespace {
+
+// Where a record stands now that was added for good.
+int Add(const ListEntry& record) {
+    EntryList& list = mainWindow.entries;
+    if (const std::optional<int> blank = FirstBlankPosition(list)) {
+        UpdateEntry(list, *blank, record);
+        return *blank;
+    }
+    const int position = static_cast<int>(list.size());
+    AddEntry(list, record.text, record.label, record.keyCode, record.modifier, -1, position);
+    // The list takes a new entry for one that the file has already; the next save must know better.
+    list[position].saved = {};
+    return position;
+}
+
+void AddAndShow(const ListEntry& record) {
+    const int position = Add(record);
+    SaveList(mainWindow.entries, mainWindow.listClient, true, true);
+    RebuildHotkeyTables(false);
+    SelectEntry(position);
+    ShowInEditor(position);
+    SendDlgItemMessageW(mainWindow.window, IDC_TEXT, EM_SETSEL, 0, -1);
+    FocusAfterAction();
+}
+
+bool IsTestTarget(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    const LONG_PTR style = GetWindowLongPtrW(window, GWL_EXSTYLE);
+    return IsWindowVisible(window) && IsWindowEnabled(window) && !IsIconic(window) &&
+           process != GetCurrentProcessId() && window != GetShellWindow() &&
+           !(style & (WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE)) && GetWindowTextLengthW(window) > 0;
+}
+
+// The window the user came from: the uppermost of the others.
+HWND WindowBehind() {
+    HWND window = GetTopWindow(nullptr);
+    while (window && !IsTestTarget(window)) window = GetWindow(window, GW_HWNDNEXT);
+    return window;
+}
+
+bool GiveForeground(HWND window) {
+    BringToFront(window);
+    for (int i = 0; i < 50 && GetForegroundWindow() != window; ++i) Sleep(10);
+    return GetForegroundWindow() == window;
+}
+
+void Tell(int text) {
+    MessageBoxW(mainWindow.window, LanguageText(text).c_str(), kProductName, MB_OK | MB_ICONINFORMATION);
+}
+
+}  // namespace
+
+void NewEntry() {
+    if (!SaveEdits(Warn::kAlways)) return;
+    ListEntry record = {};
+    CopyText(record.text, *StoredFromEditorText(L""), kTextLimit);
+    record.modifier = 2;  // Ctrl + Alt: the combinations that programs use least
+    // In the tree it comes into the hotkey or group that is selected.
+    if (const int node = SelectedNode(); node > 0) {
+        const TreeNode& place = ShownTree().nodes[static_cast<std::size_t>(node)];
+        if (place.kind != NodeKind::kEntry) {
+            record.keyCode = (place.key ^ 0x80) - 0x80;  // one signed byte, as in every record
+            if (place.key) record.modifier = place.modifier;
+            if (!place.path.empty()) CopyText(record.label, place.path + L'/', kLabelLimit);
+        }
+    }
+    AddAndShow(record);
+}
+
+void CopyEntry() {
+    if (!SaveEdits(Warn::kAlways) || editor.position < 0) return;
+    ListEntry record = mainWindow.entries.at(editor.position).current;
+    record.keyCode = 0;
+    AddAndShow(record);
+}
+
+void DeleteEntry() {
+    constexpr int kReallyDelete = 1071;
+    const int position = editor.position;
+    if (position < 0 || MessageBoxW(mainWindow.window, LanguageText(kReallyDelete).c_str(), kProductName,
+                                    MB_YESNO | MB_ICONQUESTION) != IDYES) {
+        return;
+    }
+    // What was typed goes with the entry.
+    editor.edited = false;
+    ListEntry record = mainWindow.entries.at(position).current;
+    CopyText(record.text, L"");
+    CopyText(record.label, L"");
+    UpdateEntry(mainWindow.entries, position, record);
+    const int next = NeighbourOf(position);
+    SaveList(mainWindow.entries, mainWindow.listClient, true, true);
+    RebuildHotkeyTables(false);
+    SelectEntry(next);
+    ShowInEditor(next);
+    SetFocus(ShownView());
+}
+
+void TestEntry() {
+    // An entry that shows a box or a dialog is still running; the hook would take it for ended after this.
+    if (keyboardHook.trigger.busy) return;
+    if (editor.position < 0 || !SaveEdits(Warn::kAlways)) return;
+    const std::wstring text = mainWindow.entries.at(editor.position).current.text;
+    if (settings.setFocus) FocusAfterAction();
+    const HWND target = WindowBehind();
+    constexpr int kNoWindowBehind = 1153;
+    if (!target || !GiveForeground(target)) return Tell(kNoWindowBehind);
+    executorClient.targetWindow = target;
+    // As for a hotkey: one pressed meanwhile is swallowed.
+    keyboardHook.trigger.busy = true;
+    ExecuteEntry(text);
+    keyboardHook.trigger.busy = false;
+}
+
+}  // namespace verbatix

@@ -1,0 +1,148 @@
+#include "ui/entries/rename.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <optional>
+#include <utility>
+
+#include "base/language.h"
+#include "base/product.h"
+#include "ids.h"
+#include "store/settings.h"
+#include "ui/editor/editor.h"
+#include "ui/entries/entry_placing.h"
+#include "ui/entries/move_entry.h"
+#include "ui/state/main_window.h"
+#include "ui/views/list_view.h"
+#include "ui/views/tree_view.h"
+
+namespace verbatix {
+
+namespace {
+
+// What is being renamed. A row of the list is an entry without path: its whole label is the name.
+struct Renaming {
+    TreeNode node;
+    bool wholeLabel = false;
+    std::wstring name;
+};
+
+Renaming renaming;
+
+// Starts with what the label says, which is not always what is shown: an entry without label shows its
+// text.
+void FillEdit(HWND edit, const std::wstring& name) {
+    SendMessageW(edit, EM_SETLIMITTEXT, kLabelLimit - 1, 0);
+    SetWindowTextW(edit, name.c_str());
+}
+
+// What was typed is kept first, and that may fill the view anew, which must not happen inside its own
+// notification.
+bool MustKeepEditsFirst() {
+    if (editor.edited) PostMessageW(mainWindow.window, WM_COMMAND, CMD_RENAME_ENTRY, 0);
+    return editor.edited;
+}
+
+// The control edits the first column. The label is in the second, so the field is kept there, whatever the
+// control does with it.
+LRESULT CALLBACK KeepOverLabel(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                               DWORD_PTR) noexcept {
+    if (message == WM_WINDOWPOSCHANGING) {
+        constexpr int kLabelColumn = 1;
+        RECT cell = {};
+        const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
+        auto* place = reinterpret_cast<WINDOWPOS*>(lParam);
+        if (ListView_GetSubItemRect(mainWindow.list, row, kLabelColumn, LVIR_LABEL, &cell)) {
+            place->x = static_cast<int>(cell.left);
+            place->y = static_cast<int>(cell.top);
+            place->cx = static_cast<int>(cell.right - cell.left);
+            place->cy = static_cast<int>(cell.bottom - cell.top);
+        }
+    }
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(edit, KeepOverLabel, id);
+    return DefSubclassProc(edit, message, wParam, lParam);
+}
+
+bool Rename(const Renaming& what) {
+    EntryList& list = mainWindow.entries;
+    if (what.node.kind == NodeKind::kGroup) {
+        if (!RenameGroup(list, what.node, what.name)) return false;
+        const std::size_t parent = what.node.path.rfind(L'/');
+        TreeNode renamed = what.node;
+        renamed.path.resize(parent == std::wstring::npos ? 0 : parent + 1);
+        renamed.path += what.name;
+        KeepOpenUnder(what.node, renamed.path);
+        SaveAndShow(-1);
+        SelectNode(renamed);
+        return true;
+    }
+    const auto found = list.find(what.node.position);
+    if (found == list.end()) return true;
+    LabelParts parts = SplitLabel(found->second.current.label);
+    parts.name = what.name;
+    if (!SetLabel(list, what.node.position, what.wholeLabel ? what.name : JoinLabel(parts))) return false;
+    SaveAndShow(what.node.position);
+    return true;
+}
+
+}  // namespace
+
+void RenameSelected() {
+    if (!SaveEdits(Warn::kAlways)) return;
+    if (settings.showTree) {
+        const int node = SelectedNode();
+        if (node <= 0) return TellInStatusBar(kNoEntrySelected);
+        SetFocus(mainWindow.tree);
+        TreeView_EditLabel(mainWindow.tree, ItemOf(node));
+        return;
+    }
+    const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
+    if (row < 0) return TellInStatusBar(kNoEntrySelected);
+    SetFocus(mainWindow.list);
+    ListView_EnsureVisible(mainWindow.list, row, FALSE);
+    SendMessageW(mainWindow.list, LVM_EDITLABELW, static_cast<WPARAM>(row), 0);
+}
+
+LRESULT OnBeginRenameNode(int index) {
+    if (index <= 0 || MustKeepEditsFirst()) return TRUE;
+    const TreeNode& node = ShownTree().nodes[static_cast<std::size_t>(index)];
+    if (node.kind == NodeKind::kHotkey) return TRUE;
+    renaming = {node, !ShownTree().grouped, {}};
+    std::wstring name = node.name;
+    if (node.kind == NodeKind::kEntry) {
+        const std::wstring label = mainWindow.entries.at(node.position).current.label;
+        name = renaming.wholeLabel ? label : SplitLabel(label).name;
+    }
+    FillEdit(TreeView_GetEditControl(mainWindow.tree), name);
+    return FALSE;
+}
+
+LRESULT OnBeginRenameRow(int position) {
+    if (position < 0 || MustKeepEditsFirst()) return TRUE;
+    renaming = {};
+    renaming.node.kind = NodeKind::kEntry;
+    renaming.node.position = position;
+    renaming.wholeLabel = true;
+    const HWND edit = ListView_GetEditControl(mainWindow.list);
+    FillEdit(edit, mainWindow.entries.at(position).current.label);
+    SetWindowSubclass(edit, KeepOverLabel, 1, 0);
+    return FALSE;
+}
+
+void OnEndRename(const wchar_t* name) {
+    if (!name) return;
+    renaming.name = name;
+    PostMessageW(mainWindow.window, WM_RENAMED, 0, 0);
+}
+
+void OnRenamed() {
+    constexpr int kLabelTooLong = 1283;
+    const Renaming what = std::exchange(renaming, {});
+    if (Rename(what)) return;
+    MessageBoxW(mainWindow.window, LanguageText(kLabelTooLong).c_str(), kProductName,
+                MB_OK | MB_ICONWARNING);
+}
+
+}  // namespace verbatix

@@ -1,0 +1,121 @@
+#include "ui/shell/export.h"
+
+#include "base/language.h"
+#include "base/product.h"
+#include "base/text.h"
+#include "clipboard/clipboard_text.h"
+#include "store/list_exchange.h"
+#include "store/settings.h"
+#include "store/settings_path.h"
+#include "ui/editor/editor.h"
+#include "ui/shell/file_dialog.h"
+#include "ui/state/main_window.h"
+#include "ui/views/list_view.h"
+#include "ui/views/tree_view.h"
+
+namespace verbatix {
+
+namespace {
+
+constexpr int kNothingSelected = 1062;
+constexpr int kCopiedTitle = 90;
+constexpr int kCopiedCount = 142;
+constexpr int kWrittenCount = 1308;
+constexpr int kCannotWrite = 1309;
+constexpr int kClipboardBusy = 1322;
+
+// In the tree all that stands under the selected item, in its order; in the list the selected entry.
+std::vector<int> SelectedPositions() {
+    if (settings.showTree) return EntriesBelow(ShownTree(), SelectedNode());
+    const int position = SelectedEntry();
+    return position < 0 ? std::vector<int>() : std::vector<int>{position};
+}
+
+// Every key takes the tip away again, and the one that chose the command in the menu is still on its way
+// up.
+void LetGoMenuKey() {
+    constexpr int kPatience = 50;
+    for (int i = 0; i < kPatience && GetAsyncKeyState(VK_RETURN) < 0; ++i) Sleep(10);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_KEYUP, WM_KEYUP, PM_REMOVE)) {
+    }
+}
+
+void Confirm(const std::wstring& title, int what, int count) {
+    LetGoMenuKey();
+    ShowTrackingTooltip(mainWindow.tooltip, mainWindow.window, title,
+                        ExportNotice(LanguageText(what), count));
+}
+
+void Tell(const std::wstring& text) {
+    MessageBoxW(mainWindow.window, text.c_str(), kProductName, MB_OK | MB_ICONWARNING);
+}
+
+// What has been typed so far is part of what is exported.
+std::wstring CurrentText(const std::vector<int>& positions, int& count) {
+    TakeEditsOver(Warn::kAlways);
+    return ExportText(mainWindow.entries, positions, &count);
+}
+
+// Another program that looks at the clipboard holds it for a moment.
+bool PutOnClipboard(const std::wstring& text) {
+    constexpr int kTries = 10;
+    constexpr DWORD kPauseMilliseconds = 20;
+    for (int i = 0; i < kTries; ++i) {
+        if (ClipboardPutText(text)) return true;
+        Sleep(kPauseMilliseconds);
+    }
+    return false;
+}
+
+void CopyAsText(const std::vector<int>& positions) {
+    int count = 0;
+    const std::wstring text = CurrentText(positions, count);
+    if (count == 0) return Tell(LanguageText(kNothingSelected));
+    if (!PutOnClipboard(text)) return Tell(LanguageText(kClipboardBusy));
+    Confirm(LanguageText(kCopiedTitle), kCopiedCount, count);
+}
+
+void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
+    int count = 0;
+    const std::wstring text = CurrentText(positions, count);
+    // The settings file holds more than the list.
+    const bool isOurs = EqualsIgnoreCase(path, settingsPath);
+    if (!isOurs && WriteExportFile(path, text)) return Confirm(kProductName, kWrittenCount, count);
+    Tell(LanguageText(kCannotWrite) + L"\n" + path);
+}
+
+void ExportToFile(const std::vector<int>& positions) {
+    if (positions.empty()) return Tell(LanguageText(kNothingSelected));
+    const std::wstring path = AskFileToWrite(mainWindow.window, L"Verbatix_list.txt");
+    if (!path.empty()) WriteTo(path, positions);
+}
+
+}  // namespace
+
+void ExportAsText() {
+    CopyAsText(SelectedPositions());
+}
+
+void ExportAllAsText() {
+    CopyAsText(AllPositions(mainWindow.entries));
+}
+
+void ExportSelectionToFile() {
+    ExportToFile(SelectedPositions());
+}
+
+void ExportAllToFile() {
+    ExportToFile(AllPositions(mainWindow.entries));
+}
+
+void WriteExchangeFile() {
+    WriteTo(ExchangeFilePath(), AllPositions(mainWindow.entries));
+}
+
+std::wstring ExportNotice(const std::wstring& what, int count) {
+    constexpr const wchar_t* kLine = L"------------------------";
+    return kLine + Format(L"\n%ls\n%ls: %d\n", kProductName, what.c_str(), count) + kLine;
+}
+
+}  // namespace verbatix

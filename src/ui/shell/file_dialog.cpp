@@ -1,0 +1,51 @@
+#include "ui/shell/file_dialog.h"
+
+#include <commdlg.h>
+
+#include "base/language.h"
+#include "base/text.h"
+
+namespace verbatix {
+
+// Pairs of a name and patterns, each ended by a NUL, one more NUL at the end.
+static std::wstring FileKinds() {
+    constexpr int kLists = 1306;
+    constexpr int kAllFiles = 1307;
+    std::wstring kinds = LanguageText(kLists) + L" (*.ini, *.txt)";
+    kinds.append(1, L'\0').append(L"*.ini;*.txt").append(1, L'\0');
+    kinds.append(LanguageText(kAllFiles)).append(1, L'\0').append(L"*.*").append(2, L'\0');
+    return kinds;
+}
+
+static std::wstring Ask(HWND owner, BOOL(WINAPI* dialog)(OPENFILENAMEW*), int title, DWORD flags,
+                        const wchar_t* proposedName) {
+    constexpr std::size_t kLongestPath = 0x8000;
+    std::wstring path(kLongestPath, L'\0');
+    CopyText(path.data(), kLongestPath, kLongestPath, proposedName);
+    const std::wstring kinds = FileKinds();
+    OPENFILENAMEW request = {};
+    request.lStructSize = sizeof request;
+    request.hwndOwner = owner;
+    request.lpstrFilter = kinds.c_str();
+    request.lpstrFile = path.data();
+    request.nMaxFile = kLongestPath;
+    request.lpstrTitle = LanguageText(title).c_str();
+    request.lpstrDefExt = L"txt";
+    // The settings file may be named relative to the folder that the program was started in.
+    request.Flags = flags | OFN_NOCHANGEDIR | OFN_EXPLORER | OFN_HIDEREADONLY;
+    if (!dialog(&request)) return {};
+    path.resize(path.find(L'\0'));
+    return path;
+}
+
+std::wstring AskFileToRead(HWND owner) {
+    constexpr int kTitle = 1311;
+    return Ask(owner, GetOpenFileNameW, kTitle, OFN_FILEMUSTEXIST, L"");
+}
+
+std::wstring AskFileToWrite(HWND owner, const wchar_t* proposedName) {
+    constexpr int kTitle = 1310;
+    return Ask(owner, GetSaveFileNameW, kTitle, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST, proposedName);
+}
+
+}  // namespace verbatix

@@ -1,0 +1,34 @@
+#include "ui/shell/import.h"
+
+#include <windows.h>
+
+#include "base/language.h"
+#include "base/product.h"
+#include "store/list_exchange.h"
+#include "ui/editor/editor.h"
+#include "ui/shell/file_dialog.h"
+#include "ui/state/main_window.h"
+
+namespace verbatix {
+
+static void Import(const std::wstring& path) {
+    if (!SaveEdits(Warn::kAlways)) return;
+    const std::size_t before = mainWindow.entries.size();
+    ImportListFile(mainWindow.entries, mainWindow.listClient, path);
+    if (mainWindow.entries.size() != before) RebuildHotkeyTables(true);
+}
+
+void ImportFromFile() {
+    const std::wstring path = AskFileToRead(mainWindow.window);
+    if (!path.empty()) Import(path);
+}
+
+void ImportExchangeFile() {
+    constexpr int kNoExchangeFile = 1319;
+    const std::wstring path = ExchangeFilePath();
+    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) return Import(path);
+    MessageBoxW(mainWindow.window, LanguageText(kNoExchangeFile).c_str(), kProductName,
+                MB_OK | MB_ICONINFORMATION);
+}
+
+}  // namespace verbatix

@@ -1,0 +1,55 @@
+#include "ui/shell/tracking_tooltip.h"
+
+#include <commctrl.h>
+
+namespace verbatix {
+
+// The size without the reserved field is the one that common controls of every version accept.
+static TTTOOLINFOW ToolInfo(const TrackingTooltip& tooltip) {
+    TTTOOLINFOW info = {};
+    info.cbSize = TTTOOLINFOW_V2_SIZE;
+    info.uFlags = TTF_IDISHWND | TTF_TRANSPARENT;
+    info.hwnd = tooltip.owner;
+    info.uId = reinterpret_cast<UINT_PTR>(tooltip.owner);
+    return info;
+}
+
+static void Create(TrackingTooltip& tooltip, HWND owner) {
+    tooltip.owner = owner;
+    tooltip.window =
+        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
+                        0, 0, 0, owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+    TTTOOLINFOW info = ToolInfo(tooltip);
+    info.uFlags |= TTF_TRACK | TTF_ABSOLUTE;
+    info.lpszText = tooltip.text.data();
+    SendMessageW(tooltip.window, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
+    // A width limit is what makes the control break lines.
+    constexpr int kMaximumWidth = 600;
+    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, kMaximumWidth);
+}
+
+void ShowTrackingTooltip(TrackingTooltip& tooltip, HWND owner, const std::wstring& title,
+                         std::wstring text) {
+    tooltip.text = std::move(text);
+    if (!IsWindow(tooltip.window)) Create(tooltip, owner);
+    TTTOOLINFOW info = ToolInfo(tooltip);
+    info.lpszText = tooltip.text.data();
+    SendMessageW(tooltip.window, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(tooltip.window, TTM_SETTITLEW, TTI_INFO, reinterpret_cast<LPARAM>(title.c_str()));
+    POINT mouse = {};
+    GetCursorPos(&mouse);
+    constexpr int kBesideMouse = 16;
+    SendMessageW(tooltip.window, TTM_TRACKPOSITION, 0,
+                 MAKELPARAM(mouse.x + kBesideMouse, mouse.y + kBesideMouse));
+    SendMessageW(tooltip.window, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&info));
+    tooltip.shown = true;
+}
+
+void HideTrackingTooltip(TrackingTooltip& tooltip) {
+    if (!tooltip.shown) return;
+    TTTOOLINFOW info = ToolInfo(tooltip);
+    SendMessageW(tooltip.window, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&info));
+    tooltip.shown = false;
+}
+
+}  // namespace verbatix

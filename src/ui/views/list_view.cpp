@@ -1,0 +1,205 @@
+#include "ui/views/list_view.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/language.h"
+#include "base/text.h"
+#include "ids.h"
+#include "store/settings.h"
+#include "ui/editor/editor.h"
+#include "ui/entries/drag_entry.h"
+#include "ui/entries/rename.h"
+#include "ui/state/main_window.h"
+#include "ui/views/tree_view.h"
+
+namespace verbatix {
+
+namespace {
+
+struct Column {
+    int title;         // language text
+    int widthPercent;  // of the list's width at the first layout
+};
+
+constexpr Column kColumns[] = {{1000, 24}, {1001, 24}, {1002, 52}};
+
+}  // namespace
+
+void SetUpListView(HWND list) {
+    ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    int index = 0;
+    for (const Column& column : kColumns) {
+        std::wstring title = LanguageText(column.title);
+        LVCOLUMNW info = {};
+        info.mask = LVCF_TEXT | LVCF_SUBITEM;
+        info.pszText = title.data();
+        info.iSubItem = index;
+        SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
+        ++index;
+    }
+}
+
+void RelabelColumns(HWND list) {
+    int index = 0;
+    for (const Column& column : kColumns) {
+        std::wstring title = LanguageText(column.title);
+        LVCOLUMNW info = {};
+        info.mask = LVCF_TEXT;
+        info.pszText = title.data();
+        SendMessageW(list, LVM_SETCOLUMNW, static_cast<WPARAM>(index++), reinterpret_cast<LPARAM>(&info));
+    }
+}
+
+void LayOutColumns(HWND list) {
+    RECT client;
+    GetClientRect(list, &client);
+    const int width = static_cast<int>(client.right) - GetSystemMetrics(SM_CXVSCROLL);
+    int index = 0;
+    for (const Column& column : kColumns) {
+        ListView_SetColumnWidth(list, index++, std::max(40, width * column.widthPercent / 100));
+    }
+}
+
+void StretchTextColumn(HWND list) {
+    RECT client;
+    if (!GetClientRect(list, &client)) return;
+    const int text = static_cast<int>(std::size(kColumns)) - 1;
+    // Room for the scroll bar stays free: one that comes must not bring the other one along.
+    const bool scrolls = (GetWindowLongPtrW(list, GWL_STYLE) & WS_VSCROLL) != 0;
+    int left = static_cast<int>(client.right) - (scrolls ? 0 : GetSystemMetrics(SM_CXVSCROLL));
+    for (int column = 0; column < text; ++column) left -= ListView_GetColumnWidth(list, column);
+    ListView_SetColumnWidth(list, text, std::max(40, left));
+}
+
+// What was selected is found again by its position in the list: rows move when the order changes.
+static void SelectRow(int row) {
+    const HWND list = mainWindow.list;
+    const int selected = ListView_GetNextItem(list, -1, LVNI_SELECTED);
+    if (row == selected) return;
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    if (row >= 0)
+        ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+static int RowOf(int position) {
+    const auto found = std::find(mainWindow.rows.begin(), mainWindow.rows.end(), position);
+    return found == mainWindow.rows.end() ? -1 : static_cast<int>(found - mainWindow.rows.begin());
+}
+
+static void ShowSortArrow() {
+    const HWND header = ListView_GetHeader(mainWindow.list);
+    for (int column = 0; column < static_cast<int>(std::size(kColumns)); ++column) {
+        HDITEMW item = {};
+        item.mask = HDI_FORMAT;
+        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (column == settings.sortColumn) item.fmt |= settings.sortDescending ? HDF_SORTDOWN : HDF_SORTUP;
+        SendMessageW(header, HDM_SETITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+void RefreshListView(bool keepSelection) {
+    MainWindow& main = mainWindow;
+    if (!main.list) return;
+    static std::wstring filterBefore;
+    const int selected = keepSelection ? SelectedEntry() : -1;
+    ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0,
+                       settings.showTree ? -1 : settings.sortColumn, settings.sortDescending != 0};
+    if (order.filter == filterBefore) order.pinned = selected;
+    main.rows = ShownRows(main.entries, order);
+    main.entryCount = CountEntries(main.entries);
+    filterBefore = order.filter;
+    SendMessageW(main.list, LVM_SETITEMCOUNT, main.rows.size(), LVSICF_NOSCROLL);
+    SelectRow(selected < 0 ? -1 : RowOf(selected));
+    InvalidateRect(main.list, nullptr, TRUE);
+    ShowSortArrow();
+    RefreshTree(SelectedEntry(), !order.filter.empty());
+    UpdateStatusBar();
+    PostMessageW(main.window, WM_SELECTION_CHANGED, 0, 0);
+}
+
+void SelectEntry(int position) {
+    if (mainWindow.entries.count(position) && RowOf(position) < 0) {
+        SetDlgItemTextW(mainWindow.window, IDC_FILTER, L"");
+        RefreshListView(true);
+    }
+    const int row = RowOf(position);
+    SelectRow(row);
+    if (row >= 0) ListView_EnsureVisible(mainWindow.list, row, FALSE);
+    SelectInTree(position);
+}
+
+void SelectListRow(int position) {
+    SelectRow(RowOf(position));
+}
+
+int SelectedEntry() {
+    const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
+    const bool exists = row >= 0 && static_cast<std::size_t>(row) < mainWindow.rows.size();
+    return exists ? mainWindow.rows[static_cast<std::size_t>(row)] : -1;
+}
+
+static std::vector<int> ShownOrder() {
+    return settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
+}
+
+void SelectFirstEntry() {
+    const std::vector<int> rows = ShownOrder();
+    if (!rows.empty()) SelectEntry(rows.front());
+}
+
+int NeighbourOf(int position) {
+    const std::vector<int> rows = ShownOrder();
+    const auto found = std::find(rows.begin(), rows.end(), position);
+    if (found == rows.end() || rows.size() == 1) return -1;
+    return found + 1 == rows.end() ? found[-1] : found[1];
+}
+
+void OnSelectionChanged() {
+    UpdateStatusBar();
+    if (SelectedEntry() == editor.position) return;
+    if (!SaveEdits(Warn::kAlways)) return SelectEntry(editor.position);
+    ShowInEditor(SelectedEntry());
+}
+
+static void SortByColumn(int column) {
+    int sortColumn = settings.sortColumn;
+    int descending = settings.sortDescending;
+    ClickColumn(column, sortColumn, descending);
+    // With a large list a write takes longer than the sorting.
+    if (sortColumn != settings.sortColumn) ChangeSetting(&Settings::sortColumn, sortColumn);
+    if (descending != settings.sortDescending) ChangeSetting(&Settings::sortDescending, descending);
+    RefreshListView(true);
+}
+
+static void FillCell(NMLVDISPINFOW& request) {
+    LVITEMW& item = request.item;
+    const auto row = static_cast<std::size_t>(item.iItem);
+    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0 || row >= mainWindow.rows.size()) return;
+    const auto slot = mainWindow.entries.find(mainWindow.rows[row]);
+    if (slot == mainWindow.entries.end()) return;
+    const std::wstring text = CellText(slot->second.current, item.iSubItem);
+    const auto capacity = static_cast<std::size_t>(item.cchTextMax);
+    CopyText(item.pszText, capacity, capacity, text);
+}
+
+LRESULT OnListNotify(const NMHDR& header) {
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            FillCell(*reinterpret_cast<NMLVDISPINFOW*>(const_cast<NMHDR*>(&header)));
+            break;
+        // Later, when the control is done with the click: the old row is unselected before the new one is
+        // selected, and a message box must not come up in between.
+        case LVN_ITEMCHANGED: PostMessageW(mainWindow.window, WM_SELECTION_CHANGED, 0, 0); break;
+        case LVN_BEGINLABELEDITW: return OnBeginRenameRow(SelectedEntry());
+        case LVN_ENDLABELEDITW:
+            return OnEndRename(reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText), FALSE;
+        case LVN_BEGINDRAG: BeginDrag(SelectedEntry()); break;
+        case LVN_COLUMNCLICK: SortByColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem); break;
+        default: break;
+    }
+    return 0;
+}
+
+}  // namespace verbatix

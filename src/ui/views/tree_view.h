@@ -1,0 +1,51 @@
+// The tree of entries in the place of the list, by the user's choice. The list keeps the selection for both
+// views: what is selected here is selected there. Items are made when their parent is opened first, and
+// names are asked for when they are shown, so that ten thousand entries cost little. UI thread only.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "ui/views/tree_rows.h"
+
+namespace verbatix {
+
+// What the control shows; empty while the list is shown.
+const EntryTree& ShownTree();
+
+// The view that is shown: list or tree.
+HWND ShownView();
+
+// Shows the tree or the list, as the option says. The keyboard stays in the view.
+void ShowChosenView();
+
+// Builds the tree of `mainWindow.rows` anew and selects that entry; for -1 the hotkey or group that was
+// selected stays so. What was open stays open; while a filter narrows the tree, all of it is.
+void RefreshTree(int selected, bool filtered);
+
+// Selects the entry and opens what it lies in; -1 selects nothing.
+void SelectInTree(int position);
+// The same for any node; one that is not there is ignored.
+void SelectNode(const TreeNode& node);
+
+// Index of the selected node in ShownTree(), -1 when none is.
+int SelectedNode();
+
+// Index of the node at a place in the client area, -1 when there is none; `item` gets its rectangle.
+int NodeAt(POINT place, RECT& item);
+// Rectangle of an item, or of its name alone, in the client area; false when it is not in sight.
+bool NodeRectangle(HTREEITEM node, bool nameOnly, RECT& item);
+// Item of a node; null when it has none yet.
+HTREEITEM ItemOf(int node);
+
+// A group has a new path: what was open in it stays open under its new name at the next refresh.
+void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath);
+
+void ExpandAll();
+void CollapseAll();
+
+// Answers the control's notifications.
+LRESULT OnTreeNotify(const NMHDR& header);
+
+}  // namespace verbatix

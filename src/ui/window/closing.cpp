@@ -1,0 +1,120 @@
+#include "ui/window/closing.h"
+
+#include <utility>
+
+#include "base/language.h"
+#include "base/product.h"
+#include "base/text.h"
+#include "hotkeys/keyboard_hook.h"
+#include "ids.h"
+#include "menu/menu_popup.h"
+#include "store/backup.h"
+#include "store/list_exchange.h"
+#include "store/profile.h"
+#include "store/settings.h"
+#include "store/settings_path.h"
+#include "ui/editor/editor.h"
+#include "ui/look/window_place.h"
+#include "ui/state/main_window.h"
+
+namespace verbatix {
+
+// Where a text is that could not be saved; read once, at the next start.
+static constexpr const wchar_t* kUnsavedTextKey = L"unsaved_text";
+
+// Hidden without an icon the window would be out of reach.
+static void HideBehindIcon() {
+    SaveEdits(Warn::kAlways);
+    ShowWindow(mainWindow.window, SW_HIDE);
+    if (!mainWindow.tray.wanted) AddTrayIcon(mainWindow.tray);
+}
+
+void HideMainWindow() {
+    if (!settings.hideInfo) {
+        ChangeSetting(&Settings::hideInfo, 1);
+        MessageBoxW(mainWindow.window, LanguageText(52).c_str(), LanguageText(51).c_str(),
+                    MB_OK | MB_ICONINFORMATION);
+    }
+    HideBehindIcon();
+}
+
+void SendToTray() {
+    AnimateIntoTray(mainWindow.window);
+    InstallKeyboardHookUnlessOff();
+    HideBehindIcon();
+}
+
+void CloseMainWindow() {
+    constexpr int kClosedByUser = 111;
+    InstallKeyboardHookUnlessOff();
+    if (settings.hideIfClose) {
+        HideMainWindow();
+    } else if (settings.trayIfClose) {
+        AnimateIntoTray(mainWindow.window);
+        HideBehindIcon();
+    } else {
+        ExitProgram(kClosedByUser);
+    }
+}
+
+void MinimizeMainWindow() {
+    InstallKeyboardHookUnlessOff();
+    if (!settings.trayIfMinimize || GetActiveWindow() != mainWindow.window) return;
+    AnimateIntoTray(mainWindow.window);
+    HideBehindIcon();
+}
+
+bool SaveForExit() {
+    constexpr int kLoseChanges = 1314;
+    if (!SaveAll(Warn::kAlways)) return ShowMainWindow(), false;
+    RememberWindowPlace(mainWindow.window);
+    return !HasUnsaved(mainWindow.entries) ||
+           MessageBoxW(mainWindow.window, LanguageText(kLoseChanges).c_str(), kProductName,
+                       MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
+}
+
+void LeaveProgram(int dialogCode) {
+    EndDialog(mainWindow.window, dialogCode);
+    CloseHotkeyMenu();
+    PostQuitMessage(1);
+    RemoveKeyboardHook();
+}
+
+void ExitProgram(int dialogCode) {
+    if (SaveForExit()) LeaveProgram(dialogCode);
+}
+
+// Under the time, beside the backups, or beside the settings file where they have no folder.
+static std::wstring KeepInFile(const std::wstring& text) {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    const std::wstring name = L"\\" + BackupFileName(now) + L"_unsaved.txt";
+    PrepareBackupFolder();
+    for (const std::wstring& folder : {backupFolder, settingsPath.substr(0, settingsPath.rfind(L'\\'))}) {
+        if (!folder.empty() && WriteExportFile(folder + name, text)) return folder + name;
+    }
+    return {};
+}
+
+void SaveWithoutAsking() {
+    // Whoever ends the program does not wait for an answer.
+    const auto showMessage = std::exchange(mainWindow.listClient.showMessage, nullptr);
+    if (!SaveEdits(Warn::kNever)) {
+        const std::wstring path = KeepInFile(FieldText(IDC_TEXT));
+        if (!path.empty()) WriteProgramText(kUnsavedTextKey, path);
+    }
+    // The other entries, whatever became of that text.
+    if (HasUnsaved(mainWindow.entries)) SaveList(mainWindow.entries, mainWindow.listClient, false, true);
+    mainWindow.listClient.showMessage = showMessage;
+}
+
+void TellOfUnsavedText() {
+    constexpr int kKeptInFile = 1317;
+    const std::wstring path = ReadProgramText(kUnsavedTextKey, MAX_PATH);
+    if (path.empty()) return;
+    WriteProgramText(kUnsavedTextKey, L"");
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(kKeptInFile), {path}).c_str(), kProductName,
+                MB_OK | MB_ICONINFORMATION);
+}
+
+}  // namespace verbatix

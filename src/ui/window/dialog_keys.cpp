@@ -1,0 +1,127 @@
+#include "ui/window/dialog_keys.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "ids.h"
+#include "ui/editor/word_completion.h"
+#include "ui/entries/drag_entry.h"
+#include "ui/state/main_window.h"
+#include "ui/views/list_view.h"
+#include "ui/views/tree_view.h"
+
+namespace verbatix {
+
+namespace {
+
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+enum Held : unsigned { kNone = 0, kCtrl = 1, kAlt = 2, kShift = 4 };
+
+unsigned HeldKeys() {
+    return (IsDown(VK_CONTROL) ? kCtrl : kNone) | (IsDown(VK_MENU) ? kAlt : kNone) |
+           (IsDown(VK_SHIFT) ? kShift : kNone);
+}
+
+bool IsTextField(HWND window) {
+    const int id = GetDlgCtrlID(window);
+    return GetParent(window) == mainWindow.window &&
+           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL);
+}
+
+void GoTo(HWND control) {
+    SetFocus(control);
+    SendMessageW(control, EM_SETSEL, 0, -1);
+}
+
+void GoToView() {
+    SetFocus(ShownView());
+    if (SelectedEntry() >= 0 || SelectedNode() > 0) return;
+    if (ShownView() == mainWindow.tree) {
+        TreeView_SelectItem(mainWindow.tree, TreeView_GetRoot(mainWindow.tree));
+    } else {
+        SelectFirstEntry();
+    }
+}
+
+void GoRound(HWND focus) {
+    const HWND filter = GetDlgItem(mainWindow.window, IDC_FILTER);
+    const HWND text = GetDlgItem(mainWindow.window, IDC_TEXT);
+    if (focus == filter) return GoToView();
+    SetFocus(focus == ShownView() && IsWindowEnabled(text) ? text : filter);
+}
+
+template <int command>
+void Send() {
+    PostMessageW(mainWindow.window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+// As the Menu key does; not every Windows turns Shift+F10 into the message by itself.
+void ShowMenu() {
+    PostMessageW(ShownView(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(ShownView()), -1);
+}
+
+void EnterView() {
+    const HTREEITEM item = ShownView() == mainWindow.tree ? ItemOf(SelectedNode()) : nullptr;
+    if (SelectedEntry() >= 0) {
+        SetFocus(GetDlgItem(mainWindow.window, IDC_TEXT));
+    } else if (item) {
+        TreeView_Expand(mainWindow.tree, item, TVE_TOGGLE);
+    }
+}
+
+struct ViewKey {
+    unsigned held;
+    WPARAM key;
+    void (*run)();
+};
+
+constexpr ViewKey kViewKeys[] = {
+    {kNone, VK_RETURN, EnterView},          {kNone, VK_DELETE, Send<CMD_DELETE_ENTRY>},
+    {kNone, VK_F2, Send<CMD_RENAME_ENTRY>}, {kShift, VK_F10, ShowMenu},
+    {kAlt, VK_UP, Send<CMD_MOVE_UP>},       {kAlt, VK_DOWN, Send<CMD_MOVE_DOWN>},
+};
+
+bool HandleViewKey(WPARAM key, unsigned held) {
+    const auto found = std::find_if(std::begin(kViewKeys), std::end(kViewKeys),
+                                    [&](const ViewKey& row) { return row.held == held && row.key == key; });
+    if (found == std::end(kViewKeys)) return false;
+    found->run();
+    return true;
+}
+
+bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
+    const bool inFilter = focus == GetDlgItem(mainWindow.window, IDC_FILTER);
+    if (held == kCtrl && key == 'A' && IsTextField(focus)) return GoTo(focus), true;
+    if (held == kNone && key == VK_ESCAPE && IsTextField(focus)) {
+        if (inFilter) SetWindowTextW(focus, L"");
+        return true;
+    }
+    if (held == kNone && key == VK_DOWN && inFilter) return GoToView(), true;
+    return false;
+}
+
+}  // namespace
+
+bool HandleDialogKey(const MSG& message) {
+    const HWND window = mainWindow.window;
+    if (HandleCompletionMessage(message)) return true;
+    if ((message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) || !window) return false;
+    if (!IsWindowEnabled(window) || (message.hwnd != window && !IsChild(window, message.hwnd)))
+        return false;
+    const WPARAM key = message.wParam;
+    if (IsDragging()) {
+        if (key == VK_ESCAPE) CancelDrag();
+        return true;
+    }
+    const unsigned held = HeldKeys();
+    if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
+    if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
+    return message.hwnd == ShownView() ? HandleViewKey(key, held) : HandleFieldKey(message.hwnd, key, held);
+}
+
+}  // namespace verbatix

@@ -1,0 +1,223 @@
+#include "ui/state/main_window.h"
+
+#include <commctrl.h>
+
+#include <string>
+
+#include "base/language.h"
+#include "base/text.h"
+#include "hotkeys/foreground.h"
+#include "hotkeys/keyboard_hook.h"
+#include "ids.h"
+#include "paste/executor.h"
+#include "paste/text/command_prefixes.h"
+#include "store/list_file.h"
+#include "store/list_hotkeys.h"
+#include "store/settings.h"
+#include "ui/editor/editor.h"
+#include "ui/editor/word_completion.h"
+#include "ui/entries/context_menu.h"
+#include "ui/entries/drag_entry.h"
+#include "ui/entries/rename.h"
+#include "ui/look/dark_theme.h"
+#include "ui/look/main_layout.h"
+#include "ui/look/view_look.h"
+#include "ui/look/window_place.h"
+#include "ui/views/list_view.h"
+#include "ui/views/tree_view.h"
+#include "ui/window/closing.h"
+#include "ui/window/commands.h"
+#include "ui/window/menu_bar.h"
+#include "ui/window/paste_commands.h"
+#include "ui/window/timers.h"
+
+namespace verbatix {
+
+MainWindow mainWindow;
+
+static void CreateStatusBar(HWND dialog) {
+    mainWindow.statusBar =
+        CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
+                        dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+}
+
+void UpdateStatusBar() {
+    SendMessageW(mainWindow.statusBar, SB_SIMPLE, FALSE, 0);
+    const std::wstring total = std::to_wstring(mainWindow.entryCount);
+    const bool filtered = GetWindowTextLengthW(GetDlgItem(mainWindow.window, IDC_FILTER)) > 0;
+    const std::wstring count =
+        filtered ? FillIn(LanguageText(1057), {std::to_wstring(mainWindow.rows.size()), total})
+                 : FillIn(LanguageText(1056), {total});
+    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
+    const std::wstring& hook = LanguageText(keyboardHook.off ? 1059 : keyboardHook.handle ? 1058 : 1060);
+    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));
+}
+
+// F2 renames the selected entry while the user is in the list or tree and not in the middle of renaming
+// one.
+static bool WantsRename() {
+    const HWND view = ShownView();
+    const UINT whetherRenaming = view == mainWindow.tree ? TVM_GETEDITCONTROL : LVM_GETEDITCONTROL;
+    return !mainWindow.listCommandsBlocked && view && GetFocus() == view &&
+           !SendMessageW(view, whetherRenaming, 0, 0);
+}
+
+int RebuildHotkeyTables(bool refreshTree) {
+    HotkeyTables& tables = keyboardHook.tables;
+    ClearHotkeys(tables);
+    int count = 0;
+    for (const auto& [position, slot] : mainWindow.entries) {
+        const ListEntry& entry = slot.current;
+        if (AddHotkey(tables, entry.keyCode, entry.modifier, entry.text)) ++count;
+    }
+    if (refreshTree) RefreshListView(true);
+    return count;
+}
+
+void ApplyTopmost() {
+    SetWindowPos(mainWindow.window, settings.topmost > 0 ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+static void StartHotkeys(HWND dialog) {
+    keyboardHook.disabled = LoadDisabledHotkeys();
+    RebuildHotkeyTables(false);
+    executorClient.mainWindow = dialog;
+    keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename};
+    StartHookUpkeep();
+    InstallKeyboardHook();
+}
+
+static void OnInitDialog(HWND dialog) {
+    mainWindow.window = dialog;
+    mainWindow.list = GetDlgItem(dialog, IDC_LIST);
+    mainWindow.tree = GetDlgItem(dialog, IDC_TREE);
+    GetWindowRect(dialog, &mainWindow.minimumRectangle);
+    SetUpListView(mainWindow.list);
+    CreateStatusBar(dialog);
+    SetUpEditor(dialog);
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    SendMessageW(dialog, WM_SETICON, ICON_BIG,
+                 reinterpret_cast<LPARAM>(LoadIconW(instance, MAKEINTRESOURCEW(IDI_VERBATIX))));
+
+    LoadSettings();
+    StartWordCompletion();
+    ApplyTopmost();
+    ApplyViewLook(dialog);
+    ShowChosenView();
+    mainWindow.listClient.window = dialog;
+    mainWindow.listClient.refreshViews = RefreshListView;
+    mainWindow.listClient.collectEdits = [] { TakeEditsOver(Warn::kNever); };
+    mainWindow.listClient.classifyEntry = [](const wchar_t* text) {
+        return static_cast<int>(ParseCommand(text).kind);
+    };
+    LoadList(mainWindow.entries, mainWindow.listClient);
+    StartHotkeys(dialog);
+
+    mainWindow.menuBar = CreateMenuBar();
+    SetMenu(dialog, mainWindow.menuBar);
+    GiveComfortableSize(dialog);
+    mainWindow.maximizeWhenShown = RestoreWindowPlace(dialog);
+    LayOutControls(dialog);
+    LayOutColumns(mainWindow.list);
+    ApplyTheme(dialog);
+    RefreshListView(false);
+    // Later: a box in the middle of the start would hold up the rest of it.
+    PostMessageW(dialog, WM_COMMAND, CMD_UNSAVED_TEXT, 0);
+    // Somebody who opens the window for the first time sees what an entry is made of.
+    SelectFirstEntry();
+}
+
+static LRESULT OnNotify(const NMHDR& header) {
+    const bool fromList = header.hwndFrom == mainWindow.list;
+    if (!fromList && header.hwndFrom != mainWindow.tree) return 0;
+    if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(GetDlgItem(mainWindow.window, IDC_TEXT));
+    return fromList ? OnListNotify(header) : OnTreeNotify(header);
+}
+
+// The Alt press that brings the window to the front arrives in its queue, where it would open the menu bar.
+static bool IsOurAltPress(LPARAM key) {
+    constexpr ULONGLONG kArrivesWithinMilliseconds = 500;
+    return key == 0 && GetTickCount64() - mainWindow.broughtToFrontAt < kArrivesWithinMilliseconds;
+}
+
+static bool OnSystemCommand(WPARAM command, LPARAM lParam) {
+    constexpr WPARAM kCommandBits = 0xFFF0;  // the low four are Windows' own
+    switch (command & kCommandBits) {
+        case SC_MINIMIZE: return MinimizeMainWindow(), true;
+        case SC_KEYMENU: return IsOurAltPress(lParam);
+        default: return false;
+    }
+}
+
+// A window that was maximised when it was last seen comes up so, once it is shown at all.
+static void OnShowWindow(bool shown) {
+    if (!shown || !mainWindow.maximizeWhenShown) return;
+    mainWindow.maximizeWhenShown = false;
+    PostMessageW(mainWindow.window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+}
+
+static void OnGetMinMaxInfo(MINMAXINFO& info) {
+    const RECT& minimum = mainWindow.minimumRectangle;
+    info.ptMinTrackSize = {minimum.right - minimum.left, minimum.bottom - minimum.top};
+}
+
+static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (OnDragMessage(message, lParam)) return TRUE;
+    switch (message) {
+        case WM_SIZE: return LayOutControls(dialog), StretchTextColumn(mainWindow.list), TRUE;
+        case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
+        case WM_TIMER: return OnTimer(wParam), TRUE;
+        case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
+        case WM_SHOWWINDOW: return OnShowWindow(wParam != 0), FALSE;
+        case WM_COMMAND: return RouteCommand(wParam, lParam);
+        case WM_INITMENU:
+            // The selection has changed since, and the registry may have.
+            if (reinterpret_cast<HMENU>(wParam) == mainWindow.menuBar)
+                RefreshMenuChecks(mainWindow.menuBar);
+            return TRUE;
+        case WM_MENUCOMMAND: return OnMenuCommand(dialog, wParam, lParam), TRUE;
+        case WM_NOTIFY:
+            SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<const NMHDR*>(lParam)));
+            return TRUE;
+        case WM_CONTEXTMENU: return OnContextMenu(reinterpret_cast<HWND>(wParam), lParam);
+        case WM_RENAMED: return OnRenamed(), TRUE;
+        case WM_SELECTION_CHANGED: return OnSelectionChanged(), TRUE;
+        // Asked and told: whichever comes first, nothing may be waiting for a timer then. No question: the
+        // session does not wait for an answer.
+        case WM_QUERYENDSESSION:
+        case WM_ENDSESSION: return SaveWithoutAsking(), RememberWindowPlace(dialog), FALSE;
+        case WM_CLOSE: return CloseMainWindow(), TRUE;
+        case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
+        case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);
+        case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), FALSE;
+        case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
+        case WM_CTLCOLORDLG:
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLORLISTBOX:
+            return reinterpret_cast<INT_PTR>(
+                DarkControlColors(reinterpret_cast<HDC>(wParam), message, reinterpret_cast<HWND>(lParam)));
+        default: return FALSE;
+    }
+}
+
+HWND CreateMainWindow(HINSTANCE instance) {
+    return CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainProcedure, 0);
+}
+
+void ShowMainWindow() {
+    if (!mainWindow.window) return;
+    if (!IsWindowVisible(mainWindow.window)) InstallKeyboardHookUnlessOff();
+    UpdateStatusBar();
+    // Minimised all the same, by the task bar's "show desktop" for one, it would come up as a button.
+    ShowWindow(mainWindow.window, IsIconic(mainWindow.window) ? SW_RESTORE : SW_SHOW);
+    mainWindow.broughtToFrontAt = GetTickCount64();
+    // Behind a question of its own it could not be used.
+    const bool isEnabled = IsWindowEnabled(mainWindow.window) != FALSE;
+    BringToFront(isEnabled ? mainWindow.window : GetLastActivePopup(mainWindow.window));
+    if (isEnabled && settings.setFocus) SetFocus(ShownView());
+}
+
+}  // namespace verbatix

@@ -1,0 +1,138 @@
+#include "paste/text/date_codes.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cwchar>
+#include <random>
+#include <vector>
+
+#include "base/text.h"
+
+namespace verbatix {
+namespace {
+
+// Local time of that moment, with the day of the week as the system counts it.
+SYSTEMTIME At(WORD year, WORD month, WORD day, WORD hour = 9, WORD minute = 5, WORD second = 7) {
+    SYSTEMTIME time = {year, month, 0, day, hour, minute, second, 0};
+    FILETIME counted;
+    SystemTimeToFileTime(&time, &counted);
+    FileTimeToSystemTime(&counted, &time);
+    return time;
+}
+
+std::wstring Expand(std::wstring text, const SYSTEMTIME& now, bool useDate = true, bool useTime = true) {
+    ExpandDateTimeCodes(text, {now, useDate, useTime});
+    return text;
+}
+
+TEST(DateCodes, PrintAndMoveTheWorkingDate) {
+    const SYSTEMTIME march = At(2026, 3, 5);
+    const SYSTEMTIME may = At(2026, 5, 9);
+    const struct {
+        SYSTEMTIME now;
+        const wchar_t* text;
+        const wchar_t* expanded;
+    } rows[] = {
+        {march, L"%DD%.%MM%.%YYYY% %D%.%M%.%YY%", L"05.03.2026 5.3.26"},
+        {At(2005, 3, 5), L"%YY%", L"5"},  // deliberately without a leading zero
+        {march, L"%hh%:%mm%:%ss% %h1%:%m1%:%s1%", L"09:05:07 9:5:7"},
+        {At(2027, 1, 1), L"%CW% %CWL%", L"53 53"},
+        {At(2025, 12, 29), L"%CW% %CWL%", L"1 01"},
+        {march, L"%d+1%%DD%", L"06"},
+        {march, L"%d+-5%%DD%.%MM%", L"28.02"},
+        {march, L"%mfd%%d+1%%DD%", L"06"},   // d+ starts from today again
+        {may, L"%qfd%%DD%.%MM%", L"01.03"},  // deliberately March, not April
+        {may, L"%qfwd%%DD%%d+0%%qfWD%%DD%", L"0202"},
+        {may, L"%qld%%DD%.%MM% %qlwd%%DD% %qlWD%%DD%", L"30.06 30 30"},
+        {may, L"%mld%%DD% %mlwd%%DD% %nmfd%%DD%.%MM%", L"31 29 01.06"},
+        {At(2026, 3, 27), L"%lwdim:5%%DD%.%MM%", L"24.04"},
+        {At(2026, 3, 30), L"%lwdiq:5%%DD%.%MM%.%YYYY%", L"26.06.2026"},
+        {At(2028, 1, 31), L"%ldim%%DD%.%MM%", L"29.02"},
+        {march, L"%d+2900000%%YYYY%%mld%%nmfd%%qld%%ldim%[%LDF%%LTF%%LDF_UC%]", L"9966[]"},
+        {march, L"5%%YYYY", L"5%2026"},
+        {march, L"5%D%YYYY", L"552026"},
+        {march, L"50% of %DD%, 7%%a%DD%b%", L"50% of 05, 7%%a05b%"},
+        {march, L"%%DD%%", L"%05%"},
+        {march, L"_HJ_UTREAEWRE_FDFDF%DD%", L"05"},         // never reaches the output
+        {march, L"%no_time_fun%%DD%", L"%no_time_fun%05"},  // honoured anywhere but at the beginning
+        {march, L"%DD%%no_time_fun%%MM%%no_time_fun%", L"%DD%%MM%"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(Expand(row.text, row.now), row.expanded) << row.text;
+    // No codes, most of them because numbers must read as they would be written.
+    for (const wchar_t* text : {L"%d+02%", L"%d+2x%", L"%d+%", L"%d++2%", L"%d+-0%", L"%D+1%", L"%wd:01%",
+                                L"%lwdim:%", L"%addd+2147483648%", L"%d+123456789012345678901234567890%",
+                                L"%dd%", L"%MMMM_LC%", L"%LDF_UCXXXXX%"}) {
+        EXPECT_EQ(Expand(text, march), text);
+    }
+    // The groups are switched apart; the variables run with either.
+    EXPECT_EQ(Expand(L"%hh%-%d+1%%DD%", march, true, false), L"%hh%-06");
+    EXPECT_EQ(Expand(L"%d+1%%hh%-%DD%-%LTF%", march, false, true), L"09-%DD%-%LTF%");
+}
+
+std::wstring Locale(LCTYPE type) {
+    wchar_t text[100] = L"";
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, type, text, 100);
+    return text;
+}
+
+TEST(DateCodes, NamesAndLongFormsAreTheUsers) {
+    std::setlocale(LC_ALL, "");
+    const SYSTEMTIME sunday = At(2026, 3, 1);
+    EXPECT_EQ(Expand(L"%DDDD%|%d+1%%DDD%", sunday),
+              Locale(LOCALE_SDAYNAME7) + L"|" + Locale(LOCALE_SABBREVDAYNAME1));
+    std::tm fields = {9, 5, 16, 4, 6, 126, 6, 184, 0};
+    wchar_t date[200] = L"";
+    wchar_t time[200] = L"";
+    std::wcsftime(date, 200, L"%#x", &fields);
+    std::wcsftime(time, 200, L"%X", &fields);
+    ASSERT_STRNE(date, L"");
+    const SYSTEMTIME now = At(2026, 7, 4, 16, 5, 9);
+    EXPECT_EQ(Expand(L"%LDF%|%LTF%", now), std::wstring(date) + L"|" + time);
+    EXPECT_EQ(Expand(L"%LDF_UC%|%LDF_LC%", now),
+              UpperCase(std::wstring(date) + L"|" + date));  // both, deliberately
+}
+
+TEST(DateCodes, DialogsSetTheWorkingDate) {
+    DateTimePass pass{At(2026, 3, 5)};
+    pass.chooseDate = [](SYSTEMTIME& date) {
+        date = At(2024, 2, 28, date.wHour, date.wMinute, date.wSecond);
+        return true;
+    };
+    pass.chooseTime = [](SYSTEMTIME& time) {
+        EXPECT_EQ(time.wYear, 2024);  // preset with the working date
+        time.wHour = 23;
+        return true;
+    };
+    std::wstring text = L"%C%%T%%DD%.%MM%.%YYYY% %hh%%addd+1% %DD%%d+0% %YYYY% %hh%";
+    ExpandDateTimeCodes(text, pass);
+    EXPECT_EQ(text, L"28.02.2024 23 29 2026 09");
+}
+
+// Any text ends, and one whose pieces cannot be codes, however they meet, comes out as it went in.
+TEST(DateCodes, AnyTextIsSurvived) {
+    const std::vector<std::wstring> plain = {L"%",      L"%%",  L" ",    L"7", L"\n",
+                                             L"\xd83d", L"50%", L"-99%", L"_:"};
+    std::vector<std::wstring> fragments = plain;
+    for (const wchar_t* cutOff : {L"%no_time", L"_fun%", L"d+", L"%d+", L"%ldi", L"m"})
+        fragments.push_back(cutOff);
+    const auto add = [&](const std::wstring& code) { fragments.push_back(L"%" + code + L"%"); };
+    for (const wchar_t* code : DateFormatCodes()) add(code);
+    for (const wchar_t* name : DateVariables()) add(name);
+    for (const wchar_t* prefix : NumberedDateVariables()) {
+        for (const wchar_t* number : {L"3", L"-40", L"2000000000", L"-700000", L"03"})
+            add(std::wstring(prefix) + number);
+    }
+    std::mt19937 random(20260305);
+    for (int round = 0; round < 100000; ++round) {
+        const std::vector<std::wstring>& source = round % 4 == 0 ? plain : fragments;
+        std::wstring text;
+        for (std::size_t count = random() % 9; count > 0; --count) text += source[random() % source.size()];
+        const std::wstring expanded = Expand(text, At(2026, 3, 5), round % 3 != 0, round % 5 != 0);
+        ASSERT_TRUE(round % 4 != 0 || expanded == text) << text;
+        ASSERT_LE(expanded.size(), text.size() + 900u) << text;
+    }
+}
+
+}  // namespace
+}  // namespace verbatix

@@ -1,0 +1,82 @@
+// What the editor's fields mean, and what the Insert menu offers.
+#include "ui/editor/editor_fields.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "app/language_archive.h"
+#include "hotkeys/hotkey_names.h"
+#include "store/entry_syntax.h"
+#include "ui/editor/insert_menu.h"
+
+namespace verbatix::test {
+namespace {
+
+TEST(KeyFromInput, TakesAnyCaseAndRefusesWhatIsNoKey) {
+    const struct {
+        const wchar_t* input;
+        unsigned key;
+    } rows[] = {
+        {L"", 0},
+        {L"Q", 'Q'},
+        {L" q ", 'Q'},
+        {L"f5", VK_F5},
+        {L"F12", VK_F12},
+        {L"NUM_+", VK_ADD},
+        {L"space", VK_SPACE},
+        {L"[", 0xFFFFFFDB},
+        {L"\x00e4", 0xFFFFFFC4},
+        {L"=", 0},
+        {L"\x4e2d", 0},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(KeyFromInput(row.input), row.key) << ::testing::PrintToString(row.input);
+}
+
+TEST(KeyFromInput, EveryOfferedKeySurvivesTheFile) {
+    for (const std::wstring& name : OfferedKeyNames()) {
+        ListEntry entry = {};
+        entry.modifier = 4;
+        entry.keyCode = KeyFromInput(name);
+        EXPECT_EQ(FormatKeyName(entry.keyCode), name);
+        const std::optional<StoredEntry> read = ReadEntryValue(FormatStoredValue(entry));
+        ASSERT_TRUE(read) << ::testing::PrintToString(name);
+        EXPECT_EQ(read->key & 0xff, entry.keyCode & 0xff) << ::testing::PrintToString(name);
+    }
+}
+
+TEST(FindClash, NamesTheOtherEntryOnTheHotkey) {
+    EntryList list;
+    AddEntry(list, L"a", L"", 'Q', 4, -1, 0);
+    AddEntry(list, L"b", L"", 'Q', 4, -1, 0);
+    AddEntry(list, L"", L"", 'W', 4, -1, 0);
+    AddEntry(list, L"c", L"", 0, 4, -1, 0);
+    AddEntry(list, L"d", L"", 'E', 77, -1, 0);  // a modifier that does not exist counts as 0
+    EXPECT_EQ(FindClash(list, 0, 'Q', 4), 1);
+    EXPECT_EQ(FindClash(list, 0, 'Q', 5), std::nullopt);
+    EXPECT_EQ(FindClash(list, 0, 'W', 4), std::nullopt);
+    EXPECT_EQ(FindClash(list, 0, 0, 4), std::nullopt);
+    EXPECT_EQ(FindClash(list, 0, 'E', 0), 4);
+}
+
+// A token without a word of explanation is one that was added to a table and forgotten in the menu.
+TEST(InsertItems, ExplainsEveryTokenInBothLanguages) {
+    for (const int language : {0, 1}) {
+        ASSERT_TRUE(LoadLanguageArchive(language));
+        SYSTEMTIME now = {};
+        GetLocalTime(&now);
+        std::set<int> groups;
+        int before = 0;
+        for (const InsertItem& item : InsertItems(now)) {
+            EXPECT_FALSE(item.token.empty());
+            EXPECT_FALSE(item.meaning.empty()) << language << ::testing::PrintToString(item.token);
+            EXPECT_EQ(groups.insert(item.group).second, item.group != before) << item.group;
+            before = item.group;
+        }
+        EXPECT_EQ(groups.size(), 8U);
+    }
+}
+
+}  // namespace
+}  // namespace verbatix::test

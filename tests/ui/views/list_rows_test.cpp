@@ -1,0 +1,61 @@
+// Which rows the list shows, and in which order.
+#include "ui/views/list_rows.h"
+
+#include <gtest/gtest.h>
+
+#include "base/language.h"
+
+namespace verbatix::test {
+namespace {
+
+class ListRows : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        SetLanguageTexts({}, {{36, L"Ctrl + Alt"}, {38, L"Ctrl"}});
+        const struct {
+            const wchar_t* text;
+            const wchar_t* label;
+            unsigned key;
+            unsigned modifier;
+        } rows[] = {
+            {L"zebra", L"b", 'Q', 4}, {L"\x00c4pfel", L"B", 'A', 2}, {L"", L"", 'X', 4},
+            {L"Birne", L"a", 0, 4},   {L"apfel", L"C", 'B', 4},
+        };
+        for (const auto& row : rows) AddEntry(list_, row.text, row.label, row.key, row.modifier, -1, 0);
+    }
+
+    EntryList list_;
+};
+
+TEST_F(ListRows, FilterLooksAtHotkeyLabelAndText) {
+    const struct {
+        const wchar_t* filter;
+        bool ignoreCase;
+        std::vector<int> rows;
+    } cases[] = {
+        {L"", true, {0, 1, 3, 4}}, {L"PFEL", true, {1, 4}}, {L"PFEL", false, {}},
+        {L"\x00e4", true, {1}},    {L"b", false, {0}},      {L"Ctrl", true, {0, 1, 4}},
+    };
+    for (const auto& row : cases) {
+        const ListOrder order = {row.filter, row.ignoreCase, -1, false, -1};
+        EXPECT_EQ(ShownRows(list_, order), row.rows) << ::testing::PrintToString(row.filter);
+    }
+    EXPECT_EQ(CountEntries(list_), 4U);
+}
+
+TEST_F(ListRows, ThePinnedEntryStays) {
+    EXPECT_EQ(ShownRows(list_, {L"zebra", true, -1, false, 3}), (std::vector<int>{0, 3}));
+    // A deleted one does not, even so.
+    EXPECT_EQ(ShownRows(list_, {L"zebra", true, -1, false, 2}), (std::vector<int>{0}));
+}
+
+TEST_F(ListRows, SortsByAnyColumnInTheUsersLanguage) {
+    EXPECT_EQ(ShownRows(list_, {L"", true, 0, false}), (std::vector<int>{3, 1, 4, 0}));
+    // "b" and "B" are equal without case and stay as in the list, descending too.
+    EXPECT_EQ(ShownRows(list_, {L"", true, 1, false}), (std::vector<int>{3, 0, 1, 4}));
+    EXPECT_EQ(ShownRows(list_, {L"", true, 1, true}), (std::vector<int>{4, 0, 1, 3}));
+    EXPECT_EQ(ShownRows(list_, {L"", true, 3, true}), (std::vector<int>{0, 1, 3, 4}));
+}
+
+}  // namespace
+}  // namespace verbatix::test

@@ -1,0 +1,59 @@
+#include "ui/window/menu_bar.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "base/language.h"
+#include "ids.h"
+#include "store/settings.h"
+#include "ui/shell/autostart.h"
+#include "ui/state/program_client.h"
+
+namespace verbatix {
+namespace {
+
+bool IsChecked(HMENU bar, UINT id) {
+    const UINT state = GetMenuState(bar, id, MF_BYCOMMAND);
+    EXPECT_NE(state, static_cast<UINT>(-1)) << id << " is missing";
+    return (state & MF_CHECKED) != 0;
+}
+
+TEST(MenuBar, ShowsWhatIsOn) {
+    settings = {};
+    programClient.languageNames = []() -> const std::map<int, std::wstring>& {
+        static const std::map<int, std::wstring> names = {{0, L"Deutsch"}, {1, L"English"}, {77, L"A & B"}};
+        return names;
+    };
+    programClient.activeLanguage = [] { return 77; };
+    ASSERT_TRUE(SetStartWithWindows(false));
+    const HMENU bar = CreateMenuBar();
+    EXPECT_FALSE(IsChecked(bar, CMD_START_WITH_WINDOWS));
+    EXPECT_TRUE(IsChecked(bar, CMD_SUGGEST_WORDS));
+    EXPECT_TRUE(IsChecked(bar, CMD_LANGUAGE_FIRST + 77));
+    EXPECT_FALSE(IsChecked(bar, CMD_LANGUAGE_FIRST + 1));
+    EXPECT_TRUE(IsChecked(bar, 2001));
+    wchar_t name[20] = {};
+    GetMenuStringW(bar, CMD_LANGUAGE_FIRST + 77, name, 20, MF_BYCOMMAND);
+    EXPECT_STREQ(name, L"A && B");
+    const auto isGrey = [bar](UINT id) { return (GetMenuState(bar, id, MF_BYCOMMAND) & MF_GRAYED) != 0; };
+    for (const int tree : {0, 1}) {
+        settings.showTree = tree;
+        RefreshMenuChecks(bar);
+        EXPECT_EQ(isGrey(CMD_EXPAND_ALL), tree == 0);
+        EXPECT_TRUE(isGrey(CMD_EXPORT_SELECTION)) << "nothing is selected";
+    }
+    // By the registry alone, whoever has changed it.
+    ASSERT_TRUE(SetStartWithWindows(true));
+    settings.useAutocomplete = 0;
+    RefreshMenuChecks(bar);
+    EXPECT_TRUE(IsChecked(bar, CMD_START_WITH_WINDOWS));
+    EXPECT_FALSE(IsChecked(bar, CMD_SUGGEST_WORDS));
+    EXPECT_TRUE(SetStartWithWindows(false));
+    DestroyMenu(bar);
+    programClient = {};
+    settings = {};
+}
+
+}  // namespace
+}  // namespace verbatix
