@@ -7,6 +7,7 @@
 #include "clipboard/saved_clipboard.h"
 #include "clipboard/slots.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 #include "ids.h"
 #include "paste/builtin/builtin_commands.h"
 #include "paste/builtin/image_clipboard.h"
@@ -42,7 +43,7 @@ void ExecuteEntry(const std::wstring& text) {
         // A restore that is still due would otherwise give back the clipboard of before in the middle of
         // this execution.
         KillTimer(executorClient.mainWindow, TIMER_RESTORE_CLIPBOARD);
-        Sleep(20);
+        Pause(20);
         KeepPreviousClipboard();
     }
     if (!ExecuteCommandPrefixes(text)) {
@@ -74,12 +75,12 @@ static void PostSlotCommand(WPARAM command, wchar_t slot) {
 static void ReplaceInSelection(const std::wstring& entryText) {
     ClearClipboard();
     SendCopy();
-    Sleep(100);
+    Pause(100);
     std::wstring selection;
     ClipboardGetText(selection);
     const ReplaceResult result = ApplyReplaceRules(entryText, std::move(selection));
     if (result.count == 0) return;
-    Sleep(25);
+    Pause(25);
     ClipboardPutText(result.text);
     SendPaste(kPasteWait);
 }
@@ -115,7 +116,7 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
 
 void OnCpyCopyTimer() {
     SendCopy();
-    Sleep(100);
+    Pause(100);
     // The clipboard's text and, where there is none, nothing: not what an earlier command captured.
     CapturedText.clear();
     ClipboardGetText(CapturedText);
@@ -124,7 +125,7 @@ void OnCpyCopyTimer() {
 
 void OnCpyLaunchTimer() {
     SendCopy();
-    Sleep(100);
+    Pause(100);
     // Taken out, because a hotkey pressed while the shell is at it may name the next program.
     ProgramAndParameters command = std::exchange(pendingProgram, {});
     ReplaceRunTokens(command.program, CapturedText);

@@ -9,6 +9,7 @@
 #include "clipboard/shell_paths.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 #include "paste/builtin/clipboard_image.h"
 #include "paste/builtin/image_clipboard.h"
 #include "paste/builtin/power_schemes.h"
@@ -44,7 +45,7 @@ void ScreensaverOn(const BuiltinCall&) {
 void CopyInTarget(HWND target) {
     SetFocus(target);
     SendCopy();
-    Sleep(300);
+    Pause(300);
 }
 
 std::wstring CopyPaths(HWND target) {
@@ -112,24 +113,24 @@ std::wstring ClipboardText() {
 
 void TypeClipboard(const BuiltinCall&) {
     const std::wstring text = ClipboardText();
-    Sleep(1);
+    Pause(1);
     TypeText(text);
 }
 
 void CopyHtmlCodeToPlainPaste(const BuiltinCall&) {
     SendCopy();
-    Sleep(200);
+    Pause(200);
     ShowBoxInFront(nullptr, ClipboardText().substr(0, kMaxShownText), L"");
-    Sleep(200);
+    Pause(200);
     // Put back, it is plain text and nothing else.
     ClipboardPutText(ClipboardText());
-    Sleep(200);
+    Pause(200);
     SendPaste(20);
 }
 
 void CopyTextToPage(const BuiltinCall&) {
     SendCopy();
-    Sleep(200);
+    Pause(200);
     OpenTextAsPage(ClipboardText());
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "hotkeys/foreground.h"
+#include "hotkeys/pause.h"
 
 namespace verbatix {
 
@@ -72,8 +73,8 @@ void TypeText(std::wstring_view text) {
     const KeyScanFunction keyScan = FindKeyScan();
     if (!keyScan) return;
     for (const wchar_t character : text) {
-        for (const KeyStroke stroke : StrokesForKeyScan(keyScan(character))) SendTagged(stroke);
-        Sleep(1);
+        PlayWhole(StrokesForKeyScan(keyScan(character)));
+        Pause(1);
     }
 }
 
