@@ -96,6 +96,8 @@
 #define CMD_PASTE_SLOT 32796
 #define CMD_SAVE_SLOT 32797
 #define CMD_SHOW_PASTE_MENU 32798
+#define CMD_RUN_ENTRY 40020
+#define CMD_REINSTALL_HOOK 40021
 
 // Timers of the main window; the one-shot ones are killed by their own handler first
 #define TIMER_CPY_COPY 2022           // one shot, 200 ms

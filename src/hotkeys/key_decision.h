@@ -57,7 +57,7 @@ inline constexpr ULONGLONG kLongestRepeatMilliseconds = 2500;
 struct TriggerState {
     ClaimedKeys claims;
     std::optional<ULONGLONG> lastTrigger;  // tick count; none before the first, so that none is swallowed
-    bool busy = false;                     // an entry executed from the hook is running
+    bool busy = false;                     // an entry's hotkey was pressed, and it is not done yet
     int pendingRelease = -1;               // modifier code whose keys go up at the next event, or -1
 };
 

@@ -9,6 +9,7 @@
 #include "hotkeys/caret_place.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/hotkey_simulation.h"
+#include "hotkeys/pause.h"
 #include "menu/menu_handle.h"
 #include "menu/menu_input.h"
 #include "menu/menu_tooltip.h"
@@ -22,8 +23,8 @@ enum class Phase { Closed, Open, CarryingOut };
 struct PasteMenu {
     Phase phase = Phase::Closed;
     bool ending = false;  // CloseHotkeyMenu was called
-    MenuRequest request;
-    std::optional<MenuRequest> next;  // another hotkey, pressed while the menu was open
+    HotkeyPress request;
+    std::optional<HotkeyPress> next;  // another hotkey, pressed while the menu was open
     std::vector<MenuRow> rows;
     MenuInputState input;
     bool showTooltips = false;
@@ -174,7 +175,7 @@ static bool WaitUntilInFront(HWND window) {
     BringToFront(window);
     for (int tried = 0; tried < kTries && IsWindow(window); ++tried) {
         if (GetForegroundWindow() == window) return true;
-        Sleep(kPause);
+        Pause(kPause);
     }
     return false;
 }
@@ -193,7 +194,7 @@ static void Call(void (*function)(Arguments...), std::type_identity_t<Arguments>
 
 static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuClient& client) {
     constexpr DWORD kAfterMenu = 100;  // for the program in front to get its focus back
-    Sleep(kAfterMenu);
+    Pause(kAfterMenu);
     if (!IsStillThere(list, row) || row.kind == kHeadingKind) return;
     if (GetAsyncKeyState(VK_LSHIFT) < 0) {
         Call(client.editEntry, row.position);
@@ -227,7 +228,7 @@ class HookIsBusy {
 
 // The item chosen among the rows, 0 for none.
 static UINT Choose() {
-    const MenuRequest& request = pasteMenu.request;
+    const HotkeyPress& request = pasteMenu.request;
     const CaretPlace place = FindCaretPlace(request.foreground);
     const HWND owner = Owner();
     SetWindowPos(owner, HWND_TOPMOST, place.point.x, place.point.y, 1, 1, SWP_SHOWWINDOW | SWP_NOACTIVATE);
@@ -266,11 +267,11 @@ static void ShowAndCarryOut(const EntryList& list, const MenuOptions& options, c
     ShowWindow(pasteMenu.owner, SW_HIDE);
 }
 
-static bool IsSameHotkey(const MenuRequest& a, const MenuRequest& b) {
+static bool IsSameHotkey(const HotkeyPress& a, const HotkeyPress& b) {
     return a.key == b.key && a.modifier == b.modifier;
 }
 
-void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const MenuOptions& options,
+void ShowHotkeyMenu(const HotkeyPress& request, const EntryList& list, const MenuOptions& options,
                     bool showTooltips, const MenuClient& client) {
     if (pasteMenu.phase == Phase::CarryingOut) return;
     if (pasteMenu.phase == Phase::Open) {

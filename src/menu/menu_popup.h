@@ -34,7 +34,7 @@ struct MenuClient {
 // The list may change while the menu is open: a row whose entry is gone does nothing. Neither does any row
 // when the window that it is meant for is gone or does not come to the front: its text would land in
 // another.
-void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const MenuOptions& options,
+void ShowHotkeyMenu(const HotkeyPress& request, const EntryList& list, const MenuOptions& options,
                     bool showTooltips, const MenuClient& client);
 
 // Closes an open menu without a choice. To be called before the list goes.

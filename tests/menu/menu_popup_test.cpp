@@ -223,7 +223,7 @@ TEST_F(MenuPopupTest, WhatIsChosenGoesToTheProgramInFront) {
         Fill();
         Open();
         EXPECT_NE(GetForegroundWindow(), window);
-        keyboardHook.target = mainWindow;  // of a hotkey that was pressed since
+        keyboardHook.press.target = mainWindow;  // of a hotkey that was pressed since
         choose();
         ExpectClosed();
         EXPECT_EQ(Calls(), Texts{call});

@@ -11,6 +11,7 @@
 #include "base/product.h"
 #include "base/text.h"
 #include "clipboard/slots.h"
+#include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "store/backup.h"
 #include "store/settings.h"
@@ -36,6 +37,7 @@
 #include "ui/window/menu_bar.h"
 #include "ui/window/paste_commands.h"
 #include "ui/window/restart.h"
+#include "ui/window/timers.h"
 
 namespace verbatix {
 
@@ -140,14 +142,17 @@ void Uninstall() {
 }
 
 void ToSlot(int, LPARAM character) {
+    const DeferredStep running;
     SaveSlot(static_cast<wchar_t>(character));
 }
 
 void CopyToSlot(int, LPARAM character) {
+    const DeferredStep running;
     CopySlot(static_cast<wchar_t>(character), settings.restoreOldClipboard != 0);
 }
 
 void FromSlot(int, LPARAM character) {
+    const DeferredStep running;
     PasteSlot(static_cast<wchar_t>(character));
 }
 
@@ -241,6 +246,8 @@ constexpr Command kMainCommands[] = {
     {CMD_PASTE_SLOT, FromSlot},
     {CMD_SAVE_SLOT, ToSlot},
     {CMD_SHOW_PASTE_MENU, Call<ShowPasteMenu>},
+    {CMD_RUN_ENTRY, Call<RunPressedEntry>},
+    {CMD_REINSTALL_HOOK, Call<RenewHook>},
     {CMD_EXIT, CallWithId<ExitProgram>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_MOVE_UP, CallWithId<Move>},

@@ -83,7 +83,7 @@ static void StartHotkeys(HWND dialog) {
     keyboardHook.disabled = LoadDisabledHotkeys();
     RebuildHotkeyTables(false);
     executorClient.mainWindow = dialog;
-    keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename};
+    keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename, FitsInsideHook};
     StartHookUpkeep();
     InstallKeyboardHook();
 }

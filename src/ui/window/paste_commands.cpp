@@ -2,8 +2,10 @@
 
 #include "base/language.h"
 #include "base/product.h"
+#include "clipboard/clipboard_session.h"
 #include "hotkeys/keyboard_hook.h"
 #include "menu/menu_popup.h"
+#include "paste/execution_time.h"
 #include "paste/executor.h"
 #include "store/settings.h"
 #include "ui/state/main_window.h"
@@ -17,7 +19,12 @@ static void ExecuteInTarget(const std::wstring& text, HWND target) {
 }
 
 void ExecuteFromHotkey(const std::wstring& text) {
-    ExecuteInTarget(text, keyboardHook.target);
+    ExecuteInTarget(text, keyboardHook.press.target);
+}
+
+bool FitsInsideHook(const std::wstring& text, DWORD limit) {
+    const ExecutionFacts facts = {settings.restoreOldClipboard != 0, !ClipboardSession()};
+    return FitsWell(EstimateExecution(text, facts), limit);
 }
 
 static void EditFromMenu(int position) {
