@@ -50,6 +50,7 @@ static void Execute(const PressedEntry& entry) {
     const ULONGLONG end = GetTickCount64();
     keyboardHook.trigger.busy = false;
     keyboardHook.trigger.claims.OnBlindTime(end);
+    keyboardHook.lastEventAt = static_cast<DWORD>(end);
     if (end - start > kMayHaveCostTheHook) PostCommand(CMD_REINSTALL_HOOK);
 }
 
@@ -114,6 +115,7 @@ static void ReleasePendingKeys() {
 
 static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM parameter) noexcept {
     if (code != HC_ACTION) return CallNextHookEx(nullptr, code, message, parameter);
+    keyboardHook.lastEventAt = GetTickCount();
     const KBDLLHOOKSTRUCT event = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(parameter);
     if (IsHeldBack(event)) return 1;
     if (event.dwExtraInfo != kSyntheticInputTag) AskForRename(event);
@@ -158,6 +160,7 @@ bool InstallKeyboardHook() {
     RemoveKeyboardHook();
     keyboardHook.limit = HookTimeLimit(ReadHookTimeout());
     ++keyboardHook.installCount;
+    keyboardHook.lastEventAt = GetTickCount();
     keyboardHook.handle.Reset(
         SetWindowsHookExW(WH_KEYBOARD_LL, KeyboardHookProcedure, GetModuleHandleW(nullptr), 0));
     if (keyboardHook.handle) return true;

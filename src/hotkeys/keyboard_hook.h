@@ -45,6 +45,7 @@ struct KeyboardHook {
     bool stepIsRunning = false;  // see DeferredStep
     DWORD limit = 300;           // milliseconds that Windows waits for the hook
     bool off = false;            // switched off by the user; nothing but the switch installs it then
+    DWORD lastEventAt = 0;       // message time at which the hook was last asked, or installed
     unsigned installCount = 0;   // installs since the count was last set to 0
     UniqueHandle<HHOOK, UnhookWindowsHookEx> handle;
 };

@@ -217,6 +217,13 @@ TEST_F(DecideKeyTest, APressBelongsToTheHookUntilItsRelease) {
     }
 }
 
+TEST(HookUpkeep, AKeyIsPastTheHookWhereItIsMuchLater) {
+    EXPECT_FALSE(HookWasPassedBy(1500, 1000));
+    EXPECT_TRUE(HookWasPassedBy(1501, 1000));
+    EXPECT_FALSE(HookWasPassedBy(1000, 9000));  // on the bench raw input comes first
+    EXPECT_TRUE(HookWasPassedBy(600, 0xffff'ff00));
+}
+
 TEST(ClockWatch, CountsJumpsOfMoreThanTwoSecondsEitherWay) {
     ClockWatch watch = {.storedSeconds = 1000};
     const std::pair<long long, bool> looks[] = {{1002, false}, {1000, false}, {1003, true},  {1003, false},

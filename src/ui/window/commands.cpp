@@ -34,10 +34,10 @@
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 #include "ui/window/closing.h"
+#include "ui/window/hook_watch.h"
 #include "ui/window/menu_bar.h"
 #include "ui/window/paste_commands.h"
 #include "ui/window/restart.h"
-#include "ui/window/timers.h"
 
 namespace verbatix {
 

@@ -27,6 +27,7 @@
 #include "ui/views/tree_view.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
+#include "ui/window/hook_watch.h"
 #include "ui/window/menu_bar.h"
 #include "ui/window/paste_commands.h"
 #include "ui/window/timers.h"
@@ -49,8 +50,7 @@ void UpdateStatusBar() {
         filtered ? FillIn(LanguageText(1057), {std::to_wstring(mainWindow.rows.size()), total})
                  : FillIn(LanguageText(1056), {total});
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
-    const std::wstring& hook = LanguageText(keyboardHook.off ? 1059 : keyboardHook.handle ? 1058 : 1060);
-    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));
+    ShowHookState();
 }
 
 // F2 renames the selected entry while the user is in the list or tree and not in the middle of renaming
@@ -86,6 +86,7 @@ static void StartHotkeys(HWND dialog) {
     keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename, FitsInsideHook};
     StartHookUpkeep();
     InstallKeyboardHook();
+    StartHookWatch(dialog);
 }
 
 static void OnInitDialog(HWND dialog) {
@@ -190,6 +191,10 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_CLOSE: return CloseMainWindow(), TRUE;
         case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);
+        // FALSE: the system still has to see to its end of the raw input.
+        case WM_INPUT: return OnRawKey(), FALSE;
+        case WM_WTSSESSION_CHANGE: return OnSessionChange(wParam), TRUE;
+        case WM_POWERBROADCAST: return OnPowerChange(wParam), FALSE;
         case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), FALSE;
         case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
         case WM_CTLCOLORDLG:

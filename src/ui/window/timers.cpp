@@ -12,6 +12,7 @@
 #include "ui/editor/editor.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/state/main_window.h"
+#include "ui/window/hook_watch.h"
 
 namespace verbatix {
 
@@ -24,11 +25,6 @@ void StartHookUpkeep() {
     clockWatch = {std::time(nullptr), 0};
     keyboardHook.installCount = 0;
     SetTimer(mainWindow.window, TIMER_CLOCK_JUMP, kClockMilliseconds, nullptr);
-}
-
-void RenewHook() {
-    InstallKeyboardHookUnlessOff();
-    UpdateStatusBar();
 }
 
 namespace {
@@ -61,6 +57,7 @@ void ReinstallHook() {
 
 // A clock that jumps means that the machine has slept, after which Windows may have dropped the hook.
 void WatchClock() {
+    WatchForeground();
     if (!ClockJumped(clockWatch, std::time(nullptr))) return;
     const std::wstring figures = HookStatusText(clockWatch.jumps, keyboardHook.installCount);
     constexpr WPARAM kClockPart = 3;

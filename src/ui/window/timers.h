@@ -8,9 +8,6 @@ namespace verbatix {
 // Starts the watch: one late installation of the hook, and the look at the clock every 100 ms.
 void StartHookUpkeep();
 
-// Installs the hook anew, unless the user has paused it, and shows what came of it.
-void RenewHook();
-
 // Carries a WM_TIMER out; unknown numbers do nothing.
 void OnTimer(UINT_PTR timer);
 
