@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "hotkeys/hotkey_names.h"
+#include "hotkeys/notice.h"
 #include "hotkeys/pause.h"
 #include "ids.h"
 
@@ -90,12 +92,27 @@ static void AskForRename(const KBDLLHOOKSTRUCT& event) {
     if (pressed && wantsRename && wantsRename()) PostCommand(CMD_RENAME_ENTRY);
 }
 
+static bool IsUsersPress(const KBDLLHOOKSTRUCT& event) {
+    return (event.flags & LLKHF_UP) == 0 && event.dwExtraInfo != kSyntheticInputTag;
+}
+
+static bool IsUsersControlRelease(const KBDLLHOOKSTRUCT& event) {
+    const bool isControl = event.vkCode == VK_RCONTROL || event.vkCode == VK_CONTROL;
+    return isControl && (event.flags & LLKHF_UP) != 0 && event.dwExtraInfo != kSyntheticInputTag;
+}
+
+bool IsControlHeldOnPurpose() {
+    if (GetAsyncKeyState(VK_RCONTROL) < 0 && !keyboardHook.rightControlIsHotkeys) return true;
+    return GetAsyncKeyState(VK_LCONTROL) < 0;
+}
+
 static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG now) {
     const HWND foreground = GetForegroundWindow();
     const PressedEntry entry = {
         decision.text ? *decision.text : std::wstring(),
         {key, decision.modifier, GetFocus(), foreground, WindowWithKeyboard(foreground)}};
     keyboardHook.trigger.lastTrigger = now;
+    if (decision.modifier == kModifierRightCtrl) keyboardHook.rightControlIsHotkeys = true;
     keyboardHook.trigger.pendingRelease = static_cast<int>(decision.modifier);
     SendTagged({static_cast<BYTE>(key), KEYEVENTF_KEYUP});
     HeldKeys held;
@@ -118,12 +135,15 @@ static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM p
     keyboardHook.lastEventAt = GetTickCount();
     const KBDLLHOOKSTRUCT event = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(parameter);
     if (IsHeldBack(event)) return 1;
+    if (IsUsersControlRelease(event)) keyboardHook.rightControlIsHotkeys = false;
     if (event.dwExtraInfo != kSyntheticInputTag) AskForRename(event);
     const ULONGLONG now = GetTickCount64();
     const KeyDecision decision = DecideKey(event, keyboardHook.tables, keyboardHook.disabled,
                                            keyboardHook.trigger, {ReadStateWord, IsKeyDown}, now);
     switch (decision.action) {
-        case KeyAction::PassOn: return CallNextHookEx(nullptr, code, message, parameter);
+        case KeyAction::PassOn:
+            if (IsUsersPress(event)) HideNotice();
+            return CallNextHookEx(nullptr, code, message, parameter);
         case KeyAction::PassAfterRelease: ReleasePendingKeys(); return 0;
         case KeyAction::SwallowAfterRelease: ReleasePendingKeys(); break;
         case KeyAction::Swallow: break;

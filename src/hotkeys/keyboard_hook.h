@@ -40,13 +40,14 @@ struct KeyboardHook {
     HotkeyTables tables;
     DisabledHotkeys disabled;
     TriggerState trigger;
-    HotkeyPress menuRequest;     // whose menu is asked for
-    HotkeyPress press;           // of the entry that is executed, or was last
-    bool stepIsRunning = false;  // see DeferredStep
-    DWORD limit = 300;           // milliseconds that Windows waits for the hook
-    bool off = false;            // switched off by the user; nothing but the switch installs it then
-    DWORD lastEventAt = 0;       // message time at which the hook was last asked, or installed
-    unsigned installCount = 0;   // installs since the count was last set to 0
+    HotkeyPress menuRequest;             // whose menu is asked for
+    HotkeyPress press;                   // of the entry that is executed, or was last
+    bool rightControlIsHotkeys = false;  // a hotkey with right Ctrl was pressed, which is held since
+    bool stepIsRunning = false;          // see DeferredStep
+    DWORD limit = 300;                   // milliseconds that Windows waits for the hook
+    bool off = false;           // switched off by the user; nothing but the switch installs it then
+    DWORD lastEventAt = 0;      // message time at which the hook was last asked, or installed
+    unsigned installCount = 0;  // installs since the count was last set to 0
     UniqueHandle<HHOOK, UnhookWindowsHookEx> handle;
 };
 
@@ -65,6 +66,10 @@ class DeferredStep {
 // Executes the entry whose hotkey was pressed and that did not fit into the hook: for CMD_RUN_ENTRY.
 // Without one it does nothing.
 void RunPressedEntry();
+
+// Whether the user holds Ctrl for something else than the hotkey that he pressed: letting the right one go
+// for him does not reach the system's right Ctrl.
+bool IsControlHeldOnPurpose();
 
 // How long Windows waits for a hook, in milliseconds, by what the registry holds (nothing: not set).
 DWORD HookTimeLimit(std::optional<DWORD> registryValue);

@@ -27,7 +27,8 @@ void (*whileExecuting)();
 void ExecuteEntry(const std::wstring& text) {
     {
         const std::lock_guard lock(executedLock);
-        executed.push_back(text + (test::AnyModifierDown() ? L", modifier down" : L""));
+        executed.push_back(text + (test::AnyModifierDown() ? L", modifier down" : L"") +
+                           (IsControlHeldOnPurpose() ? L", Ctrl on purpose" : L""));
     }
     if (whileExecuting) whileExecuting();
 }
@@ -142,6 +143,11 @@ TEST_F(KeyboardHookTest, ExactlyTheStatesOfTheTenModifiersTriggerWithTheModifier
         EXPECT_FALSE(test::AnyModifierDown()) << testing::PrintToString(held);
         const auto seen = watch.Take();
         EXPECT_EQ(std::count(seen.begin(), seen.end(), SeenKey{VK_F23, false, 0}), texts.empty() ? 1 : 0);
+    }
+    for (const BYTE control : std::initializer_list<BYTE>{VK_LCONTROL, VK_RCONTROL}) {
+        Hold(control, true);
+        EXPECT_TRUE(IsControlHeldOnPurpose());
+        Hold(control, false);
     }
     // Without the extended flag the system takes a simulated right Alt or Ctrl for the left one.
     const wchar_t* const simulated[] = {L"0", L"1", L"2", L"5", L"4", L"5", L"4", L"0"};
