@@ -33,6 +33,7 @@ void SaveSlot(wchar_t character) {
 
 void CopySlot(wchar_t character, bool restoreOldClipboard) {
     const int slot = SlotIndexFromChar(character);
+    if (!MaySendStroke()) return;
     if (restoreOldClipboard) {
         KeepPreviousClipboard();
         Pause(kAnswerTime);
@@ -58,7 +59,7 @@ void PasteSlots(std::wstring_view digits) {
         if (!first) Pause(kBetweenPastes);
         first = false;
         RestoreClipboard(clipboardSlots[SlotIndexFromChar(character)]);
-        SendPaste(kBeforePaste);
+        if (!SendPaste(kBeforePaste)) return;
     }
 }
 

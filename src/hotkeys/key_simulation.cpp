@@ -91,21 +91,76 @@ static void PlayControlStroke(BYTE key) {
     PlayWhole(strokes);
 }
 
-void PressKey(BYTE key) {
+namespace {
+
+struct AimedStrokes {
+    HWND window = nullptr;  // until the first stroke
+    Aim aim = Aim::Free;
+};
+
+AimedStrokes aimed;
+
+}  // namespace
+
+void AimStrokes(HWND window) {
+    aimed = {window, Aim::Free};
+}
+
+Aim StrokeAim() {
+    return aimed.aim;
+}
+
+// A box that has gone hands the foreground on through nobody or another window of ours.
+static bool IsOnItsWay(HWND front) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(front, &process);
+    return process == 0 || process == GetCurrentProcessId();
+}
+
+static bool ComesToFront(HWND window) {
+    constexpr int kTries = 20;
+    constexpr DWORD kPause = 10;
+    for (int tried = 0; tried < kTries && IsWindow(window); ++tried) {
+        const HWND front = GetForegroundWindow();
+        if (front == window) return true;
+        if (!IsOnItsWay(front)) return false;
+        Pause(kPause);
+    }
+    return false;
+}
+
+bool MaySendStroke() {
+    if (!aimed.window) return aimed.aim == Aim::Free;
+    if (!ComesToFront(aimed.window)) aimed.aim = Aim::Missed;
+    aimed.window = nullptr;
+    return aimed.aim == Aim::Free;
+}
+
+bool PressKey(BYTE key) {
     ReleaseForStroke();
+    if (!MaySendStroke()) return false;
     const KeyStroke strokes[] = {{key, 0}, {key, KEYEVENTF_KEYUP}};
     PlayWhole(strokes);
+    return true;
 }
 
-void SendCopy() {
+bool SendCopy() {
     ReleaseForStroke();
+    if (!MaySendStroke()) return false;
     PlayControlStroke('C');
+    return true;
 }
 
-void SendPaste(DWORD milliseconds) {
+bool SendPaste(DWORD milliseconds) {
     ReleaseForStroke();
     Pause(milliseconds);
+    const bool isFirst = aimed.window != nullptr;
+    if (!MaySendStroke()) {
+        if (isFirst) aimed.aim = Aim::PasteMissed;
+        return false;
+    }
     PlayControlStroke('V');
+    return true;
 }
 
 }  // namespace verbatix

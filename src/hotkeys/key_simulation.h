@@ -49,8 +49,24 @@ void PlayWhole(std::span<const KeyStroke> strokes);
 bool IsHeldBack(const KBDLLHOOKSTRUCT& event);
 
 // Each releases the held modifiers first. SendPaste then waits that many milliseconds before its stroke.
-void PressKey(BYTE key);
-void SendCopy();
-void SendPaste(DWORD milliseconds);
+// False, and no stroke is sent, when the strokes are not let go (see below).
+bool PressKey(BYTE key);
+bool SendCopy();
+bool SendPaste(DWORD milliseconds);
+
+// What became of the strokes of an execution.
+enum class Aim {
+    Free,         // they go to whatever has the keyboard
+    Missed,       // another window was in front when the first of them was due: none is sent any more
+    PasteMissed,  // the same, and it was a paste stroke: what should be pasted is on the clipboard
+};
+
+// Aims the strokes that follow at a window: the first of them goes out only while that window is in front,
+// the others follow the focus, as a form needs it. Null: nothing is aimed at.
+void AimStrokes(HWND window);
+Aim StrokeAim();
+
+// Whether a stroke may go out now. The window gets a moment to come back from a box of our own.
+bool MaySendStroke();
 
 }  // namespace verbatix

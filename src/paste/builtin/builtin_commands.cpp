@@ -42,14 +42,15 @@ void ScreensaverOn(const BuiltinCall&) {
 }
 
 // Lets the target copy what is selected in it, and gives a file manager the time it takes.
-void CopyInTarget(HWND target) {
+bool CopyInTarget(HWND target) {
     SetFocus(target);
-    SendCopy();
+    if (!SendCopy()) return false;
     Pause(300);
+    return true;
 }
 
 std::wstring CopyPaths(HWND target) {
-    CopyInTarget(target);
+    if (!CopyInTarget(target)) return {};
     std::wstring paths;
     ClipboardGetShellPaths(paths);
     ClipboardPutText(paths);
@@ -58,8 +59,7 @@ std::wstring CopyPaths(HWND target) {
 }
 
 void ImgToClipboard(const BuiltinCall& call) {
-    CopyInTarget(call.target);
-    ImageFileToClipboard(ClipboardReadNamedFormat(L"FileNameW"));
+    if (CopyInTarget(call.target)) ImageFileToClipboard(ClipboardReadNamedFormat(L"FileNameW"));
 }
 
 void PathToClipboard(const BuiltinCall& call) {
@@ -118,7 +118,7 @@ void TypeClipboard(const BuiltinCall&) {
 }
 
 void CopyHtmlCodeToPlainPaste(const BuiltinCall&) {
-    SendCopy();
+    if (!SendCopy()) return;
     Pause(200);
     ShowBoxInFront(nullptr, ClipboardText().substr(0, kMaxShownText), L"");
     Pause(200);
@@ -129,7 +129,7 @@ void CopyHtmlCodeToPlainPaste(const BuiltinCall&) {
 }
 
 void CopyTextToPage(const BuiltinCall&) {
-    SendCopy();
+    if (!SendCopy()) return;
     Pause(200);
     OpenTextAsPage(ClipboardText());
 }

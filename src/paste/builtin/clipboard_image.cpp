@@ -24,7 +24,7 @@ void Tell(const std::wstring& text) {
 }
 
 UniqueBitmap CopyBitmap() {
-    SendCopy();
+    if (!SendCopy()) return {};
     Pause(200);
     return ClipboardGetBitmap();
 }
@@ -94,6 +94,7 @@ void CropClipboardImage(std::wstring_view argument) {
 
 void ClipboardImageToSource() {
     const UniqueBitmap bitmap = CopyBitmap();
+    if (StrokeAim() != Aim::Free) return;
     const BITMAP description = Describe(bitmap.Get());
     if (PixelCount(description) > kMaxSourcePixels) {
         return Tell(

@@ -58,12 +58,13 @@ static std::wstring ClipboardHtml() {
 
 static std::wstring CopySelection() {
     Pause(10);
-    SendCopy();
+    if (!SendCopy()) return {};
     Pause(200);
     return ClipboardText();
 }
 
 static std::wstring CopySelectionAsHtml() {
+    if (!MaySendStroke()) return {};
     ClearClipboard();
     SendCopy();
     Pause(100);
@@ -101,6 +102,7 @@ std::wstring ExpandPlaceholders(std::wstring& text, bool useDateFormat, bool use
 
 int ExpandRunEntry(bool elevate, const std::wstring& text, Launcher launch, bool useDateFormat,
                    bool useTimeFormat) {
+    if (!MaySendStroke()) return 0;
     ClearClipboard();
     SendCopy();
     Pause(150);

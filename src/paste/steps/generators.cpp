@@ -33,7 +33,7 @@ std::wstring NameOf(std::wstring_view value) {
 }
 
 std::wstring CopySelection() {
-    SendCopy();
+    if (!SendCopy()) return {};
     Pause(100);
     std::wstring text;
     ClipboardGetText(text);
@@ -41,6 +41,7 @@ std::wstring CopySelection() {
 }
 
 int MixTheString(DocumentOpener) {
+    if (!MaySendStroke()) return 1;
     ClearClipboard();
     Pause(100);
     const std::wstring output = StringBuilderSource(CopySelection());

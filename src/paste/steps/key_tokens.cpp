@@ -32,12 +32,12 @@ const KeyToken* TokenAt(std::wstring_view text) {
     return nullptr;
 }
 
-void PasteSegment(const std::wstring& segment) {
+bool PasteSegment(const std::wstring& segment) {
     constexpr DWORD kPasteWait = 10;
     Pause(10);
     ClearClipboard();
     ClipboardPutText(segment);
-    SendPaste(kPasteWait);
+    return SendPaste(kPasteWait);
 }
 
 }  // namespace
@@ -80,14 +80,14 @@ int SendKeyTokens(const std::wstring& text) {
     Pause(10);
     const KeySteps plan = SplitAtKeyTokens(text);
     for (const KeyStep& step : plan.steps) {
-        PasteSegment(step.segment);
+        if (!PasteSegment(step.segment)) break;
         if (step.key) {
             PressKey(step.key);
         } else {
             Pause(step.milliseconds);
         }
     }
-    if (!plan.tail.empty()) PasteSegment(plan.tail);
+    if (!plan.tail.empty() && StrokeAim() == Aim::Free) PasteSegment(plan.tail);
     Pause(50);
     return static_cast<int>(plan.steps.size());
 }

@@ -71,7 +71,7 @@ void TypeText(std::wstring_view text) {
         return;
     }
     const KeyScanFunction keyScan = FindKeyScan();
-    if (!keyScan) return;
+    if (!keyScan || !MaySendStroke()) return;
     for (const wchar_t character : text) {
         PlayWhole(StrokesForKeyScan(keyScan(character)));
         Pause(1);

@@ -128,6 +128,7 @@ void TestEntry() {
     constexpr int kNoWindowBehind = 1153;
     if (!target || !GiveForeground(target)) return Tell(kNoWindowBehind);
     executorClient.targetWindow = target;
+    executorClient.pressWindow = target;
     // As for a hotkey: one pressed meanwhile is swallowed.
     keyboardHook.trigger.busy = true;
     ExecuteEntry(text);

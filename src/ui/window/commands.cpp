@@ -13,6 +13,7 @@
 #include "clipboard/slots.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
+#include "paste/executor.h"
 #include "store/backup.h"
 #include "store/settings.h"
 #include "store/settings_path.h"
@@ -149,6 +150,7 @@ void ToSlot(int, LPARAM character) {
 void CopyToSlot(int, LPARAM character) {
     const DeferredStep running;
     CopySlot(static_cast<wchar_t>(character), settings.restoreOldClipboard != 0);
+    TellMissedStrokes();
 }
 
 void FromSlot(int, LPARAM character) {
