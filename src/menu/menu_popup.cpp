@@ -5,10 +5,12 @@
 #include <utility>
 
 #include "base/handle.h"
+#include "base/language.h"
 #include "base/product.h"
 #include "hotkeys/caret_place.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/hotkey_simulation.h"
+#include "hotkeys/notice.h"
 #include "hotkeys/pause.h"
 #include "menu/menu_handle.h"
 #include "menu/menu_input.h"
@@ -86,6 +88,10 @@ static LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam,
             // A menu without the keyboard would stay open for good.
             if (LOWORD(wParam) == WA_INACTIVE && pasteMenu.phase == Phase::Open) EndMenu();
             return DefWindowProcW(window, message, wParam, lParam);
+        case WM_ENTERIDLE:
+            // Lost before the menu was up.
+            if (GetForegroundWindow() != window) EndMenu();
+            return 0;
         default: return DefWindowProcW(window, message, wParam, lParam);
     }
 }
@@ -104,18 +110,32 @@ static HWND Owner() {
     return pasteMenu.owner;
 }
 
+// Changes of the foreground take their time.
+static bool ComesToFront(HWND window) {
+    constexpr int kTries = 30;
+    constexpr DWORD kPause = 10;
+    for (int tried = 0; tried < kTries && IsWindow(window); ++tried) {
+        if (GetForegroundWindow() == window) return true;
+        Pause(kPause);
+    }
+    return false;
+}
+
 // Without the foreground a menu gets no keys and does not close on a click elsewhere. Asked for plainly
 // first: the Alt press that helps where Windows refuses arrives in our own queue, and ends a menu.
-static void TakeKeyboard(HWND owner) {
+static bool TakeKeyboard(HWND owner) {
     SetFocus(owner);
     SetForegroundWindow(owner);
-    if (GetForegroundWindow() != owner) BringToFront(owner);
+    if (GetForegroundWindow() != owner) {
+        BringToFront(owner);
+        if (!ComesToFront(owner)) return false;
+    }
     SetActiveWindow(owner);
     SetFocus(owner);
     pasteMenu.input = {};
-    pasteMenu.input.hotkey = pasteMenu.request.key;
     pasteMenu.input.openedAt = GetTickCount();
     TakeAltStrokesOut();
+    return GetForegroundWindow() == owner;
 }
 
 static LRESULT CALLBACK InputFilter(int code, WPARAM wParam, LPARAM lParam) noexcept {
@@ -124,9 +144,6 @@ static LRESULT CALLBACK InputFilter(int code, WPARAM wParam, LPARAM lParam) noex
     switch (DecideMenuInput(pasteMenu.input, message)) {
         case MenuInput::Pass: return CallNextHookEx(nullptr, code, wParam, lParam);
         case MenuInput::Close: EndMenu(); break;
-        case MenuInput::PlayAgain:
-            PostMessageW(message.hwnd, WM_KEYDOWN, message.wParam, message.lParam & 0x3fffffff);
-            break;
         case MenuInput::Swallow: break;
     }
     return 1;
@@ -166,18 +183,12 @@ static void ReturnKeyboard(HWND owner, HWND window) {
     ShowWindow(owner, SW_HIDE);
 }
 
-// Whether the window has the foreground, after helping it there: keys that are sent before would go
-// elsewhere. Where no window had it at the press, none has to have it now.
-static bool WaitUntilInFront(HWND window) {
-    constexpr int kTries = 30;
-    constexpr DWORD kPause = 10;
-    if (!window || GetForegroundWindow() == window) return true;
+// Keys that are sent before the window is in front would go elsewhere. Where no window was at the press,
+// none has to be now; where it does not come, the client finds that.
+static void HelpToFront(HWND window) {
+    if (!window || GetForegroundWindow() == window) return;
     BringToFront(window);
-    for (int tried = 0; tried < kTries && IsWindow(window); ++tried) {
-        if (GetForegroundWindow() == window) return true;
-        Pause(kPause);
-    }
-    return false;
+    ComesToFront(window);
 }
 
 // Whether the row's entry still stands where it stood, neither deleted nor moved.
@@ -200,12 +211,8 @@ static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuCli
         Call(client.editEntry, row.position);
         return;
     }
-    if (!WaitUntilInFront(pasteMenu.request.foreground)) return;
-    if (row.piece) {
-        Call(client.deliverText, row.text);
-    } else {
-        Call(client.executeEntry, row.text, pasteMenu.request.target);
-    }
+    HelpToFront(pasteMenu.request.foreground);
+    Call(row.piece ? client.deliverText : client.executeEntry, row.text, pasteMenu.request);
 }
 
 // ---- From the request to the choice
@@ -234,10 +241,15 @@ static UINT Choose() {
     SetWindowPos(owner, HWND_TOPMOST, place.point.x, place.point.y, 1, 1, SWP_SHOWWINDOW | SWP_NOACTIVATE);
     const bool winKeyIsTaken = request.modifier == 0 && IsWinHotkeyTaken(owner, request.key, false);
     const UniqueMenu menu = MakeMenuHandle(BuildMenuTree(pasteMenu.rows), place.point, winKeyIsTaken);
-    TakeKeyboard(owner);
+    if (!TakeKeyboard(owner)) {
+        constexpr int kNotInFront = 1374;
+        ShowWindow(owner, SW_HIDE);
+        NoticeAtCaret(LanguageText(kNotInFront));
+        return 0;
+    }
     const UINT item = Track(menu.Get(), owner, place);
     // The main window takes the foreground over from the owner, which is hidden only then.
-    if (item < kShowMainWindowItem) ReturnKeyboard(owner, NextForeground(owner));
+    if (item != kShowMainWindowItem) ReturnKeyboard(owner, NextForeground(owner));
     return pasteMenu.ending ? 0 : item;
 }
 

@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "clipboard/clipboard_text.h"
+#include "hotkeys/key_watch.h"
+#include "ids.h"
 #include "support/keys.h"
+#include "support/message_thread.h"
 #include "support/program_run.h"
 #include "support/wait.h"
 
@@ -169,6 +172,22 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
     };
     target_->SetText(L"before ");
     ASSERT_TRUE(open());
+    {
+        // The steps of a "cpy:" entry wait until the menu is gone.
+        KeyWatch watch;
+        auto copies = [copied = 0]() mutable {
+            for (const SeenKey& seen : KeyWatch::Take()) copied += seen == SeenKey{'C', false, 444};
+            return copied;
+        };
+        PostMessageW(dialog, WM_TIMER, TIMER_CPY_COPY, 0);
+        Linger(500);
+        EXPECT_EQ(copies(), 0);
+        EXPECT_TRUE(isOpen());
+        PlayStroke({}, VK_ESCAPE);
+        EXPECT_TRUE(WaitFor([&] { return copies() > 0; }));
+        Linger(600);  // for the second step
+    }
+    ASSERT_TRUE(open());
     PlayStroke({}, 'B');
     EXPECT_TRUE(Shows(L"before second")) << ::testing::PrintToString(target_->Text());
     EXPECT_EQ(GetForegroundWindow(), target_->Window());
@@ -179,6 +198,46 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
     EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog; }));
     ASSERT_TRUE(open());
     EXPECT_EQ(run_.Exit(), 1);
+}
+
+LRESULT CALLBACK CloseWithoutFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto edit = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == WM_KILLFOCUS) PostMessageW(window, WM_CLOSE, 0, 0);
+    return CallWindowProcW(edit, window, message, wParam, lParam);
+}
+
+// As a file manager's rename box does.
+TEST_F(EntryCommands, AChoiceForABoxThatHasClosedIsLeftOnTheClipboard) {
+    Start({{L"Ctrl-Alt+M", L"first"}, {L"Ctrl-Alt+M", L"second"}});
+    MessageThread thread;
+    HWND window = nullptr;
+    HWND box = nullptr;
+    thread.Run([&] {
+        window = CreateWindowExW(0, L"STATIC", L"Files", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 300, 300, 300,
+                                 200, nullptr, nullptr, nullptr, nullptr);
+        box = CreateWindowExW(0, L"EDIT", L"name", WS_CHILD | WS_VISIBLE, 0, 0, 200, 30, window, nullptr,
+                              nullptr, nullptr);
+        SetWindowLongPtrW(box, GWLP_USERDATA, GetWindowLongPtrW(box, GWLP_WNDPROC));
+        SetForegroundWindow(window);
+        SetFocus(box);
+        SetWindowLongPtrW(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(CloseWithoutFocus));
+    });
+    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == window; }));
+    Press('M');
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(box); }));
+    PlayStroke({}, VK_DOWN);
+    PlayStroke({}, VK_RETURN);
+    EXPECT_TRUE(WaitFor([] { return Clipboard() == L"first"; })) << Clipboard();
+    HWND notice = nullptr;
+    EXPECT_TRUE(WaitFor([&] {
+        notice = run_.Program().WaitForVisibleWindow(L"tooltips_class32", nullptr, 0);
+        return notice != nullptr;
+    }));
+    EXPECT_NE(WindowText(notice).find(L"has closed"), std::wstring::npos) << WindowText(notice);
+    EXPECT_EQ(GetForegroundWindow(), window);
+    PlayStroke({}, VK_F23);
+    EXPECT_TRUE(WaitFor([&] { return !IsWindowVisible(notice); })) << "it goes with the next key";
+    thread.Run([&] { DestroyWindow(window); });
 }
 
 }  // namespace

@@ -41,16 +41,20 @@ HWND foregroundWhenCalled;
 HWND targetWhenCalled;
 
 // Executing types a letter: it lands where the keyboard is.
-void Execute(const std::wstring& text, HWND target) {
+void Execute(const std::wstring& text, const HotkeyPress& press) {
     foregroundWhenCalled = GetForegroundWindow();
-    targetWhenCalled = target;
+    targetWhenCalled = press.target;
     Record(L"execute " + text);
     PressKey('Z');
 }
 
-const MenuClient kClient = {Execute, [](const std::wstring& text) { Record(L"deliver " + text); },
-                            [](int position) { Record(Format(L"edit %d", position)); },
-                            [] { Record(L"show main window"); }, [] { Record(L"explain"); }};
+const MenuClient kClient = {
+    Execute, [](const std::wstring& text, const HotkeyPress&) { Record(L"deliver " + text); },
+    [](int position) { Record(Format(L"edit %d", position)); }, [] { Record(L"show main window"); },
+    [] {
+        foregroundWhenCalled = GetForegroundWindow();
+        Record(L"explain");
+    }};
 
 EntryList list;  // used on the menu's thread while a menu is open
 MenuOptions options;
@@ -235,14 +239,24 @@ TEST_F(MenuPopupTest, WhatIsChosenGoesToTheProgramInFront) {
     }
 }
 
-TEST_F(MenuPopupTest, NothingIsExecutedWithoutTheWindowItIsMeantFor) {
+TEST_F(MenuPopupTest, DoesNotStayOpenWithoutTheKeyboardNorOpenWhileAnEntryIsExecuted) {
     Add(L"text one");
-    Open();
-    DestroyTarget();
-    ChooseFirst();
-    ExpectClosed();
+    std::atomic<bool> stop = false;
+    std::thread refuser([&] {
+        while (!stop) SetForegroundWindow(window);
+    });
+    thread.Run([this] { keyboardHook.menuRequest = {'Q', 2, GetFocus(), window, edit}; });
+    for (int times = 0; times < 3; ++times) {
+        callsRunning = 1;
+        PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
+        EXPECT_TRUE(WaitFor([] { return callsRunning == 1; }));
+        Linger(50);
+        callsRunning = callsRunning - 1;
+        ExpectClosed();
+    }
+    stop = true;
+    refuser.join();
     EXPECT_EQ(Calls(), Texts{});
-    // Nor is a menu shown while an entry is executed.
     thread.Run([] { keyboardHook.trigger.busy = true; });
     PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
     Linger(200);
@@ -389,6 +403,7 @@ TEST_F(MenuPopupTest, OtherChoicesThanAnEntry) {
     choose(3, L"show main window", VK_F22, 0);
     ASSERT_TRUE(RegisterHotKey(nullptr, 1, MOD_WIN, VK_F22));
     choose(3, L"explain", VK_F22, 0);
+    EXPECT_EQ(foregroundWhenCalled, window) << "what the box gives the foreground back to";
     UnregisterHotKey(nullptr, 1);
 }
 

@@ -3,6 +3,7 @@
 #include "base/language.h"
 #include "base/product.h"
 #include "clipboard/clipboard_session.h"
+#include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
 #include "menu/menu_popup.h"
 #include "paste/execution_time.h"
@@ -13,13 +14,24 @@
 
 namespace verbatix {
 
-static void ExecuteInTarget(const std::wstring& text, HWND target) {
-    executorClient.targetWindow = target;
+// A rename box or a find field closes when a menu takes its keyboard; then nothing is left to paste into,
+// though the window around it is.
+static HWND WindowToBeInFront(const HotkeyPress& press) {
+    return IsWindow(press.target) ? press.foreground : press.target;
+}
+
+static void ExecuteInTarget(const std::wstring& text, const HotkeyPress& press) {
+    executorClient.targetWindow = press.target;
+    executorClient.pressWindow = WindowToBeInFront(press);
     ExecuteEntry(text);
 }
 
+static void DeliverIntoTarget(const std::wstring& text, const HotkeyPress& press) {
+    DeliverInto(text, WindowToBeInFront(press));
+}
+
 void ExecuteFromHotkey(const std::wstring& text) {
-    ExecuteInTarget(text, keyboardHook.press.target);
+    ExecuteInTarget(text, keyboardHook.press);
 }
 
 bool FitsInsideHook(const std::wstring& text, DWORD limit) {
@@ -36,14 +48,14 @@ static void EditFromMenu(int position) {
 
 static void ExplainTakenWinKey() {
     constexpr int kWinKeyMayNotArrive = 1075;
-    MessageBoxW(mainWindow.window, LanguageText(kWinKeyMayNotArrive).c_str(), kProductName,
-                MB_OK | MB_ICONINFORMATION);
+    ShowBoxInFront(mainWindow.window, LanguageText(kWinKeyMayNotArrive), kProductName,
+                   MB_OK | MB_ICONINFORMATION);
 }
 
 void ShowPasteMenu() {
     const MenuOptions options = {settings.useMenuSort, settings.useIgnoreCase != 0,
                                  settings.useMenuOrder != 0};
-    const MenuClient client = {ExecuteInTarget, DeliverText, EditFromMenu, ShowMainWindow,
+    const MenuClient client = {ExecuteInTarget, DeliverIntoTarget, EditFromMenu, ShowMainWindow,
                                ExplainTakenWinKey};
     ShowHotkeyMenu(keyboardHook.menuRequest, mainWindow.entries, options, settings.showMenuTooltip != 0,
                    client);
