@@ -8,8 +8,12 @@
 #include "store/profile.h"
 #include "store/settings.h"
 #include "ui/shell/tracking_tooltip.h"
+#include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
 #include "ui/window/dialog_keys.h"
+#include "ui/window/main_procedure.h"
+#include "ui/window/showing.h"
+#include "ui/window/tray_menu.h"
 
 namespace verbatix {
 
@@ -74,7 +78,7 @@ static void SwitchFileRedirectionOff() {
 
 static void FinishStart(HWND frame) {
     const HINSTANCE instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(frame, GWLP_HINSTANCE));
-    TrayIcon& tray = mainWindow.tray;
+    TrayIcon& tray = trayIcon;
     tray.owner = frame;
     tray.id = IDI_VERBATIX;
     tray.iconResource = IDI_VERBATIX;
@@ -99,7 +103,7 @@ static LRESULT AnswerOtherCopy(WPARAM wParam, LPARAM lParam) {
 static LRESULT CALLBACK FrameProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     static const UINT taskbarCreated = RegisterWindowMessageW(L"TaskbarCreated");
     if (message == InstanceMessage()) return AnswerOtherCopy(wParam, lParam);
-    if (message == taskbarCreated) return RestoreTrayIcon(mainWindow.tray), 0;
+    if (message == taskbarCreated) return RestoreTrayIcon(trayIcon), 0;
     switch (message) {
         case WM_CREATE: return PostMessageW(window, WM_COMMAND, CMD_FINISH_START, 0), 0;
         case WM_COMMAND:
@@ -177,7 +181,7 @@ static bool DismissesTooltip(UINT message) {
 int RunMessageLoop() {
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (DismissesTooltip(message.message)) HideTrackingTooltip(mainWindow.tooltip);
+        if (DismissesTooltip(message.message)) HideTrackingTooltip(noticeTooltip);
         if (HandleDialogKey(message)) continue;
         if (mainWindow.window && IsDialogMessageW(mainWindow.window, &message)) continue;
         TranslateMessage(&message);

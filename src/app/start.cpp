@@ -21,6 +21,7 @@
 #include "store/settings.h"
 #include "store/settings_path.h"
 #include "ui/look/dark_theme.h"
+#include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
 #include "ui/state/program_client.h"
 #include "ui/window/closing.h"
@@ -109,7 +110,7 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     const int exitCode = RunMessageLoop();
     // The loop also ends by quit messages that did not pass through the window's own exit.
     if (mainWindow.window) SaveWithoutAsking();
-    RemoveTrayIcon(mainWindow.tray);
+    RemoveTrayIcon(trayIcon);
     return exitCode;
 }
 

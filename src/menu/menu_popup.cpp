@@ -242,9 +242,8 @@ static UINT Choose() {
     const bool winKeyIsTaken = request.modifier == 0 && IsWinHotkeyTaken(owner, request.key, false);
     const UniqueMenu menu = MakeMenuHandle(BuildMenuTree(pasteMenu.rows), place.point, winKeyIsTaken);
     if (!TakeKeyboard(owner)) {
-        constexpr int kNotInFront = 1374;
         ShowWindow(owner, SW_HIDE);
-        NoticeAtCaret(LanguageText(kNotInFront));
+        NoticeAtCaret(LanguageText(text::kMenuNotInFront));
         return 0;
     }
     const UINT item = Track(menu.Get(), owner, place);

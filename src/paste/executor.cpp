@@ -44,14 +44,11 @@ void DeliverText(const std::wstring& text) {
 }
 
 bool TellMissedStrokes() {
-    constexpr int kTextIsOnClipboard = 1372;
-    constexpr int kPlaceHasClosed = 1373;
-    constexpr int kNothingDone = 1375;
     const Aim aim = StrokeAim();
     AimStrokes(nullptr);
     if (aim == Aim::Free) return false;
-    const int onClipboard = IsWindow(pressWindow) ? kTextIsOnClipboard : kPlaceHasClosed;
-    NoticeAtCaret(LanguageText(aim == Aim::PasteMissed ? onClipboard : kNothingDone));
+    const int onClipboard = IsWindow(pressWindow) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
+    NoticeAtCaret(LanguageText(aim == Aim::PasteMissed ? onClipboard : text::kNothingDone));
     return true;
 }
 

@@ -141,7 +141,8 @@ void RefreshViews(const ListClient& client, bool refresh) {
 
 void ReportUnsaved(const ListClient& client) {
     if (!client.showMessage) return;
-    client.showMessage(client.window, (LanguageText(53) + L"\n" + settingsPath).c_str(), L"", MB_OK);
+    client.showMessage(client.window, (LanguageText(text::kListNotSaved) + L"\n" + settingsPath).c_str(),
+                       L"", MB_OK);
 }
 
 }  // namespace

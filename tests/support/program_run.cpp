@@ -61,24 +61,12 @@ HWND ProgramRun::MainDialog() const {
     return dialog && GetDlgItem(dialog, IDC_LIST) && GetMenu(dialog) ? dialog : nullptr;
 }
 
-// Once a modifier stays down: the window and the pointer that have come to the front and into it make the
-// bench take all of them for released, some time later.
-static bool KeepsModifiers() {
-    constexpr BYTE kHarmless = VK_LSHIFT;
-    constexpr DWORD kMilliseconds = 60;
-    PressKeyDown(kHarmless);
-    Linger(kMilliseconds);
-    const bool isDown = GetAsyncKeyState(kHarmless) < 0;
-    LetKeyUp(kHarmless);
-    return isDown;
-}
-
 Target::Target(std::wstring_view title)
     : process_(L"\"" + HelperPath(L"target_window.exe") + L"\" " + std::wstring(title)) {
     window_ = process_.WaitForVisibleWindow(L"VerbatixTestTarget");
     edit_ = GetDlgItem(window_, 1);
     Activate();
-    WaitFor(KeepsModifiers);
+    SettlesInFront(window_);
 }
 
 void Target::SetText(std::wstring_view text) const {

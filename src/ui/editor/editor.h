@@ -49,7 +49,4 @@ bool OnEditorNotification(int control, int code);
 // else.
 void InsertIntoText(const std::wstring& text, bool atStart);
 
-// What stands in the control of the main dialog with that number.
-std::wstring FieldText(int control);
-
 }  // namespace verbatix

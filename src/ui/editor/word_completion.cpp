@@ -13,7 +13,6 @@
 #include "ids.h"
 #include "store/settings.h"
 #include "store/word_list.h"
-#include "ui/editor/editor.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -32,7 +31,7 @@ struct Completion {
 Completion completion;
 
 HWND TextField() {
-    return GetDlgItem(mainWindow.window, IDC_TEXT);
+    return DialogControl(IDC_TEXT);
 }
 
 bool IsOpen() {
@@ -169,15 +168,14 @@ void StartWordCompletion() {
 }
 
 void SwitchWordCompletion() {
-    constexpr int kNoWords = 1316;
     CloseSuggestions();
     completion.words.reset();
     if (settings.useAutocomplete || FileHasWords(WordFilePath())) {
         RunSettingCommand(CMD_SUGGEST_WORDS);
         return;
     }
-    MessageBoxW(mainWindow.window, FillIn(LanguageText(kNoWords), {WordFilePath()}).c_str(), kProductName,
-                MB_OK | MB_ICONINFORMATION);
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(text::kNoWords), {WordFilePath()}).c_str(),
+                kProductName, MB_OK | MB_ICONINFORMATION);
 }
 
 bool HandleCompletionMessage(const MSG& message) {

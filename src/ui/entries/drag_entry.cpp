@@ -12,6 +12,8 @@
 #include "ui/entries/entry_placing.h"
 #include "ui/entries/move_entry.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
+#include "ui/views/entry_views.h"
 #include "ui/views/insert_mark.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
@@ -82,13 +84,12 @@ void Light(int node) {
 }
 
 void TellTarget(const Target& target) {
-    constexpr int kMoveTo = 1282;
-    constexpr int kMoveHere = 1291;
     std::wstring text;
     if (target.drop) {
-        text = target.litNode > 0 ? FillIn(LanguageText(kMoveTo), {target.name}) : LanguageText(kMoveHere);
+        text = target.litNode > 0 ? FillIn(LanguageText(text::kMoveTo), {target.name})
+                                  : LanguageText(text::kMoveHere);
     } else if (!CanMoveInView()) {
-        text = LanguageText(kOrderIsFixed);
+        text = LanguageText(text::kOrderIsFixed);
     }
     TellInStatusBar(text);
 }
@@ -140,7 +141,7 @@ void Drop() {
 
 }  // namespace
 
-void BeginDrag(int position) {
+static void BeginDrag(int position) {
     constexpr UINT kScrollMilliseconds = 60;
     if (position < 0 || !mainWindow.entries.count(position)) return;
     SetFocus(ShownView());
@@ -150,6 +151,13 @@ void BeginDrag(int position) {
     SetCapture(mainWindow.window);
     SetTimer(mainWindow.window, TIMER_DRAG_SCROLL, kScrollMilliseconds, nullptr);
     Track();
+}
+
+void OnDragNotify(const NMHDR& header) {
+    if (header.code == LVN_BEGINDRAG) BeginDrag(SelectedEntry());
+    if (header.code != TVN_BEGINDRAGW) return;
+    const int node = NodeOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.hItem);
+    if (node > 0) BeginDrag(ShownTree().nodes[static_cast<std::size_t>(node)].position);
 }
 
 bool IsDragging() {

@@ -7,8 +7,9 @@
 
 namespace verbatix {
 
-// The view tells that the mouse drags that entry; -1, a group or a hotkey, is not dragged.
-void BeginDrag(int position);
+// A notification of list or tree: where it tells that the mouse drags an entry, the drag begins. Groups and
+// hotkeys are not dragged.
+void OnDragNotify(const NMHDR& header);
 
 bool IsDragging();
 void CancelDrag();

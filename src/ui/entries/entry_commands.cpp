@@ -12,9 +12,9 @@
 #include "store/list_file.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
-#include "ui/look/view_look.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
+#include "ui/views/entry_views.h"
 #include "ui/views/tree_view.h"
 
 namespace verbatix {
@@ -35,10 +35,14 @@ int Add(const ListEntry& record) {
     return position;
 }
 
+// Into the entry's text, or, by the option, the shown view.
+void FocusAfterAction() {
+    SetFocus(settings.setFocus ? ShownView() : DialogControl(IDC_TEXT));
+}
+
 void AddAndShow(const ListEntry& record) {
     const int position = Add(record);
-    SaveList(mainWindow.entries, mainWindow.listClient, true, true);
-    RebuildHotkeyTables(false);
+    KeepEntries();
     SelectEntry(position);
     ShowInEditor(position);
     SendDlgItemMessageW(mainWindow.window, IDC_TEXT, EM_SETSEL, 0, -1);
@@ -98,9 +102,8 @@ void CopyEntry() {
 }
 
 void DeleteEntry() {
-    constexpr int kReallyDelete = 1071;
     const int position = editor.position;
-    if (position < 0 || MessageBoxW(mainWindow.window, LanguageText(kReallyDelete).c_str(), kProductName,
+    if (position < 0 || MessageBoxW(mainWindow.window, LanguageText(text::kAskDelete).c_str(), kProductName,
                                     MB_YESNO | MB_ICONQUESTION) != IDYES) {
         return;
     }
@@ -111,8 +114,7 @@ void DeleteEntry() {
     CopyText(record.label, L"");
     UpdateEntry(mainWindow.entries, position, record);
     const int next = NeighbourOf(position);
-    SaveList(mainWindow.entries, mainWindow.listClient, true, true);
-    RebuildHotkeyTables(false);
+    KeepEntries();
     SelectEntry(next);
     ShowInEditor(next);
     SetFocus(ShownView());
@@ -125,8 +127,7 @@ void TestEntry() {
     const std::wstring text = mainWindow.entries.at(editor.position).current.text;
     if (settings.setFocus) FocusAfterAction();
     const HWND target = WindowBehind();
-    constexpr int kNoWindowBehind = 1153;
-    if (!target || !GiveForeground(target)) return Tell(kNoWindowBehind);
+    if (!target || !GiveForeground(target)) return Tell(text::kNoWindowToTest);
     executorClient.targetWindow = target;
     executorClient.pressWindow = target;
     // As for a hotkey: one pressed meanwhile is swallowed.

@@ -1,4 +1,4 @@
-// What the editor's buttons do.
+// The entry as a whole: a new one, a copy, deleted, tried out. What the editor's buttons do.
 #pragma once
 
 namespace verbatix {

@@ -2,22 +2,9 @@
 // action keeps what is typed in the editor first and stops where that cannot be kept.
 #pragma once
 
-#include <string>
-
-#include "base/language.h"
 #include "ui/entries/entry_placing.h"
 
 namespace verbatix {
-
-// Language texts for TellInStatusBar.
-inline constexpr int kNoEntrySelected = 1062;
-inline constexpr int kOrderIsFixed = 1281;
-
-// Shows a text across the status bar until its own come again: at the next selection or change.
-void TellInStatusBar(const std::wstring& text);
-inline void TellInStatusBar(int text) {
-    TellInStatusBar(LanguageText(text));
-}
 
 // The list has changed: writes it, renews the hotkeys and shows it, with that entry selected; -1 leaves the
 // selection to the views.

@@ -15,6 +15,7 @@
 #include "ui/entries/entry_placing.h"
 #include "ui/entries/move_entry.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 
@@ -93,19 +94,19 @@ void RenameSelected() {
     if (!SaveEdits(Warn::kAlways)) return;
     if (settings.showTree) {
         const int node = SelectedNode();
-        if (node <= 0) return TellInStatusBar(kNoEntrySelected);
+        if (node <= 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
         SetFocus(mainWindow.tree);
         TreeView_EditLabel(mainWindow.tree, ItemOf(node));
         return;
     }
     const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
-    if (row < 0) return TellInStatusBar(kNoEntrySelected);
+    if (row < 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
     SetFocus(mainWindow.list);
     ListView_EnsureVisible(mainWindow.list, row, FALSE);
     SendMessageW(mainWindow.list, LVM_EDITLABELW, static_cast<WPARAM>(row), 0);
 }
 
-LRESULT OnBeginRenameNode(int index) {
+static LRESULT BeginRenameNode(int index) {
     if (index <= 0 || MustKeepEditsFirst()) return TRUE;
     const TreeNode& node = ShownTree().nodes[static_cast<std::size_t>(index)];
     if (node.kind == NodeKind::kHotkey) return TRUE;
@@ -119,7 +120,7 @@ LRESULT OnBeginRenameNode(int index) {
     return FALSE;
 }
 
-LRESULT OnBeginRenameRow(int position) {
+static LRESULT BeginRenameRow(int position) {
     if (position < 0 || MustKeepEditsFirst()) return TRUE;
     renaming = {};
     renaming.node.kind = NodeKind::kEntry;
@@ -131,17 +132,31 @@ LRESULT OnBeginRenameRow(int position) {
     return FALSE;
 }
 
-void OnEndRename(const wchar_t* name) {
-    if (!name) return;
+// Null: not renamed. Carried out later, when the control is done.
+static LRESULT EndRename(const wchar_t* name) {
+    if (!name) return FALSE;
     renaming.name = name;
     PostMessageW(mainWindow.window, WM_RENAMED, 0, 0);
+    return FALSE;
+}
+
+std::optional<LRESULT> OnRenameNotify(const NMHDR& header) {
+    switch (header.code) {
+        case LVN_BEGINLABELEDITW: return BeginRenameRow(SelectedEntry());
+        case LVN_ENDLABELEDITW:
+            return EndRename(reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText);
+        case TVN_BEGINLABELEDITW:
+            return BeginRenameNode(NodeOf(reinterpret_cast<const NMTVDISPINFOW&>(header).item.hItem));
+        case TVN_ENDLABELEDITW:
+            return EndRename(reinterpret_cast<const NMTVDISPINFOW&>(header).item.pszText);
+        default: return std::nullopt;
+    }
 }
 
 void OnRenamed() {
-    constexpr int kLabelTooLong = 1283;
     const Renaming what = std::exchange(renaming, {});
     if (Rename(what)) return;
-    MessageBoxW(mainWindow.window, LanguageText(kLabelTooLong).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, LanguageText(text::kLabelTooLong).c_str(), kProductName,
                 MB_OK | MB_ICONWARNING);
 }
 

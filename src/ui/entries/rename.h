@@ -5,23 +5,18 @@
 
 #include <windows.h>
 
-#include <string>
-
-#include "ui/views/tree_rows.h"
+#include <optional>
 
 namespace verbatix {
 
 // Starts editing what is selected in the shown view. Says so in the status bar when nothing is.
 void RenameSelected();
 
-// The controls' own starts (F2, a slow second click): the result for the control, which is not to start
-// when it is not 0.
-LRESULT OnBeginRenameNode(int node);
-LRESULT OnBeginRenameRow(int position);
+// A notification of list or tree that a name begins to be edited (F2, a slow second click) or has been:
+// the answer for the control, which is not to begin when it is not 0. Nothing for other notifications.
+std::optional<LRESULT> OnRenameNotify(const NMHDR& header);
 
-// The editing has ended with that name, or with null for "not renamed". It is carried out when the control
-// is done, at WM_RENAMED.
-void OnEndRename(const wchar_t* name);
+// WM_RENAMED: the control is done, and the new name is carried out.
 void OnRenamed();
 
 }  // namespace verbatix

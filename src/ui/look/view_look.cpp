@@ -7,9 +7,6 @@
 #include "base/handle.h"
 #include "ids.h"
 #include "store/settings.h"
-#include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
-#include "ui/views/tree_view.h"
 
 namespace verbatix {
 
@@ -42,10 +39,6 @@ void ApplyViewLook(HWND dialog) {
     }
     // Only now: until then the controls draw with the one before.
     font = std::move(scaled);
-}
-
-void FocusAfterAction() {
-    SetFocus(settings.setFocus ? ShownView() : GetDlgItem(mainWindow.window, IDC_TEXT));
 }
 
 }  // namespace verbatix

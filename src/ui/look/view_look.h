@@ -9,7 +9,4 @@ namespace verbatix {
 // drawing in memory or straight to the screen. A font that cannot be made leaves the dialog's own.
 void ApplyViewLook(HWND dialog);
 
-// Where the keyboard goes after an action on an entry: into its text, or, by the option, the shown view.
-void FocusAfterAction();
-
 }  // namespace verbatix

@@ -9,6 +9,7 @@
 #include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/shell/file_dialog.h"
+#include "ui/shell/tracking_tooltip.h"
 #include "ui/state/main_window.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
@@ -16,13 +17,6 @@
 namespace verbatix {
 
 namespace {
-
-constexpr int kNothingSelected = 1062;
-constexpr int kCopiedTitle = 90;
-constexpr int kCopiedCount = 142;
-constexpr int kWrittenCount = 1308;
-constexpr int kCannotWrite = 1309;
-constexpr int kClipboardBusy = 1322;
 
 // In the tree all that stands under the selected item, in its order; in the list the selected entry.
 std::vector<int> SelectedPositions() {
@@ -43,8 +37,7 @@ void LetGoMenuKey() {
 
 void Confirm(const std::wstring& title, int what, int count) {
     LetGoMenuKey();
-    ShowTrackingTooltip(mainWindow.tooltip, mainWindow.window, title,
-                        ExportNotice(LanguageText(what), count));
+    ShowTrackingTooltip(noticeTooltip, mainWindow.window, title, ExportNotice(LanguageText(what), count));
 }
 
 void Tell(const std::wstring& text) {
@@ -71,9 +64,9 @@ bool PutOnClipboard(const std::wstring& text) {
 void CopyAsText(const std::vector<int>& positions) {
     int count = 0;
     const std::wstring text = CurrentText(positions, count);
-    if (count == 0) return Tell(LanguageText(kNothingSelected));
-    if (!PutOnClipboard(text)) return Tell(LanguageText(kClipboardBusy));
-    Confirm(LanguageText(kCopiedTitle), kCopiedCount, count);
+    if (count == 0) return Tell(LanguageText(text::kNoneSelected));
+    if (!PutOnClipboard(text)) return Tell(LanguageText(text::kClipboardBusy));
+    Confirm(LanguageText(text::kCopied), text::kEntriesCopied, count);
 }
 
 void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
@@ -81,12 +74,12 @@ void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
     const std::wstring text = CurrentText(positions, count);
     // The settings file holds more than the list.
     const bool isOurs = EqualsIgnoreCase(path, settingsPath);
-    if (!isOurs && WriteExportFile(path, text)) return Confirm(kProductName, kWrittenCount, count);
-    Tell(LanguageText(kCannotWrite) + L"\n" + path);
+    if (!isOurs && WriteExportFile(path, text)) return Confirm(kProductName, text::kEntriesWritten, count);
+    Tell(LanguageText(text::kCannotWrite) + L"\n" + path);
 }
 
 void ExportToFile(const std::vector<int>& positions) {
-    if (positions.empty()) return Tell(LanguageText(kNothingSelected));
+    if (positions.empty()) return Tell(LanguageText(text::kNoneSelected));
     const std::wstring path = AskFileToWrite(mainWindow.window, L"Verbatix_list.txt");
     if (!path.empty()) WriteTo(path, positions);
 }

@@ -7,7 +7,9 @@
 #include "store/list_exchange.h"
 #include "ui/editor/editor.h"
 #include "ui/shell/file_dialog.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
+#include "ui/views/entry_views.h"
 
 namespace verbatix {
 
@@ -15,7 +17,9 @@ static void Import(const std::wstring& path) {
     if (!SaveEdits(Warn::kAlways)) return;
     const std::size_t before = mainWindow.entries.size();
     ImportListFile(mainWindow.entries, mainWindow.listClient, path);
-    if (mainWindow.entries.size() != before) RebuildHotkeyTables(true);
+    if (mainWindow.entries.size() == before) return;
+    RebuildHotkeyTables();
+    RefreshViews(true);
 }
 
 void ImportFromFile() {
@@ -24,10 +28,9 @@ void ImportFromFile() {
 }
 
 void ImportExchangeFile() {
-    constexpr int kNoExchangeFile = 1319;
     const std::wstring path = ExchangeFilePath();
     if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) return Import(path);
-    MessageBoxW(mainWindow.window, LanguageText(kNoExchangeFile).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, LanguageText(text::kNoExchangeFile).c_str(), kProductName,
                 MB_OK | MB_ICONINFORMATION);
 }
 

@@ -1,17 +1,12 @@
 #include "ui/shell/language_menu.h"
 
 #include "base/handle.h"
-#include "base/language.h"
-#include "base/product.h"
 #include "base/text.h"
 #include "ids.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
-#include "ui/look/main_layout.h"
 #include "ui/state/main_window.h"
 #include "ui/state/program_client.h"
-#include "ui/views/list_view.h"
-#include "ui/window/menu_bar.h"
 
 namespace verbatix {
 
@@ -44,16 +39,6 @@ void ShowLanguageMenu() {
     RunLanguageCommand(chosen);
 }
 
-static void RelabelMainWindow() {
-    RelabelEditor();
-    RelabelColumns(mainWindow.list);
-    RebuildMenuBar();
-    // Captions differ in length, and a menu bar may need a second line.
-    LayOutControls(mainWindow.window);
-    RefreshListView(true);
-    RedrawWindow(mainWindow.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-}
-
 bool RunLanguageCommand(int command) {
     if (command < CMD_LANGUAGE_FIRST || command > CMD_LANGUAGE_LAST || !programClient.useLanguage)
         return false;
@@ -62,7 +47,7 @@ bool RunLanguageCommand(int command) {
     SaveEdits(Warn::kNever);
     if (!programClient.useLanguage(number)) return true;
     ChangeSetting(&Settings::language, number);
-    RelabelMainWindow();
+    SendMessageW(mainWindow.window, WM_LANGUAGE_CHANGED, 0, 0);
     return true;
 }
 

@@ -4,6 +4,8 @@
 
 namespace verbatix {
 
+TrackingTooltip noticeTooltip;
+
 // The size without the reserved field is the one that common controls of every version accept.
 static TTTOOLINFOW ToolInfo(const TrackingTooltip& tooltip) {
     TTTOOLINFOW info = {};

@@ -14,6 +14,9 @@ struct TrackingTooltip {
     std::wstring text;  // must outlive the showing
 };
 
+// The one that tells what a command has done. The message loop takes it away.
+extern TrackingTooltip noticeTooltip;
+
 // Shows the tip beside the mouse; the control is created at the first call. A tip that is up already gets
 // the new text.
 void ShowTrackingTooltip(TrackingTooltip& tooltip, HWND owner, const std::wstring& title,

@@ -8,6 +8,8 @@
 
 namespace verbatix {
 
+TrayIcon trayIcon;
+
 // Characters of the tip, terminator included, in the first version of the notification data.
 static constexpr std::size_t kTipLimit = 64;
 

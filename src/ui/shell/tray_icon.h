@@ -24,6 +24,9 @@ struct TrayIcon {
     UniqueKernelObject worker;
 };
 
+// The program's one icon, which app/ fills in at start.
+extern TrayIcon trayIcon;
+
 // Adds the icon from a worker thread, which tries again every second until the task bar takes it, so that
 // a shell that is not up yet holds nobody up. Called again (the task bar has restarted) it adds anew.
 void AddTrayIcon(TrayIcon& icon);

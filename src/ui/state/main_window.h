@@ -1,5 +1,6 @@
-// The main dialog: it owns the entry list, shows it, and is the hub to which the keyboard hook, the
-// executor and the timers bring their work. All of it happens on the thread that created it.
+// What the parts of the main window share: its controls, the list of entries and how the views show it. A
+// part changes what stands here, and tells the window what has happened by the messages of ids.h. UI thread
+// only.
 #pragma once
 
 #include <windows.h>
@@ -8,8 +9,6 @@
 #include <vector>
 
 #include "store/list_file.h"
-#include "ui/shell/tracking_tooltip.h"
-#include "ui/shell/tray_icon.h"
 
 namespace verbatix {
 
@@ -27,36 +26,19 @@ struct MainWindow {
     RECT minimumRectangle = {};
     bool maximizeWhenShown = false;  // not shown yet, and maximised when it was last seen
     ULONGLONG broughtToFrontAt = 0;  // milliseconds since the system started
-    TrackingTooltip tooltip;
-    TrayIcon tray;
 };
 
 // The one main window of the process.
 extern MainWindow mainWindow;
 
-// Creates the dialog, hidden: reads the settings and the list, fills the hotkey tables, installs the
-// keyboard hook and starts the timers. Returns the window or null.
-HWND CreateMainWindow(HINSTANCE instance);
+// A control of the dialog by its number, and the text that stands in it.
+HWND DialogControl(int control);
+std::wstring FieldText(int control);
 
-// Shows the window and brings it to the front, wherever it was hidden. The hook is installed anew unless
-// hotkeys are paused: Windows drops a slow hook without a word, and the user who comes here may have
-// come because of that.
-void ShowMainWindow();
+// Whether the user has narrowed the views.
+bool IsFiltered();
 
-// The mouse on the tray icon: the left button shows the window, the right one the icon's menu.
-void OnTrayClick(UINT mouseMessage);
-
-// Switches hotkeys off, or on again.
-void PauseHotkeys();
-
-// Keeps the window above all others, or not, by the option.
-void ApplyTopmost();
-
-// Fills the hotkey tables of the hook from the list. Returns the number of entries with text.
-int RebuildHotkeyTables(bool refreshTree);
-
-// Shows the number of entries, whether hotkeys are on, and nothing else: part 3 of the status bar is the
-// clock watch's own.
-void UpdateStatusBar();
+// The view that is shown: list or tree.
+HWND ShownView();
 
 }  // namespace verbatix

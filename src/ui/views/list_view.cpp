@@ -7,11 +7,7 @@
 #include "base/text.h"
 #include "ids.h"
 #include "store/settings.h"
-#include "ui/editor/editor.h"
-#include "ui/entries/drag_entry.h"
-#include "ui/entries/rename.h"
 #include "ui/state/main_window.h"
-#include "ui/views/tree_view.h"
 
 namespace verbatix {
 
@@ -22,7 +18,8 @@ struct Column {
     int widthPercent;  // of the list's width at the first layout
 };
 
-constexpr Column kColumns[] = {{1000, 24}, {1001, 24}, {1002, 52}};
+constexpr Column kColumns[] = {
+    {text::kHotkeyColumn, 24}, {text::kLabelColumn, 24}, {text::kTextColumn, 52}};
 
 }  // namespace
 
@@ -99,35 +96,21 @@ static void ShowSortArrow() {
     }
 }
 
-void RefreshListView(bool keepSelection) {
-    MainWindow& main = mainWindow;
-    if (!main.list) return;
-    static std::wstring filterBefore;
-    const int selected = keepSelection ? SelectedEntry() : -1;
-    ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0,
-                       settings.showTree ? -1 : settings.sortColumn, settings.sortDescending != 0};
-    if (order.filter == filterBefore) order.pinned = selected;
-    main.rows = ShownRows(main.entries, order);
-    main.entryCount = CountEntries(main.entries);
-    filterBefore = order.filter;
-    SendMessageW(main.list, LVM_SETITEMCOUNT, main.rows.size(), LVSICF_NOSCROLL);
-    SelectRow(selected < 0 ? -1 : RowOf(selected));
-    InvalidateRect(main.list, nullptr, TRUE);
+void RefreshList(int selected) {
+    const HWND list = mainWindow.list;
+    SendMessageW(list, LVM_SETITEMCOUNT, mainWindow.rows.size(), LVSICF_NOSCROLL);
+    SelectListRow(selected);
+    InvalidateRect(list, nullptr, TRUE);
     ShowSortArrow();
-    RefreshTree(SelectedEntry(), !order.filter.empty());
-    UpdateStatusBar();
-    PostMessageW(main.window, WM_SELECTION_CHANGED, 0, 0);
 }
 
-void SelectEntry(int position) {
-    if (mainWindow.entries.count(position) && RowOf(position) < 0) {
-        SetDlgItemTextW(mainWindow.window, IDC_FILTER, L"");
-        RefreshListView(true);
-    }
+bool HasListRow(int position) {
+    return RowOf(position) >= 0;
+}
+
+void ScrollToListRow(int position) {
     const int row = RowOf(position);
-    SelectRow(row);
     if (row >= 0) ListView_EnsureVisible(mainWindow.list, row, FALSE);
-    SelectInTree(position);
 }
 
 void SelectListRow(int position) {
@@ -138,39 +121,6 @@ int SelectedEntry() {
     const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
     const bool exists = row >= 0 && static_cast<std::size_t>(row) < mainWindow.rows.size();
     return exists ? mainWindow.rows[static_cast<std::size_t>(row)] : -1;
-}
-
-static std::vector<int> ShownOrder() {
-    return settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
-}
-
-void SelectFirstEntry() {
-    const std::vector<int> rows = ShownOrder();
-    if (!rows.empty()) SelectEntry(rows.front());
-}
-
-int NeighbourOf(int position) {
-    const std::vector<int> rows = ShownOrder();
-    const auto found = std::find(rows.begin(), rows.end(), position);
-    if (found == rows.end() || rows.size() == 1) return -1;
-    return found + 1 == rows.end() ? found[-1] : found[1];
-}
-
-void OnSelectionChanged() {
-    UpdateStatusBar();
-    if (SelectedEntry() == editor.position) return;
-    if (!SaveEdits(Warn::kAlways)) return SelectEntry(editor.position);
-    ShowInEditor(SelectedEntry());
-}
-
-static void SortByColumn(int column) {
-    int sortColumn = settings.sortColumn;
-    int descending = settings.sortDescending;
-    ClickColumn(column, sortColumn, descending);
-    // With a large list a write takes longer than the sorting.
-    if (sortColumn != settings.sortColumn) ChangeSetting(&Settings::sortColumn, sortColumn);
-    if (descending != settings.sortDescending) ChangeSetting(&Settings::sortDescending, descending);
-    RefreshListView(true);
 }
 
 static void FillCell(NMLVDISPINFOW& request) {
@@ -184,7 +134,7 @@ static void FillCell(NMLVDISPINFOW& request) {
     CopyText(item.pszText, capacity, capacity, text);
 }
 
-LRESULT OnListNotify(const NMHDR& header) {
+void OnListNotify(const NMHDR& header) {
     switch (header.code) {
         case LVN_GETDISPINFOW:
             FillCell(*reinterpret_cast<NMLVDISPINFOW*>(const_cast<NMHDR*>(&header)));
@@ -192,14 +142,8 @@ LRESULT OnListNotify(const NMHDR& header) {
         // Later, when the control is done with the click: the old row is unselected before the new one is
         // selected, and a message box must not come up in between.
         case LVN_ITEMCHANGED: PostMessageW(mainWindow.window, WM_SELECTION_CHANGED, 0, 0); break;
-        case LVN_BEGINLABELEDITW: return OnBeginRenameRow(SelectedEntry());
-        case LVN_ENDLABELEDITW:
-            return OnEndRename(reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText), FALSE;
-        case LVN_BEGINDRAG: BeginDrag(SelectedEntry()); break;
-        case LVN_COLUMNCLICK: SortByColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem); break;
         default: break;
     }
-    return 0;
 }
 
 }  // namespace verbatix

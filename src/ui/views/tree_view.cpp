@@ -1,15 +1,11 @@
 #include "ui/views/tree_view.h"
 
-#include <algorithm>
 #include <optional>
 #include <set>
 #include <utility>
 
 #include "base/text.h"
-#include "ids.h"
 #include "store/settings.h"
-#include "ui/entries/drag_entry.h"
-#include "ui/entries/rename.h"
 #include "ui/state/main_window.h"
 #include "ui/views/list_view.h"
 
@@ -82,16 +78,6 @@ void Open(int index, const Wanted& wanted) {
 bool StandsOpen(const TreeNode& node) {
     if (view.filtered && mainWindow.rows.size() <= kFewEntries) return true;
     return view.open.count(OpenKey(node)) != 0;
-}
-
-int NodeOf(HTREEITEM item) {
-    if (!item) return -1;
-    TVITEMW info = {};
-    info.mask = TVIF_PARAM;
-    info.hItem = item;
-    if (!SendMessageW(mainWindow.tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&info))) return -1;
-    const auto index = static_cast<std::size_t>(info.lParam);
-    return index < view.tree.nodes.size() ? static_cast<int>(index) : -1;
 }
 
 std::optional<TreeNode> CopyOf(HTREEITEM item) {
@@ -184,21 +170,14 @@ const EntryTree& ShownTree() {
     return view.tree;
 }
 
-HWND ShownView() {
-    return settings.showTree ? mainWindow.tree : mainWindow.list;
-}
-
-void ShowChosenView() {
-    const HWND shown = ShownView();
-    const HWND other = shown == mainWindow.tree ? mainWindow.list : mainWindow.tree;
-    const bool hasKeyboard = GetFocus() == other;
-    ShowWindow(shown, SW_SHOW);
-    if (hasKeyboard) SetFocus(shown);
-    ShowWindow(other, SW_HIDE);
-    // Captions without size: they are there for the access key, which a hidden one would not have.
-    const bool isTree = shown == mainWindow.tree;
-    ShowWindow(GetDlgItem(mainWindow.window, IDC_TREE_CAPTION), isTree ? SW_SHOW : SW_HIDE);
-    ShowWindow(GetDlgItem(mainWindow.window, IDC_LIST_CAPTION), isTree ? SW_HIDE : SW_SHOW);
+int NodeOf(HTREEITEM item) {
+    if (!item) return -1;
+    TVITEMW info = {};
+    info.mask = TVIF_PARAM;
+    info.hItem = item;
+    if (!SendMessageW(mainWindow.tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&info))) return -1;
+    const auto index = static_cast<std::size_t>(info.lParam);
+    return index < view.tree.nodes.size() ? static_cast<int>(index) : -1;
 }
 
 void RefreshTree(int selected, bool filtered) {
@@ -301,28 +280,18 @@ void CollapseAll() {
     OpenAgain();
 }
 
-LRESULT OnTreeNotify(const NMHDR& header) {
+void OnTreeNotify(const NMHDR& header) {
     // The message came with a pointer to a larger structure, which some answers change.
     NMHDR* const change = const_cast<NMHDR*>(&header);
     switch (header.code) {
-        case TVN_GETDISPINFOW: return GiveName(*reinterpret_cast<NMTVDISPINFOW*>(change)), 0;
+        case TVN_GETDISPINFOW: return GiveName(*reinterpret_cast<NMTVDISPINFOW*>(change));
         case TVN_ITEMEXPANDINGW: {
             const int node = NodeOf(reinterpret_cast<const NMTREEVIEWW*>(change)->itemNew.hItem);
-            if (node > 0) MakeChildren(node);
-            return 0;
+            return node > 0 ? MakeChildren(node) : void();
         }
-        case TVN_ITEMEXPANDEDW: return RememberOpen(*reinterpret_cast<const NMTREEVIEWW*>(change)), 0;
-        case TVN_SELCHANGEDW: return FollowSelection(), 0;
-        case TVN_BEGINLABELEDITW:
-            return OnBeginRenameNode(NodeOf(reinterpret_cast<const NMTVDISPINFOW*>(change)->item.hItem));
-        case TVN_ENDLABELEDITW:
-            return OnEndRename(reinterpret_cast<const NMTVDISPINFOW*>(change)->item.pszText), FALSE;
-        case TVN_BEGINDRAGW: {
-            const int node = NodeOf(reinterpret_cast<const NMTREEVIEWW*>(change)->itemNew.hItem);
-            if (node > 0) BeginDrag(Node(node).position);
-            return 0;
-        }
-        default: return 0;
+        case TVN_ITEMEXPANDEDW: return RememberOpen(*reinterpret_cast<const NMTREEVIEWW*>(change));
+        case TVN_SELCHANGEDW: return FollowSelection();
+        default: return;
     }
 }
 

@@ -14,12 +14,6 @@ namespace verbatix {
 // What the control shows; empty while the list is shown.
 const EntryTree& ShownTree();
 
-// The view that is shown: list or tree.
-HWND ShownView();
-
-// Shows the tree or the list, as the option says. The keyboard stays in the view.
-void ShowChosenView();
-
 // Builds the tree of `mainWindow.rows` anew and selects that entry; for -1 the hotkey or group that was
 // selected stays so. What was open stays open; while a filter narrows the tree, all of it is.
 void RefreshTree(int selected, bool filtered);
@@ -36,8 +30,9 @@ int SelectedNode();
 int NodeAt(POINT place, RECT& item);
 // Rectangle of an item, or of its name alone, in the client area; false when it is not in sight.
 bool NodeRectangle(HTREEITEM node, bool nameOnly, RECT& item);
-// Item of a node; null when it has none yet.
+// Item of a node; null when it has none yet. And the node of an item; -1 when there is none.
 HTREEITEM ItemOf(int node);
+int NodeOf(HTREEITEM item);
 
 // A group has a new path: what was open in it stays open under its new name at the next refresh.
 void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath);
@@ -45,7 +40,7 @@ void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath);
 void ExpandAll();
 void CollapseAll();
 
-// Answers the control's notifications.
-LRESULT OnTreeNotify(const NMHDR& header);
+// Answers the control's notifications about what it shows.
+void OnTreeNotify(const NMHDR& header);
 
 }  // namespace verbatix

@@ -15,7 +15,9 @@
 #include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/look/window_place.h"
+#include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
+#include "ui/window/showing.h"
 
 namespace verbatix {
 
@@ -26,14 +28,14 @@ static constexpr const wchar_t* kUnsavedTextKey = L"unsaved_text";
 static void HideBehindIcon() {
     SaveEdits(Warn::kAlways);
     ShowWindow(mainWindow.window, SW_HIDE);
-    if (!mainWindow.tray.wanted) AddTrayIcon(mainWindow.tray);
+    if (!trayIcon.wanted) AddTrayIcon(trayIcon);
 }
 
 void HideMainWindow() {
     if (!settings.hideInfo) {
         ChangeSetting(&Settings::hideInfo, 1);
-        MessageBoxW(mainWindow.window, LanguageText(52).c_str(), LanguageText(51).c_str(),
-                    MB_OK | MB_ICONINFORMATION);
+        MessageBoxW(mainWindow.window, LanguageText(text::kStillRunning).c_str(),
+                    LanguageText(text::kStillRunningTitle).c_str(), MB_OK | MB_ICONINFORMATION);
     }
     HideBehindIcon();
 }
@@ -65,11 +67,10 @@ void MinimizeMainWindow() {
 }
 
 bool SaveForExit() {
-    constexpr int kLoseChanges = 1314;
     if (!SaveAll(Warn::kAlways)) return ShowMainWindow(), false;
     RememberWindowPlace(mainWindow.window);
     return !HasUnsaved(mainWindow.entries) ||
-           MessageBoxW(mainWindow.window, LanguageText(kLoseChanges).c_str(), kProductName,
+           MessageBoxW(mainWindow.window, LanguageText(text::kAskLoseChanges).c_str(), kProductName,
                        MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
 }
 
@@ -109,11 +110,10 @@ void SaveWithoutAsking() {
 }
 
 void TellOfUnsavedText() {
-    constexpr int kKeptInFile = 1317;
     const std::wstring path = ReadProgramText(kUnsavedTextKey, MAX_PATH);
     if (path.empty()) return;
     WriteProgramText(kUnsavedTextKey, L"");
-    MessageBoxW(mainWindow.window, FillIn(LanguageText(kKeptInFile), {path}).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(text::kKeptInFile), {path}).c_str(), kProductName,
                 MB_OK | MB_ICONINFORMATION);
 }
 

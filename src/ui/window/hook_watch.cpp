@@ -1,32 +1,20 @@
 #include "ui/window/hook_watch.h"
 
-#include <commctrl.h>
 #include <wtsapi32.h>
 
-#include "base/handle.h"
-#include "base/language.h"
+#include <string>
+#include <utility>
+
 #include "base/product.h"
 #include "base/system_library.h"
-#include "base/text.h"
 #include "hotkeys/hook_upkeep.h"
 #include "hotkeys/integrity.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ui/shell/tray_icon.h"
-#include "ui/state/main_window.h"
+#include "ui/state/hotkey_state.h"
+#include "ui/state/status_bar.h"
 
 namespace verbatix {
-
-namespace {
-
-struct HookWatch {
-    HWND front = nullptr;
-    bool frontIsOutOfReach = false;
-    unsigned restored = 0;  // times that the hook was found gone
-};
-
-HookWatch watch;
-
-}  // namespace
 
 // Looked up, like every library that not each Windows must have.
 static void AskForSessionChanges(HWND window) {
@@ -47,14 +35,14 @@ void StartHookWatch(HWND window) {
 
 void RenewHook() {
     InstallKeyboardHookUnlessOff();
-    ShowHookState();
+    UpdateStatusBar();
 }
 
 void OnRawKey() {
-    const bool isWatched = keyboardHook.handle && !watch.frontIsOutOfReach;
+    const bool isWatched = keyboardHook.handle && !hotkeyState.frontIsOutOfReach;
     const auto time = static_cast<DWORD>(GetMessageTime());
     if (!isWatched || !HookWasPassedBy(time, keyboardHook.lastEventAt)) return;
-    ++watch.restored;
+    ++hotkeyState.restored;
     RenewHook();
 }
 
@@ -75,35 +63,15 @@ void OnPowerChange(WPARAM change) {
 }
 
 void WatchForeground() {
+    static HWND lastInFront = nullptr;
     const HWND front = GetForegroundWindow();
-    if (front != watch.front) {
-        watch.front = front;
-        const bool before = std::exchange(watch.frontIsOutOfReach, KeepsKeysFromUs(front));
-        if (watch.frontIsOutOfReach) keyboardHook.trigger.claims.Clear();
-        if (watch.frontIsOutOfReach != before) ShowHookState();
+    if (std::exchange(lastInFront, front) != front) {
+        const bool isOutOfReach = KeepsKeysFromUs(front);
+        if (isOutOfReach) keyboardHook.trigger.claims.Clear();
+        if (std::exchange(hotkeyState.frontIsOutOfReach, isOutOfReach) != isOutOfReach) UpdateStatusBar();
     }
-    RefreshTrayTip(mainWindow.tray);
-}
-
-static std::wstring HookState() {
-    constexpr int kActive = 1058;
-    constexpr int kPaused = 1059;
-    constexpr int kRefused = 1060;
-    constexpr int kRestored = 1370;
-    constexpr int kOutOfReach = 1371;
-    if (keyboardHook.off) return LanguageText(kPaused);
-    if (!keyboardHook.handle) return LanguageText(kRefused);
-    if (watch.frontIsOutOfReach) return LanguageText(kOutOfReach);
-    if (watch.restored == 0) return LanguageText(kActive);
-    return FillIn(LanguageText(kRestored), {std::to_wstring(watch.restored)});
-}
-
-void ShowHookState() {
-    constexpr WPARAM kHookPart = 1;
-    const std::wstring state = HookState();
-    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, kHookPart, reinterpret_cast<LPARAM>(state.c_str()));
-    mainWindow.tray.tip = std::wstring(kProductName) + L"\n" + state;
-    RefreshTrayTip(mainWindow.tray);
+    trayIcon.tip = std::wstring(kProductName) + L"\n" + HotkeyStateText();
+    RefreshTrayTip(trayIcon);
 }
 
 }  // namespace verbatix

@@ -6,8 +6,6 @@
 
 #include <windows.h>
 
-#include <string>
-
 namespace verbatix {
 
 // Starts the watch for the main window: asks for raw input of the keyboard and for changes of the session.
@@ -22,10 +20,7 @@ void OnRawKey();
 void OnSessionChange(WPARAM change);
 void OnPowerChange(WPARAM change);
 
-// Looks which program is in front; ten times a second.
+// Ten times a second: looks which program is in front, and tells the tray icon.
 void WatchForeground();
-
-// Shows the state of the hotkeys in the status bar and in the icon's tip.
-void ShowHookState();
 
 }  // namespace verbatix

@@ -1,12 +1,9 @@
-#include "ui/state/main_window.h"
+#include "ui/window/main_procedure.h"
 
 #include <commctrl.h>
 
-#include <string>
+#include <optional>
 
-#include "base/language.h"
-#include "base/text.h"
-#include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "paste/executor.h"
@@ -23,34 +20,24 @@
 #include "ui/look/main_layout.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
+#include "ui/state/keep_entries.h"
+#include "ui/state/main_window.h"
+#include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
-#include "ui/views/tree_view.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
 #include "ui/window/hook_watch.h"
 #include "ui/window/menu_bar.h"
 #include "ui/window/paste_commands.h"
+#include "ui/window/showing.h"
 #include "ui/window/timers.h"
 
 namespace verbatix {
-
-MainWindow mainWindow;
 
 static void CreateStatusBar(HWND dialog) {
     mainWindow.statusBar =
         CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
                         dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
-}
-
-void UpdateStatusBar() {
-    SendMessageW(mainWindow.statusBar, SB_SIMPLE, FALSE, 0);
-    const std::wstring total = std::to_wstring(mainWindow.entryCount);
-    const bool filtered = GetWindowTextLengthW(GetDlgItem(mainWindow.window, IDC_FILTER)) > 0;
-    const std::wstring count =
-        filtered ? FillIn(LanguageText(1057), {std::to_wstring(mainWindow.rows.size()), total})
-                 : FillIn(LanguageText(1056), {total});
-    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
-    ShowHookState();
 }
 
 // F2 renames the selected entry while the user is in the list or tree and not in the middle of renaming
@@ -62,26 +49,9 @@ static bool WantsRename() {
            !SendMessageW(view, whetherRenaming, 0, 0);
 }
 
-int RebuildHotkeyTables(bool refreshTree) {
-    HotkeyTables& tables = keyboardHook.tables;
-    ClearHotkeys(tables);
-    int count = 0;
-    for (const auto& [position, slot] : mainWindow.entries) {
-        const ListEntry& entry = slot.current;
-        if (AddHotkey(tables, entry.keyCode, entry.modifier, entry.text)) ++count;
-    }
-    if (refreshTree) RefreshListView(true);
-    return count;
-}
-
-void ApplyTopmost() {
-    SetWindowPos(mainWindow.window, settings.topmost > 0 ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-}
-
 static void StartHotkeys(HWND dialog) {
     keyboardHook.disabled = LoadDisabledHotkeys();
-    RebuildHotkeyTables(false);
+    RebuildHotkeyTables();
     executorClient.mainWindow = dialog;
     keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename, FitsInsideHook};
     StartHookUpkeep();
@@ -107,7 +77,7 @@ static void OnInitDialog(HWND dialog) {
     ApplyViewLook(dialog);
     ShowChosenView();
     mainWindow.listClient.window = dialog;
-    mainWindow.listClient.refreshViews = RefreshListView;
+    mainWindow.listClient.refreshViews = RefreshViews;
     mainWindow.listClient.collectEdits = [] { TakeEditsOver(Warn::kNever); };
     mainWindow.listClient.classifyEntry = [](const wchar_t* text) {
         return static_cast<int>(ParseCommand(text).kind);
@@ -122,7 +92,7 @@ static void OnInitDialog(HWND dialog) {
     LayOutControls(dialog);
     LayOutColumns(mainWindow.list);
     ApplyTheme(dialog);
-    RefreshListView(false);
+    RefreshViews(false);
     // Later: a box in the middle of the start would hold up the rest of it.
     PostMessageW(dialog, WM_COMMAND, CMD_UNSAVED_TEXT, 0);
     // Somebody who opens the window for the first time sees what an entry is made of.
@@ -130,10 +100,23 @@ static void OnInitDialog(HWND dialog) {
 }
 
 static LRESULT OnNotify(const NMHDR& header) {
-    const bool fromList = header.hwndFrom == mainWindow.list;
-    if (!fromList && header.hwndFrom != mainWindow.tree) return 0;
-    if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(GetDlgItem(mainWindow.window, IDC_TEXT));
-    return fromList ? OnListNotify(header) : OnTreeNotify(header);
+    if (header.hwndFrom != mainWindow.list && header.hwndFrom != mainWindow.tree) return 0;
+    if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(DialogControl(IDC_TEXT));
+    if (const std::optional<LRESULT> answer = OnRenameNotify(header)) return *answer;
+    OnDragNotify(header);
+    OnViewNotify(header);
+    return 0;
+}
+
+// The parts whose texts stand in the window, each anew.
+static void OnLanguageChanged() {
+    RelabelEditor();
+    RelabelColumns(mainWindow.list);
+    RebuildMenuBar();
+    // Captions differ in length, and a menu bar may need a second line.
+    LayOutControls(mainWindow.window);
+    RefreshViews(true);
+    RedrawWindow(mainWindow.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 // The Alt press that brings the window to the front arrives in its queue, where it would open the menu bar.
@@ -184,6 +167,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_CONTEXTMENU: return OnContextMenu(reinterpret_cast<HWND>(wParam), lParam);
         case WM_RENAMED: return OnRenamed(), TRUE;
         case WM_SELECTION_CHANGED: return OnSelectionChanged(), TRUE;
+        case WM_LANGUAGE_CHANGED: return OnLanguageChanged(), TRUE;
         // Asked and told: whichever comes first, nothing may be waiting for a timer then. No question: the
         // session does not wait for an answer.
         case WM_QUERYENDSESSION:
@@ -210,19 +194,6 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
 
 HWND CreateMainWindow(HINSTANCE instance) {
     return CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainProcedure, 0);
-}
-
-void ShowMainWindow() {
-    if (!mainWindow.window) return;
-    if (!IsWindowVisible(mainWindow.window)) InstallKeyboardHookUnlessOff();
-    UpdateStatusBar();
-    // Minimised all the same, by the task bar's "show desktop" for one, it would come up as a button.
-    ShowWindow(mainWindow.window, IsIconic(mainWindow.window) ? SW_RESTORE : SW_SHOW);
-    mainWindow.broughtToFrontAt = GetTickCount64();
-    // Behind a question of its own it could not be used.
-    const bool isEnabled = IsWindowEnabled(mainWindow.window) != FALSE;
-    BringToFront(isEnabled ? mainWindow.window : GetLastActivePopup(mainWindow.window));
-    if (isEnabled && settings.setFocus) SetFocus(ShownView());
 }
 
 }  // namespace verbatix

@@ -5,6 +5,10 @@
 
 namespace verbatix {
 
+// What a command of the menu bar carries as lParam. The bar's numbers overlap with those of the main table;
+// the marker keeps them apart.
+inline constexpr LPARAM kMenuBarMarker = 0xAFFE0000;
+
 // Builds the bar in the active language. Its choices arrive as WM_MENUCOMMAND, so that they can be told
 // from commands with the same number.
 HMENU CreateMenuBar();

@@ -10,7 +10,8 @@
 #include "paste/executor.h"
 #include "store/settings.h"
 #include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
+#include "ui/views/entry_views.h"
+#include "ui/window/showing.h"
 
 namespace verbatix {
 
@@ -47,8 +48,7 @@ static void EditFromMenu(int position) {
 }
 
 static void ExplainTakenWinKey() {
-    constexpr int kWinKeyMayNotArrive = 1075;
-    ShowBoxInFront(mainWindow.window, LanguageText(kWinKeyMayNotArrive), kProductName,
+    ShowBoxInFront(mainWindow.window, LanguageText(text::kWinKeyMayNotArrive), kProductName,
                    MB_OK | MB_ICONINFORMATION);
 }
 

@@ -1,31 +1,38 @@
-// What the mouse does on the tray icon.
+#include "ui/window/tray_menu.h"
+
 #include "base/handle.h"
 #include "base/language.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "ui/entries/entry_commands.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
 #include "ui/window/menu_bar.h"
+#include "ui/window/showing.h"
 
 namespace verbatix {
 
 static UniqueMenu CreateTrayMenu() {
-    constexpr int kNewEntry = 1318;
-    constexpr int kOptions = 1011;
     UniqueMenu menu(CreatePopupMenu());
-    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_SHOW, LanguageText(1010).c_str());
-    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_NEW, LanguageText(kNewEntry).c_str());
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_SHOW, LanguageText(text::kShowVerbatix).c_str());
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_NEW, LanguageText(text::kTrayNewEntry).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu.Get(), MF_STRING | (keyboardHook.off ? MF_CHECKED : 0), CMD_TRAY_PAUSE,
-                LanguageText(25).c_str());
+                LanguageText(text::kPauseHotkeys).c_str());
     AppendMenuW(menu.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(CreateOptionsMenu()),
-                LanguageText(kOptions).c_str());
+                LanguageText(text::kTrayOptions).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
-    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(1012).c_str());
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(text::kTrayExit).c_str());
     SetMenuDefaultItem(menu.Get(), CMD_TRAY_SHOW, FALSE);
     return menu;
+}
+
+// Off, or on again.
+static void PauseHotkeys() {
+    ToggleKeyboardHook();
+    UpdateStatusBar();
 }
 
 static void RunTrayCommand(int command) {
@@ -66,11 +73,6 @@ static void ShowTrayMenu() {
         TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, owner, nullptr);
     PostMessageW(owner, WM_NULL, 0, 0);
     RunTrayCommand(chosen);
-}
-
-void PauseHotkeys() {
-    ToggleKeyboardHook();
-    UpdateStatusBar();
 }
 
 void OnTrayClick(UINT mouseMessage) {

@@ -5,6 +5,7 @@
 #include "base/language.h"
 #include "paste/selection_target.h"
 #include "paste/steps/expansion.h"
+#include "paste/text/generated_texts.h"
 
 namespace verbatix {
 namespace {

@@ -16,7 +16,10 @@
 #include "support/message_thread.h"
 #include "support/program_run.h"
 #include "support/wait.h"
+#include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
+#include "ui/window/main_procedure.h"
 
 namespace verbatix::test {
 namespace {
@@ -46,7 +49,7 @@ class HookWatchTest : public ::testing::Test {
         wchar_t text[200] = {};
         thread.Run(
             [&] { SendMessageW(mainWindow.statusBar, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(text)); });
-        EXPECT_EQ(mainWindow.tray.tip, std::wstring(L"Verbatix\n") + text);
+        EXPECT_TRUE(WaitFor([&] { return trayIcon.tip == std::wstring(L"Verbatix\n") + text; }));
         return text;
     }
 
@@ -80,7 +83,7 @@ TEST_F(HookWatchTest, ADroppedHookIsBackInTimeForTheHotkey) {
     play();
     thread.Run(ToggleKeyboardHook);
     play();
-    thread.Run(ShowHookState);
+    thread.Run(UpdateStatusBar);
     EXPECT_EQ(State(), L"paused");
     EXPECT_EQ(keyboardHook.installCount, installs);
     thread.Run(ToggleKeyboardHook);
@@ -103,7 +106,7 @@ TEST_F(HookWatchTest, TheHookIsInstalledAnewAfterAnAbsence) {
     }
     thread.Run([] {
         RemoveKeyboardHook();
-        ShowHookState();
+        UpdateStatusBar();
     });
     EXPECT_EQ(State(), L"refused");
 }

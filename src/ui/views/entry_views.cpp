@@ -1,0 +1,104 @@
+#include "ui/views/entry_views.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "ids.h"
+#include "store/settings.h"
+#include "ui/editor/editor.h"
+#include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
+#include "ui/views/list_rows.h"
+#include "ui/views/list_view.h"
+#include "ui/views/tree_view.h"
+
+namespace verbatix {
+
+void ShowChosenView() {
+    const HWND shown = ShownView();
+    const HWND other = shown == mainWindow.tree ? mainWindow.list : mainWindow.tree;
+    const bool hasKeyboard = GetFocus() == other;
+    ShowWindow(shown, SW_SHOW);
+    if (hasKeyboard) SetFocus(shown);
+    ShowWindow(other, SW_HIDE);
+    // Captions without size: they are there for the access key, which a hidden one would not have.
+    const bool isTree = shown == mainWindow.tree;
+    ShowWindow(DialogControl(IDC_TREE_CAPTION), isTree ? SW_SHOW : SW_HIDE);
+    ShowWindow(DialogControl(IDC_LIST_CAPTION), isTree ? SW_HIDE : SW_SHOW);
+}
+
+void RefreshViews(bool keepSelection) {
+    MainWindow& main = mainWindow;
+    if (!main.list) return;
+    static std::wstring filterBefore;
+    const int selected = keepSelection ? SelectedEntry() : -1;
+    ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0,
+                       settings.showTree ? -1 : settings.sortColumn, settings.sortDescending != 0};
+    if (order.filter == filterBefore) order.pinned = selected;
+    main.rows = ShownRows(main.entries, order);
+    main.entryCount = CountEntries(main.entries);
+    filterBefore = order.filter;
+    RefreshList(selected);
+    RefreshTree(SelectedEntry(), !order.filter.empty());
+    UpdateStatusBar();
+    PostMessageW(main.window, WM_SELECTION_CHANGED, 0, 0);
+}
+
+void SelectEntry(int position) {
+    if (mainWindow.entries.count(position) && !HasListRow(position)) {
+        SetDlgItemTextW(mainWindow.window, IDC_FILTER, L"");
+        RefreshViews(true);
+    }
+    SelectListRow(position);
+    ScrollToListRow(position);
+    SelectInTree(position);
+}
+
+static std::vector<int> ShownOrder() {
+    return settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
+}
+
+void SelectFirstEntry() {
+    const std::vector<int> rows = ShownOrder();
+    if (!rows.empty()) SelectEntry(rows.front());
+}
+
+int NeighbourOf(int position) {
+    const std::vector<int> rows = ShownOrder();
+    const auto found = std::find(rows.begin(), rows.end(), position);
+    if (found == rows.end() || rows.size() == 1) return -1;
+    return found + 1 == rows.end() ? found[-1] : found[1];
+}
+
+void OnSelectionChanged() {
+    UpdateStatusBar();
+    if (SelectedEntry() == editor.position) return;
+    if (!SaveEdits(Warn::kAlways)) return SelectEntry(editor.position);
+    ShowInEditor(SelectedEntry());
+}
+
+void OnFilterChanged() {
+    SaveEdits(Warn::kOnce);
+    RefreshViews(true);
+}
+
+static void SortByColumn(int column) {
+    int sortColumn = settings.sortColumn;
+    int descending = settings.sortDescending;
+    ClickColumn(column, sortColumn, descending);
+    // With a large list a write takes longer than the sorting.
+    if (sortColumn != settings.sortColumn) ChangeSetting(&Settings::sortColumn, sortColumn);
+    if (descending != settings.sortDescending) ChangeSetting(&Settings::sortDescending, descending);
+    RefreshViews(true);
+}
+
+void OnViewNotify(const NMHDR& header) {
+    if (header.hwndFrom == mainWindow.tree) return OnTreeNotify(header);
+    if (header.code != LVN_COLUMNCLICK) return OnListNotify(header);
+    SortByColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
+}
+
+}  // namespace verbatix

@@ -1,0 +1,37 @@
+// List and tree together: which entries they show, and the one that is selected in both. The editor follows
+// the selection. UI thread only.
+#pragma once
+
+#include <windows.h>
+
+namespace verbatix {
+
+// Shows the tree or the list, as the option says. The keyboard stays in the view.
+void ShowChosenView();
+
+// Collects the entries to show, by filter and order, and makes list and tree show them. With
+// `keepSelection` the selected entry stays selected, and shown as long as the filter has not changed;
+// otherwise none is.
+void RefreshViews(bool keepSelection);
+
+// Selects the entry at that position and scrolls it into sight; a filter that hides it is taken away. One
+// that does not exist selects nothing.
+void SelectEntry(int position);
+
+// Selects the entry that stands first in the shown view, if there is one.
+void SelectFirstEntry();
+
+// The entry below, else above, that one in the shown view; -1 when there is none.
+int NeighbourOf(int position);
+
+// WM_SELECTION_CHANGED: the editor follows the selection. A text that is too long keeps the selection where
+// it is.
+void OnSelectionChanged();
+
+// The user has changed the filter: what is typed in the editor is kept, and the views follow.
+void OnFilterChanged();
+
+// A notification of either view about what it shows.
+void OnViewNotify(const NMHDR& header);
+
+}  // namespace verbatix
