@@ -134,6 +134,8 @@
 #define CMD_PASTE_SLOT 32796
 #define CMD_SAVE_SLOT 32797
 #define CMD_SHOW_PASTE_MENU 32798
+#define CMD_RUN_ENTRY 40020
+#define CMD_REINSTALL_HOOK 40021
 
 // What the parts of the main window tell it, named after what has happened
 #define WM_SELECTION_CHANGED (0x8000 + 0x65)  // posted: another entry, or none, is selected

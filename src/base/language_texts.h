@@ -288,6 +288,14 @@ enum : int {
     kMisreadLines = 1370,
     kWriteProtected = 1371,
     kNoSettingsFile = 1372,
+
+    // State of the hotkeys, notices at the caret
+    kHotkeysRestored = 1380,
+    kHotkeysOutOfReach = 1381,
+    kTextIsOnClipboard = 1382,
+    kPlaceHasClosed = 1383,
+    kMenuNotInFront = 1384,
+    kNothingDone = 1385,
 };
 
 }  // namespace verbatix::text

@@ -5,6 +5,7 @@
 #include "base/debug.h"
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 
 namespace verbatix {
 
@@ -32,12 +33,13 @@ void SaveSlot(wchar_t character) {
 
 void CopySlot(wchar_t character, bool restoreOldClipboard) {
     const int slot = SlotIndexFromChar(character);
+    if (!MaySendStroke()) return;
     if (restoreOldClipboard) {
         KeepPreviousClipboard();
-        Sleep(kAnswerTime);
+        Pause(kAnswerTime);
     }
     SendCopy();
-    Sleep(kAnswerTime);
+    Pause(kAnswerTime);
     SaveClipboard(clipboardSlots[slot]);
     DebugLine(L"Copy: %d slot: %d\n", clipboardSlots[slot].Count(), slot);
     if (restoreOldClipboard) GiveBackPreviousClipboard();
@@ -54,10 +56,10 @@ void PasteSlots(std::wstring_view digits) {
     bool first = true;
     for (const wchar_t character : digits) {
         if (!NamesSlot(character)) continue;
-        if (!first) Sleep(kBetweenPastes);
+        if (!first) Pause(kBetweenPastes);
         first = false;
         RestoreClipboard(clipboardSlots[SlotIndexFromChar(character)]);
-        SendPaste(kBeforePaste);
+        if (!SendPaste(kBeforePaste)) return;
     }
 }
 

@@ -13,6 +13,11 @@ bool ClockJumped(ClockWatch& watch, long long seconds) {
     return true;
 }
 
+bool HookWasPassedBy(DWORD keyTime, DWORD hookTime) {
+    constexpr LONG kLate = 500;
+    return static_cast<LONG>(keyTime - hookTime) > kLate;
+}
+
 std::wstring HookStatusText(unsigned jumps, unsigned installs) {
     return Format(L"R:%d (%d)", jumps, installs);
 }

@@ -21,21 +21,51 @@ int ModifierCodeOf(unsigned stateWord) {
     }
 }
 
-KeyDecision DecideKey(const KBDLLHOOKSTRUCT& event, const HotkeyTables& tables,
-                      const DisabledHotkeys& disabled, const TriggerState& state,
-                      unsigned (*readStateWord)(), ULONGLONG now) {
-    if (event.dwExtraInfo == kSyntheticInputTag) return {};
-    KeyDecision decision;
-    if (state.pendingRelease >= 0) decision.action = KeyAction::PassAfterRelease;
+void ClaimedKeys::Claim(DWORD key, ULONGLONG now) {
+    claimed_.set(key);
+    repeating_.set(key);
+    seenAt_[key] = now;
+}
 
+bool ClaimedKeys::Takes(DWORD key, bool up, ULONGLONG now) {
+    if (key >= kKeyCount || !claimed_[key]) return false;
+    const bool takes = up || (repeating_[key] && now - seenAt_[key] <= kLongestRepeatMilliseconds);
+    claimed_.set(key, takes && !up);
+    seenAt_[key] = now;
+    return takes;
+}
+
+void ClaimedKeys::OnBlindTime(ULONGLONG now) {
+    if (claimed_.any()) seenAt_.fill(now);
+}
+
+static bool IsModifier(DWORD key) {
+    return (key >= VK_SHIFT && key <= VK_MENU) || (key >= VK_LSHIFT && key <= VK_RMENU) || key == VK_LWIN ||
+           key == VK_RWIN;
+}
+
+KeyDecision DecideKey(const KBDLLHOOKSTRUCT& event, const HotkeyTables& tables,
+                      const DisabledHotkeys& disabled, TriggerState& state, const KeyStateReader& keys,
+                      ULONGLONG now) {
+    if (event.dwExtraInfo == kSyntheticInputTag) return {};
     const DWORD key = event.vkCode;
-    if (key >= kKeyCount || tables.anyModifier[key] == 0) return decision;
-    const int code = ModifierCodeOf(readStateWord());
+    const bool up = (event.flags & LLKHF_UP) != 0;
+    if (!up && IsModifier(key)) state.claims.OnModifierPressed();
+    const bool release = state.pendingRelease >= 0;
+    if (state.claims.Takes(key, up, now)) {
+        return {release ? KeyAction::SwallowAfterRelease : KeyAction::Swallow};
+    }
+    KeyDecision decision;
+    if (release) decision.action = KeyAction::PassAfterRelease;
+
+    if (up || key >= kKeyCount || tables.anyModifier[key] == 0) return decision;
+    const int code = ModifierCodeOf(keys.stateWord());
     if (code < 0) return decision;
     const unsigned modifier = static_cast<unsigned>(code);
     const std::wstring& text = tables.texts[modifier][key];
-    if (text.empty()) return decision;
+    if (text.empty() || keys.isDown(key)) return decision;
 
+    state.claims.Claim(key, now);
     if (IsHotkeyDisabled(disabled, modifier, key)) return {KeyAction::Swallow};
     if (state.lastTrigger && now - *state.lastTrigger < kRepeatGuardMilliseconds) {
         return {KeyAction::Swallow};

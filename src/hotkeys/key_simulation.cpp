@@ -1,5 +1,7 @@
 #include "hotkeys/key_simulation.h"
 
+#include "hotkeys/pause.h"
+
 namespace verbatix {
 
 std::vector<KeyStroke> ReleaseStrokes(const HeldKeys& held) {
@@ -30,31 +32,135 @@ void ReleaseHeldModifiers(HeldKeys& held) {
     for (const KeyStroke stroke : ReleaseStrokes(held)) SendTagged(stroke);
 }
 
-void PressKey(BYTE key) {
-    HeldKeys held;
-    ReleaseHeldModifiers(held);
-    SendTagged({key, 0});
-    SendTagged({key, KEYEVENTF_KEYUP});
+namespace {
+
+// More than a person types while a stroke is sent; what goes beyond is let through.
+struct HeldBack {
+    bool playing = false;
+    std::array<KBDLLHOOKSTRUCT, 32> events;
+    std::size_t count = 0;
+};
+
+HeldBack heldBack;
+
+}  // namespace
+
+bool IsHeldBack(const KBDLLHOOKSTRUCT& event) {
+    if (!heldBack.playing || event.dwExtraInfo == kSyntheticInputTag) return false;
+    if (heldBack.count == heldBack.events.size()) return false;
+    heldBack.events[heldBack.count++] = event;
+    return true;
 }
 
-static void SendControlStroke(BYTE key) {
-    SendTagged({VK_LCONTROL, 0});
-    SendTagged({key, 0});
-    SendTagged({key, KEYEVENTF_KEYUP});
-    SendTagged({VK_LCONTROL, KEYEVENTF_KEYUP});
+// As it came, so that the hook decides on it now.
+static void PlayAgain(const KBDLLHOOKSTRUCT& event) {
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = static_cast<WORD>(event.vkCode);
+    input.ki.wScan = static_cast<WORD>(event.scanCode);
+    input.ki.dwExtraInfo = event.dwExtraInfo;
+    if (event.flags & LLKHF_EXTENDED) input.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
+    if (event.flags & LLKHF_UP) input.ki.dwFlags |= KEYEVENTF_KEYUP;
+    if (event.vkCode == VK_PACKET) {  // a character that another program types
+        input.ki.wVk = 0;
+        input.ki.dwFlags |= KEYEVENTF_UNICODE;
+    }
+    SendInput(1, &input, sizeof input);
 }
 
-void SendCopy() {
-    HeldKeys held;
-    ReleaseHeldModifiers(held);
-    SendControlStroke('C');
+void PlayWhole(std::span<const KeyStroke> strokes) {
+    heldBack.playing = true;
+    for (const KeyStroke stroke : strokes) SendTagged(stroke);
+    heldBack.playing = false;
+    const HeldBack taken = heldBack;
+    heldBack.count = 0;
+    for (std::size_t i = 0; i < taken.count; ++i) PlayAgain(taken.events[i]);
 }
 
-void SendPaste(DWORD milliseconds) {
+// What the user did before now counts before: his release of the hotkey, waiting for the hook, would else
+// be served in the middle of the next stroke.
+static void ReleaseForStroke() {
+    ServeWaitingKeys();
     HeldKeys held;
     ReleaseHeldModifiers(held);
-    Sleep(milliseconds);
-    SendControlStroke('V');
+}
+
+static void PlayControlStroke(BYTE key) {
+    const KeyStroke strokes[] = {
+        {VK_LCONTROL, 0}, {key, 0}, {key, KEYEVENTF_KEYUP}, {VK_LCONTROL, KEYEVENTF_KEYUP}};
+    PlayWhole(strokes);
+}
+
+namespace {
+
+struct AimedStrokes {
+    HWND window = nullptr;  // until the first stroke
+    Aim aim = Aim::Free;
+};
+
+AimedStrokes aimed;
+
+}  // namespace
+
+void AimStrokes(HWND window) {
+    aimed = {window, Aim::Free};
+}
+
+Aim StrokeAim() {
+    return aimed.aim;
+}
+
+// A box that has gone hands the foreground on through nobody or another window of ours.
+static bool IsOnItsWay(HWND front) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(front, &process);
+    return process == 0 || process == GetCurrentProcessId();
+}
+
+static bool ComesToFront(HWND window) {
+    constexpr int kTries = 20;
+    constexpr DWORD kPause = 10;
+    for (int tried = 0; tried < kTries && IsWindow(window); ++tried) {
+        const HWND front = GetForegroundWindow();
+        if (front == window) return true;
+        if (!IsOnItsWay(front)) return false;
+        Pause(kPause);
+    }
+    return false;
+}
+
+bool MaySendStroke() {
+    if (!aimed.window) return aimed.aim == Aim::Free;
+    if (!ComesToFront(aimed.window)) aimed.aim = Aim::Missed;
+    aimed.window = nullptr;
+    return aimed.aim == Aim::Free;
+}
+
+bool PressKey(BYTE key) {
+    ReleaseForStroke();
+    if (!MaySendStroke()) return false;
+    const KeyStroke strokes[] = {{key, 0}, {key, KEYEVENTF_KEYUP}};
+    PlayWhole(strokes);
+    return true;
+}
+
+bool SendCopy() {
+    ReleaseForStroke();
+    if (!MaySendStroke()) return false;
+    PlayControlStroke('C');
+    return true;
+}
+
+bool SendPaste(DWORD milliseconds) {
+    ReleaseForStroke();
+    Pause(milliseconds);
+    const bool isFirst = aimed.window != nullptr;
+    if (!MaySendStroke()) {
+        if (isFirst) aimed.aim = Aim::PasteMissed;
+        return false;
+    }
+    PlayControlStroke('V');
+    return true;
 }
 
 }  // namespace verbatix

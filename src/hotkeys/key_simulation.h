@@ -1,11 +1,16 @@
 // The program's own key strokes: letting go what the user's hotkey still holds, single keys, the copy and
-// the paste stroke. Main thread only. Nothing here reports failure: the system does not tell whether a
-// synthetic event arrived (a window of a higher integrity level never gets it).
+// the paste stroke. Main thread only. The system does not tell whether a synthetic event arrived (a window
+// of a higher integrity level never gets it).
+//
+// A stroke is played whole. The system serves the hook while a stroke is sent, and a user who lets Ctrl go
+// just then would make a typed "c" of a copy stroke: what he does meanwhile is held back and comes behind
+// it.
 #pragma once
 
 #include <windows.h>
 
 #include <array>
+#include <span>
 #include <vector>
 
 namespace verbatix {
@@ -36,9 +41,32 @@ void SendTagged(KeyStroke stroke);
 // Lets go every modifier key and mouse button that the system believes to be down, and records them.
 void ReleaseHeldModifiers(HeldKeys& held);
 
+// Sends these events and nothing between them.
+void PlayWhole(std::span<const KeyStroke> strokes);
+
+// For the hook: whether the user's event came in the middle of a stroke. Then it has been taken over, to be
+// played again behind the stroke, and nobody may get it now.
+bool IsHeldBack(const KBDLLHOOKSTRUCT& event);
+
 // Each releases the held modifiers first. SendPaste then waits that many milliseconds before its stroke.
-void PressKey(BYTE key);
-void SendCopy();
-void SendPaste(DWORD milliseconds);
+// False, and no stroke is sent, when the strokes are not let go (see below).
+bool PressKey(BYTE key);
+bool SendCopy();
+bool SendPaste(DWORD milliseconds);
+
+// What became of the strokes of an execution.
+enum class Aim {
+    Free,         // they go to whatever has the keyboard
+    Missed,       // another window was in front when the first of them was due: none is sent any more
+    PasteMissed,  // the same, and it was a paste stroke: what should be pasted is on the clipboard
+};
+
+// Aims the strokes that follow at a window: the first of them goes out only while that window is in front,
+// the others follow the focus, as a form needs it. Null: nothing is aimed at.
+void AimStrokes(HWND window);
+Aim StrokeAim();
+
+// Whether a stroke may go out now. The window gets a moment to come back from a box of our own.
+bool MaySendStroke();
 
 }  // namespace verbatix

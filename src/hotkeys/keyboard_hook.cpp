@@ -1,7 +1,11 @@
 #include "hotkeys/keyboard_hook.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "hotkeys/hotkey_names.h"
+#include "hotkeys/notice.h"
+#include "hotkeys/pause.h"
 #include "ids.h"
 
 namespace verbatix {
@@ -16,18 +20,61 @@ static unsigned ReadStateWord() {
     return word;
 }
 
-static void SendRenameOnF2(DWORD key) {
-    const HookClient& client = keyboardHook.client;
-    if (key != VK_F2 || !client.mainWindow || !client.wantsRename) return;
-    if (client.wantsRename()) SendMessageW(client.mainWindow, WM_COMMAND, CMD_RENAME_ENTRY, 0);
+// Before the event that the hook is asked about.
+static bool IsKeyDown(DWORD key) {
+    return GetAsyncKeyState(static_cast<int>(key)) < 0;
 }
 
-// `text` is a copy: executing may pump messages, and the list may change under it.
-static void Execute(const std::wstring& text) {
+namespace {
+
+struct PressedEntry {
+    std::wstring text;  // a copy: executing may pump messages, and the list may change under it
+    HotkeyPress press;
+};
+
+// Between its press and its execution; the hook is busy all the while.
+std::optional<PressedEntry> pressedEntry;
+
+}  // namespace
+
+static void PostCommand(WORD command) {
+    const HWND window = keyboardHook.client.mainWindow;
+    if (window) PostMessageW(window, WM_COMMAND, command, 0);
+}
+
+static void Execute(const PressedEntry& entry) {
+    constexpr ULONGLONG kMayHaveCostTheHook = 200;
     if (!keyboardHook.client.executeEntry) return;
+    keyboardHook.press = entry.press;
     keyboardHook.trigger.busy = true;
-    keyboardHook.client.executeEntry(text);
+    const ULONGLONG start = GetTickCount64();
+    keyboardHook.client.executeEntry(entry.text);
+    const ULONGLONG end = GetTickCount64();
     keyboardHook.trigger.busy = false;
+    keyboardHook.trigger.claims.OnBlindTime(end);
+    keyboardHook.lastEventAt = static_cast<DWORD>(end);
+    if (end - start > kMayHaveCostTheHook) PostCommand(CMD_REINSTALL_HOOK);
+}
+
+void RunPressedEntry() {
+    if (const auto entry = std::exchange(pressedEntry, std::nullopt)) Execute(*entry);
+}
+
+static bool FitsInsideHook(const std::wstring& text) {
+    const auto fits = keyboardHook.client.fitsInsideHook;
+    return !keyboardHook.stepIsRunning && (!fits || fits(text, keyboardHook.limit));
+}
+
+static void ExecuteOrPost(const PressedEntry& entry) {
+    if (FitsInsideHook(entry.text)) {
+        isInsideHook = true;
+        Execute(entry);
+        isInsideHook = false;
+        return;
+    }
+    pressedEntry = entry;
+    keyboardHook.trigger.busy =
+        PostMessageW(keyboardHook.client.mainWindow, WM_COMMAND, CMD_RUN_ENTRY, 0) != FALSE;
 }
 
 static HWND WindowWithKeyboard(HWND foreground) {
@@ -38,41 +85,67 @@ static HWND WindowWithKeyboard(HWND foreground) {
     return known ? info.hwndFocus : foreground;
 }
 
+// Posted: the key waits for the hook, and the rename for the window's other business.
+static void AskForRename(const KBDLLHOOKSTRUCT& event) {
+    const bool pressed = event.vkCode == VK_F2 && (event.flags & LLKHF_UP) == 0;
+    const auto wantsRename = keyboardHook.client.wantsRename;
+    if (pressed && wantsRename && wantsRename()) PostCommand(CMD_RENAME_ENTRY);
+}
+
+static bool IsUsersPress(const KBDLLHOOKSTRUCT& event) {
+    return (event.flags & LLKHF_UP) == 0 && event.dwExtraInfo != kSyntheticInputTag;
+}
+
+static bool IsUsersControlRelease(const KBDLLHOOKSTRUCT& event) {
+    const bool isControl = event.vkCode == VK_RCONTROL || event.vkCode == VK_CONTROL;
+    return isControl && (event.flags & LLKHF_UP) != 0 && event.dwExtraInfo != kSyntheticInputTag;
+}
+
+bool IsControlHeldOnPurpose() {
+    if (GetAsyncKeyState(VK_RCONTROL) < 0 && !keyboardHook.rightControlIsHotkeys) return true;
+    return GetAsyncKeyState(VK_LCONTROL) < 0;
+}
+
 static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG now) {
     const HWND foreground = GetForegroundWindow();
-    const MenuRequest request = {key, decision.modifier, GetFocus(), foreground,
-                                 WindowWithKeyboard(foreground)};
-    const std::wstring text = decision.text ? *decision.text : std::wstring();
-    keyboardHook.target = request.target;
+    const PressedEntry entry = {
+        decision.text ? *decision.text : std::wstring(),
+        {key, decision.modifier, GetFocus(), foreground, WindowWithKeyboard(foreground)}};
     keyboardHook.trigger.lastTrigger = now;
+    if (decision.modifier == kModifierRightCtrl) keyboardHook.rightControlIsHotkeys = true;
     keyboardHook.trigger.pendingRelease = static_cast<int>(decision.modifier);
     SendTagged({static_cast<BYTE>(key), KEYEVENTF_KEYUP});
     HeldKeys held;
     ReleaseHeldModifiers(held);
     if (decision.action == KeyAction::TriggerEntry) {
-        Execute(text);
+        ExecuteOrPost(entry);
     } else if (decision.action == KeyAction::TriggerMenu) {
-        keyboardHook.menuRequest = request;
-        const HWND window = keyboardHook.client.mainWindow;
-        if (window) PostMessageW(window, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
+        keyboardHook.menuRequest = entry.press;
+        PostCommand(CMD_SHOW_PASTE_MENU);
     }
+}
+
+static void ReleasePendingKeys() {
+    const int modifier = std::exchange(keyboardHook.trigger.pendingRelease, -1);
+    for (const KeyStroke stroke : PendingReleaseStrokes(modifier)) SendTagged(stroke);
 }
 
 static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM parameter) noexcept {
     if (code != HC_ACTION) return CallNextHookEx(nullptr, code, message, parameter);
+    keyboardHook.lastEventAt = GetTickCount();
     const KBDLLHOOKSTRUCT event = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(parameter);
-    if (event.dwExtraInfo != kSyntheticInputTag) SendRenameOnF2(event.vkCode);
+    if (IsHeldBack(event)) return 1;
+    if (IsUsersControlRelease(event)) keyboardHook.rightControlIsHotkeys = false;
+    if (event.dwExtraInfo != kSyntheticInputTag) AskForRename(event);
     const ULONGLONG now = GetTickCount64();
     const KeyDecision decision = DecideKey(event, keyboardHook.tables, keyboardHook.disabled,
-                                           keyboardHook.trigger, ReadStateWord, now);
+                                           keyboardHook.trigger, {ReadStateWord, IsKeyDown}, now);
     switch (decision.action) {
-        case KeyAction::PassOn: return CallNextHookEx(nullptr, code, message, parameter);
-        case KeyAction::PassAfterRelease:
-            for (const KeyStroke stroke :
-                 PendingReleaseStrokes(std::exchange(keyboardHook.trigger.pendingRelease, -1))) {
-                SendTagged(stroke);
-            }
-            return 0;
+        case KeyAction::PassOn:
+            if (IsUsersPress(event)) HideNotice();
+            return CallNextHookEx(nullptr, code, message, parameter);
+        case KeyAction::PassAfterRelease: ReleasePendingKeys(); return 0;
+        case KeyAction::SwallowAfterRelease: ReleasePendingKeys(); break;
         case KeyAction::Swallow: break;
         default: CarryOutTrigger(decision, event.vkCode, now);
     }
@@ -89,9 +162,25 @@ void ReportHookFailure(DWORD error) {
     LocalFree(text);
 }
 
+DWORD HookTimeLimit(std::optional<DWORD> registryValue) {
+    constexpr DWORD kWhereUnset = 300;
+    constexpr DWORD kNeverMore = 1000;
+    return std::min(registryValue.value_or(kWhereUnset), kNeverMore);
+}
+
+static std::optional<DWORD> ReadHookTimeout() {
+    DWORD value = 0;
+    DWORD size = sizeof value;
+    const LSTATUS answer = RegGetValueW(HKEY_CURRENT_USER, L"Control Panel\\Desktop",
+                                        L"LowLevelHooksTimeout", RRF_RT_REG_DWORD, nullptr, &value, &size);
+    return answer == ERROR_SUCCESS ? std::optional(value) : std::nullopt;
+}
+
 bool InstallKeyboardHook() {
     RemoveKeyboardHook();
+    keyboardHook.limit = HookTimeLimit(ReadHookTimeout());
     ++keyboardHook.installCount;
+    keyboardHook.lastEventAt = GetTickCount();
     keyboardHook.handle.Reset(
         SetWindowsHookExW(WH_KEYBOARD_LL, KeyboardHookProcedure, GetModuleHandleW(nullptr), 0));
     if (keyboardHook.handle) return true;
@@ -109,6 +198,7 @@ void InstallKeyboardHookUnlessOff() {
 
 void ToggleKeyboardHook() {
     keyboardHook.off = !keyboardHook.off;
+    keyboardHook.trigger.claims.Clear();  // keys come up without the hook seeing it
     if (keyboardHook.off) {
         RemoveKeyboardHook();
     } else {

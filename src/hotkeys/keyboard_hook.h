@@ -1,11 +1,12 @@
 // The one low-level keyboard hook of the process: it catches the entries' hotkeys, swallows them and runs
-// the entry or asks the main window for the menu. All of it belongs to the thread that installs the hook,
-// which must dispatch messages. A hook that cannot be installed is told in a message box, and the program
-// goes on without hotkeys until a later install succeeds.
+// the entry, at once or from a posted message, or asks the main window for the menu. All of it belongs to
+// the thread that installs the hook, which must dispatch messages. A hook that cannot be installed is told
+// in a message box, and the program goes on without hotkeys until a later install succeeds.
 #pragma once
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 #include "base/handle.h"
@@ -16,13 +17,17 @@ namespace verbatix {
 
 // What the hook needs from above. Set once, before the hook is installed; a null member does nothing.
 struct HookClient {
-    HWND mainWindow = nullptr;  // gets WM_COMMAND CMD_SHOW_PASTE_MENU (posted), CMD_RENAME_ENTRY (sent)
+    // Gets WM_COMMAND, posted: CMD_SHOW_PASTE_MENU, CMD_RENAME_ENTRY, CMD_RUN_ENTRY, CMD_REINSTALL_HOOK.
+    HWND mainWindow = nullptr;
     void (*executeEntry)(const std::wstring& text) = nullptr;
     bool (*wantsRename)() = nullptr;  // whether F2 now means "rename the selected entry"
+    // Whether the entry is executed well before the hook has to answer, after `limit` milliseconds. One
+    // that is not is executed when the hook has answered. Null: all are.
+    bool (*fitsInsideHook)(const std::wstring& text, DWORD limit) = nullptr;
 };
 
-// The hotkey whose menu is asked for, and the windows that had the keyboard when it was pressed.
-struct MenuRequest {
+// A hotkey that was pressed, and the windows that had the keyboard then.
+struct HotkeyPress {
     unsigned key = 0;
     unsigned modifier = 0;
     HWND focus = nullptr;       // of this thread; null when another program has the keyboard
@@ -35,14 +40,39 @@ struct KeyboardHook {
     HotkeyTables tables;
     DisabledHotkeys disabled;
     TriggerState trigger;
-    MenuRequest menuRequest;
-    HWND target = nullptr;      // of the last trigger, as in MenuRequest
+    HotkeyPress menuRequest;             // whose menu is asked for
+    HotkeyPress press;                   // of the entry that is executed, or was last
+    bool rightControlIsHotkeys = false;  // a hotkey with right Ctrl was pressed, which is held since
+    bool stepIsRunning = false;          // see DeferredStep
+    DWORD limit = 300;                   // milliseconds that Windows waits for the hook
     bool off = false;           // switched off by the user; nothing but the switch installs it then
+    DWORD lastEventAt = 0;      // message time at which the hook was last asked, or installed
     unsigned installCount = 0;  // installs since the count was last set to 0
     UniqueHandle<HHOOK, UnhookWindowsHookEx> handle;
 };
 
 extern KeyboardHook keyboardHook;
+
+// An execution's step outside of the hook, from a timer or a posted message. A hotkey pressed meanwhile is
+// not executed in the middle of it, but behind it.
+class DeferredStep {
+  public:
+    DeferredStep() { keyboardHook.stepIsRunning = true; }
+    ~DeferredStep() { keyboardHook.stepIsRunning = false; }
+    DeferredStep(const DeferredStep&) = delete;
+    DeferredStep& operator=(const DeferredStep&) = delete;
+};
+
+// Executes the entry whose hotkey was pressed and that did not fit into the hook: for CMD_RUN_ENTRY.
+// Without one it does nothing.
+void RunPressedEntry();
+
+// Whether the user holds Ctrl for something else than the hotkey that he pressed: letting the right one go
+// for him does not reach the system's right Ctrl.
+bool IsControlHeldOnPurpose();
+
+// How long Windows waits for a hook, in milliseconds, by what the registry holds (nothing: not set).
+DWORD HookTimeLimit(std::optional<DWORD> registryValue);
 
 // Replaces an installed hook by a new one. False when that fails; the user has then been told.
 bool InstallKeyboardHook();

@@ -13,19 +13,8 @@ static MenuInput DecideAlt(MenuInputState& state, bool down, DWORD time) {
     return MenuInput::Close;
 }
 
-static MenuInput DecideHotkey(MenuInputState& state, bool down) {
-    if (!state.hotkeyMayBeHeld) return MenuInput::Pass;
-    if (down) {
-        ++state.heldBack;
-        return MenuInput::Swallow;
-    }
-    state.hotkeyMayBeHeld = false;
-    return state.heldBack == 1 ? MenuInput::PlayAgain : MenuInput::Pass;
-}
-
 static MenuInput DecideKey(MenuInputState& state, const MSG& message, bool down) {
-    if (message.wParam == VK_MENU) return DecideAlt(state, down, message.time);
-    return message.wParam == state.hotkey ? DecideHotkey(state, down) : MenuInput::Pass;
+    return message.wParam == VK_MENU ? DecideAlt(state, down, message.time) : MenuInput::Pass;
 }
 
 MenuInput DecideMenuInput(MenuInputState& state, const MSG& message) {

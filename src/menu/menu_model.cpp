@@ -163,7 +163,7 @@ std::wstring ShownLabel(std::wstring_view label, bool isMenuLabel) {
     constexpr std::size_t kLongest = 80;
     constexpr wchar_t kEllipsis = L'\x2026';
     std::wstring shown(Cut(label, 2 * kLongest));
-    ReplaceAll(shown, L"\\n", L" ");
+    if (!isMenuLabel) ReplaceAll(shown, L"\\n", L" ");
     std::replace_if(
         shown.begin(), shown.end(), [](wchar_t unit) { return unit < L' '; }, L' ');
     if (shown.size() > kLongest || label.size() > 2 * kLongest) {

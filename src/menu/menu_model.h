@@ -66,7 +66,8 @@ void AppendMenuItem(MenuNode& menu, std::vector<MenuRow>& rows, std::size_t row)
 MenuNode BuildMenuTree(std::vector<MenuRow>& rows);
 
 // The label in a menu's one line: line breaks and tabs as blanks, cut to a width that leaves the menu
-// usable. In a text taken for a label "&" is meant as it stands; in a menu label it marks the access key.
+// usable. In a text taken for a label "&" is meant as it stands and backslash-n is a line break; a menu
+// label stays as it was typed, and "&" marks the access key.
 std::wstring ShownLabel(std::wstring_view label, bool isMenuLabel);
 
 // The first lines of an entry's text for a tooltip, with real line breaks.

@@ -5,12 +5,15 @@
 #include <utility>
 
 #include "base/handle.h"
+#include "base/language.h"
 #include "base/product.h"
+#include "hotkeys/caret_place.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/hotkey_simulation.h"
+#include "hotkeys/notice.h"
+#include "hotkeys/pause.h"
 #include "menu/menu_handle.h"
 #include "menu/menu_input.h"
-#include "menu/menu_place.h"
 #include "menu/menu_tooltip.h"
 
 namespace verbatix {
@@ -22,8 +25,8 @@ enum class Phase { Closed, Open, CarryingOut };
 struct PasteMenu {
     Phase phase = Phase::Closed;
     bool ending = false;  // CloseHotkeyMenu was called
-    MenuRequest request;
-    std::optional<MenuRequest> next;  // another hotkey, pressed while the menu was open
+    HotkeyPress request;
+    std::optional<HotkeyPress> next;  // another hotkey, pressed while the menu was open
     std::vector<MenuRow> rows;
     MenuInputState input;
     bool showTooltips = false;
@@ -85,6 +88,10 @@ static LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam,
             // A menu without the keyboard would stay open for good.
             if (LOWORD(wParam) == WA_INACTIVE && pasteMenu.phase == Phase::Open) EndMenu();
             return DefWindowProcW(window, message, wParam, lParam);
+        case WM_ENTERIDLE:
+            // Lost before the menu was up.
+            if (GetForegroundWindow() != window) EndMenu();
+            return 0;
         default: return DefWindowProcW(window, message, wParam, lParam);
     }
 }
@@ -103,18 +110,32 @@ static HWND Owner() {
     return pasteMenu.owner;
 }
 
+// Changes of the foreground take their time.
+static bool ComesToFront(HWND window) {
+    constexpr int kTries = 30;
+    constexpr DWORD kPause = 10;
+    for (int tried = 0; tried < kTries && IsWindow(window); ++tried) {
+        if (GetForegroundWindow() == window) return true;
+        Pause(kPause);
+    }
+    return false;
+}
+
 // Without the foreground a menu gets no keys and does not close on a click elsewhere. Asked for plainly
 // first: the Alt press that helps where Windows refuses arrives in our own queue, and ends a menu.
-static void TakeKeyboard(HWND owner) {
+static bool TakeKeyboard(HWND owner) {
     SetFocus(owner);
     SetForegroundWindow(owner);
-    if (GetForegroundWindow() != owner) BringToFront(owner);
+    if (GetForegroundWindow() != owner) {
+        BringToFront(owner);
+        if (!ComesToFront(owner)) return false;
+    }
     SetActiveWindow(owner);
     SetFocus(owner);
     pasteMenu.input = {};
-    pasteMenu.input.hotkey = pasteMenu.request.key;
     pasteMenu.input.openedAt = GetTickCount();
     TakeAltStrokesOut();
+    return GetForegroundWindow() == owner;
 }
 
 static LRESULT CALLBACK InputFilter(int code, WPARAM wParam, LPARAM lParam) noexcept {
@@ -123,15 +144,12 @@ static LRESULT CALLBACK InputFilter(int code, WPARAM wParam, LPARAM lParam) noex
     switch (DecideMenuInput(pasteMenu.input, message)) {
         case MenuInput::Pass: return CallNextHookEx(nullptr, code, wParam, lParam);
         case MenuInput::Close: EndMenu(); break;
-        case MenuInput::PlayAgain:
-            PostMessageW(message.hwnd, WM_KEYDOWN, message.wParam, message.lParam & 0x3fffffff);
-            break;
         case MenuInput::Swallow: break;
     }
     return 1;
 }
 
-static UINT Track(HMENU menu, HWND owner, const MenuPlace& place) {
+static UINT Track(HMENU menu, HWND owner, const CaretPlace& place) {
     const UniqueHandle<HHOOK, UnhookWindowsHookEx> filter(
         SetWindowsHookExW(WH_MSGFILTER, InputFilter, nullptr, GetCurrentThreadId()));
     const UINT side = GetSystemMetrics(SM_MENUDROPALIGNMENT) ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
@@ -165,18 +183,12 @@ static void ReturnKeyboard(HWND owner, HWND window) {
     ShowWindow(owner, SW_HIDE);
 }
 
-// Whether the window has the foreground, after helping it there: keys that are sent before would go
-// elsewhere. Where no window had it at the press, none has to have it now.
-static bool WaitUntilInFront(HWND window) {
-    constexpr int kTries = 30;
-    constexpr DWORD kPause = 10;
-    if (!window || GetForegroundWindow() == window) return true;
+// Keys that are sent before the window is in front would go elsewhere. Where no window was at the press,
+// none has to be now; where it does not come, the client finds that.
+static void HelpToFront(HWND window) {
+    if (!window || GetForegroundWindow() == window) return;
     BringToFront(window);
-    for (int tried = 0; tried < kTries && IsWindow(window); ++tried) {
-        if (GetForegroundWindow() == window) return true;
-        Sleep(kPause);
-    }
-    return false;
+    ComesToFront(window);
 }
 
 // Whether the row's entry still stands where it stood, neither deleted nor moved.
@@ -193,18 +205,14 @@ static void Call(void (*function)(Arguments...), std::type_identity_t<Arguments>
 
 static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuClient& client) {
     constexpr DWORD kAfterMenu = 100;  // for the program in front to get its focus back
-    Sleep(kAfterMenu);
+    Pause(kAfterMenu);
     if (!IsStillThere(list, row) || row.kind == kHeadingKind) return;
     if (GetAsyncKeyState(VK_LSHIFT) < 0) {
         Call(client.editEntry, row.position);
         return;
     }
-    if (!WaitUntilInFront(pasteMenu.request.foreground)) return;
-    if (row.piece) {
-        Call(client.deliverText, row.text);
-    } else {
-        Call(client.executeEntry, row.text, pasteMenu.request.target);
-    }
+    HelpToFront(pasteMenu.request.foreground);
+    Call(row.piece ? client.deliverText : client.executeEntry, row.text, pasteMenu.request);
 }
 
 // ---- From the request to the choice
@@ -227,16 +235,20 @@ class HookIsBusy {
 
 // The item chosen among the rows, 0 for none.
 static UINT Choose() {
-    const MenuRequest& request = pasteMenu.request;
-    const MenuPlace place = FindMenuPlace(request.foreground);
+    const HotkeyPress& request = pasteMenu.request;
+    const CaretPlace place = FindCaretPlace(request.foreground);
     const HWND owner = Owner();
     SetWindowPos(owner, HWND_TOPMOST, place.point.x, place.point.y, 1, 1, SWP_SHOWWINDOW | SWP_NOACTIVATE);
     const bool winKeyIsTaken = request.modifier == 0 && IsWinHotkeyTaken(owner, request.key, false);
     const UniqueMenu menu = MakeMenuHandle(BuildMenuTree(pasteMenu.rows), place.point, winKeyIsTaken);
-    TakeKeyboard(owner);
+    if (!TakeKeyboard(owner)) {
+        ShowWindow(owner, SW_HIDE);
+        NoticeAtCaret(LanguageText(text::kMenuNotInFront));
+        return 0;
+    }
     const UINT item = Track(menu.Get(), owner, place);
     // The main window takes the foreground over from the owner, which is hidden only then.
-    if (item < kShowMainWindowItem) ReturnKeyboard(owner, NextForeground(owner));
+    if (item != kShowMainWindowItem) ReturnKeyboard(owner, NextForeground(owner));
     return pasteMenu.ending ? 0 : item;
 }
 
@@ -266,11 +278,11 @@ static void ShowAndCarryOut(const EntryList& list, const MenuOptions& options, c
     ShowWindow(pasteMenu.owner, SW_HIDE);
 }
 
-static bool IsSameHotkey(const MenuRequest& a, const MenuRequest& b) {
+static bool IsSameHotkey(const HotkeyPress& a, const HotkeyPress& b) {
     return a.key == b.key && a.modifier == b.modifier;
 }
 
-void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const MenuOptions& options,
+void ShowHotkeyMenu(const HotkeyPress& request, const EntryList& list, const MenuOptions& options,
                     bool showTooltips, const MenuClient& client) {
     if (pasteMenu.phase == Phase::CarryingOut) return;
     if (pasteMenu.phase == Phase::Open) {

@@ -16,9 +16,10 @@ namespace verbatix {
 
 // What the menu needs from above; a null member does nothing.
 struct MenuClient {
-    // `target` is the request's: hotkeys that were pressed while the menu was open have one of their own.
-    void (*executeEntry)(const std::wstring& text, HWND target) = nullptr;
-    void (*deliverText)(const std::wstring& text) = nullptr;  // onto the clipboard, and the paste stroke
+    // `press` is the request, whose windows may be gone by now or may not have come back to the front.
+    void (*executeEntry)(const std::wstring& text, const HotkeyPress& press) = nullptr;
+    // Onto the clipboard, and the paste stroke.
+    void (*deliverText)(const std::wstring& text, const HotkeyPress& press) = nullptr;
     void (*editEntry)(int position) = nullptr;  // shows the main window maximised, that entry selected
     void (*showMainWindow)() = nullptr;
     void (*explainTakenWinKey)() = nullptr;
@@ -31,10 +32,10 @@ struct MenuClient {
 // More than kMaximumMenuRows rows are refused with a message. With `showTooltips` the text of the
 // highlighted row stands beside it.
 //
-// The list may change while the menu is open: a row whose entry is gone does nothing. Neither does any row
-// when the window that it is meant for is gone or does not come to the front: its text would land in
-// another.
-void ShowHotkeyMenu(const MenuRequest& request, const EntryList& list, const MenuOptions& options,
+// The list may change while the menu is open: a row whose entry is gone does nothing. Where Windows does
+// not let the menu have the keyboard, it does not open, and a notice says so: no key and no click elsewhere
+// would close it.
+void ShowHotkeyMenu(const HotkeyPress& request, const EntryList& list, const MenuOptions& options,
                     bool showTooltips, const MenuClient& client);
 
 // Closes an open menu without a choice. To be called before the list goes.

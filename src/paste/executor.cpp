@@ -2,11 +2,14 @@
 
 #include <utility>
 
+#include "base/language.h"
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "clipboard/saved_clipboard.h"
 #include "clipboard/slots.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/notice.h"
+#include "hotkeys/pause.h"
 #include "ids.h"
 #include "paste/builtin/builtin_commands.h"
 #include "paste/builtin/image_clipboard.h"
@@ -23,6 +26,9 @@ ExecutorClient executorClient;
 
 // A "cpy:" command between its timers; a new one overwrites it.
 static ProgramAndParameters pendingProgram;
+static HWND pendingWindow;  // of its press
+
+static HWND pressWindow;  // of the execution that runs, or ran last
 
 static constexpr DWORD kPasteWait = 20;
 static constexpr UINT kStepMilliseconds = 200;
@@ -37,19 +43,50 @@ void DeliverText(const std::wstring& text) {
     SendPaste(kPasteWait);
 }
 
+bool TellMissedStrokes() {
+    const Aim aim = StrokeAim();
+    AimStrokes(nullptr);
+    if (aim == Aim::Free) return false;
+    const int onClipboard = IsWindow(pressWindow) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
+    NoticeAtCaret(LanguageText(aim == Aim::PasteMissed ? onClipboard : text::kNothingDone));
+    return true;
+}
+
+static void Aimed(HWND window) {
+    pressWindow = window;
+    AimStrokes(window);
+}
+
+void DeliverInto(const std::wstring& text, HWND window) {
+    Aimed(window);
+    DeliverText(text);
+    TellMissedStrokes();
+}
+
+// Whose stroke follows from a posted message, still aimed.
+static bool HasStrokeToCome(const std::wstring& text) {
+    return ParseCommand(text).kind == CommandKind::CopySlot;
+}
+
 void ExecuteEntry(const std::wstring& text) {
+    Aimed(std::exchange(executorClient.pressWindow, nullptr));
     if (settings.restoreOldClipboard) {
         // A restore that is still due would otherwise give back the clipboard of before in the middle of
         // this execution.
         KillTimer(executorClient.mainWindow, TIMER_RESTORE_CLIPBOARD);
-        Sleep(20);
+        Pause(20);
         KeepPreviousClipboard();
     }
     if (!ExecuteCommandPrefixes(text)) {
         std::wstring expanded = text;
         ExpandPlaceholders(expanded, settings.useDateFormat != 0, settings.useTimeFormat != 0);
-        if (SendKeyTokens(expanded) == 0) DeliverText(expanded);
+        // Without its selection the text is not what the user stored.
+        const auto isWhole = [] { return StrokeAim() == Aim::Free; };
+        if (isWhole() && SendKeyTokens(expanded) == 0 && isWhole()) DeliverText(expanded);
     }
+    // The user's own clipboard does not come back over a text that he was just told to paste.
+    if (StrokeAim() == Aim::PasteMissed) keepClipboardOnce = true;
+    if (!HasStrokeToCome(text)) TellMissedStrokes();
     if (settings.restoreOldClipboard && !keepClipboardOnce) {
         // Several executions in a row are one to the user: the clipboard comes back after the last.
         RestartTimer(TIMER_RESTORE_CLIPBOARD);
@@ -72,14 +109,15 @@ static void PostSlotCommand(WPARAM command, wchar_t slot) {
 }
 
 static void ReplaceInSelection(const std::wstring& entryText) {
+    if (!MaySendStroke()) return;
     ClearClipboard();
     SendCopy();
-    Sleep(100);
+    Pause(100);
     std::wstring selection;
     ClipboardGetText(selection);
     const ReplaceResult result = ApplyReplaceRules(entryText, std::move(selection));
     if (result.count == 0) return;
-    Sleep(25);
+    Pause(25);
     ClipboardPutText(result.text);
     SendPaste(kPasteWait);
 }
@@ -107,6 +145,7 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
         case CommandKind::Run: LaunchCommandLine(false, command.argument); break;
         case CommandKind::Cpy:
             pendingProgram = SplitProgram(command.argument);
+            pendingWindow = pressWindow;
             RestartTimer(TIMER_CPY_COPY);
             break;
     }
@@ -114,8 +153,12 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
 }
 
 void OnCpyCopyTimer() {
-    SendCopy();
-    Sleep(100);
+    Aimed(std::exchange(pendingWindow, nullptr));
+    if (!SendCopy()) {
+        TellMissedStrokes();
+        return;
+    }
+    Pause(100);
     // The clipboard's text and, where there is none, nothing: not what an earlier command captured.
     CapturedText.clear();
     ClipboardGetText(CapturedText);
@@ -124,9 +167,10 @@ void OnCpyCopyTimer() {
 
 void OnCpyLaunchTimer() {
     SendCopy();
-    Sleep(100);
+    Pause(100);
     // Taken out, because a hotkey pressed while the shell is at it may name the next program.
     ProgramAndParameters command = std::exchange(pendingProgram, {});
+    if (command.program.empty()) return;
     ReplaceRunTokens(command.program, CapturedText);
     ReplaceRunTokens(command.parameters, CapturedText);
     // Those that the selection brought along; bounded, because it may hold thousands.

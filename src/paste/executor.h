@@ -13,6 +13,9 @@ namespace verbatix {
 struct ExecutorClient {
     HWND mainWindow = nullptr;    // gets the posted slot commands and owns the timers
     HWND targetWindow = nullptr;  // had the keyboard when the hotkey was pressed; for built-in commands
+    // Was in front when the hotkey was pressed, and has to be still when the first stroke of the next
+    // execution goes out; null: no matter. For one execution.
+    HWND pressWindow = nullptr;
 };
 
 extern ExecutorClient executorClient;
@@ -22,11 +25,17 @@ extern ExecutorClient executorClient;
 // saved before and given back 200 ms later by OnRestoreTimer.
 void ExecuteEntry(const std::wstring& text);
 
+// Tells the user, at the caret, when the strokes since the last AimStrokes have missed their window, and
+// aims at nothing any more. Returns whether they have.
+bool TellMissedStrokes();
+
 // Carries out a text that begins with a command. False when it does not.
 bool ExecuteCommandPrefixes(const std::wstring& text);
 
-// Delivers an expanded text: onto the clipboard, and the paste stroke 20 ms later.
+// Delivers an expanded text: onto the clipboard, and the paste stroke 20 ms later. DeliverInto does so into
+// the window that has to be in front, and tells the user when it is not.
 void DeliverText(const std::wstring& text);
+void DeliverInto(const std::wstring& text, HWND window);
 
 // The steps that follow later, by timer: TIMER_RESTORE_CLIPBOARD, TIMER_CPY_COPY, TIMER_CPY_LAUNCH. The
 // timer has been killed by the caller.

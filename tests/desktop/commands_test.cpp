@@ -3,7 +3,10 @@
 
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
+#include "hotkeys/key_watch.h"
+#include "ids.h"
 #include "support/keys.h"
+#include "support/message_thread.h"
 #include "support/program_run.h"
 #include "support/wait.h"
 
@@ -25,14 +28,19 @@ class EntryCommands : public ::testing::Test {
         const std::string bytes = ReadBytes(run_.Place().File(L"launched.txt"));
         return std::wstring(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
     }
-    void Press(BYTE key, DWORD held = 250) const {
+    // As a hand does it: the modifiers first, then the key for a moment, which comes up before they do.
+    void Press(BYTE key) const {
         Linger(kGuardMilliseconds);
-        for (const BYTE down : {static_cast<BYTE>(VK_LCONTROL), static_cast<BYTE>(VK_LMENU), key})
-            PressKeyDown(down);
-        // Long enough, as a finger is, that commands which follow the press are not met by its release.
-        Linger(held);
-        for (const BYTE up : {key, static_cast<BYTE>(VK_LMENU), static_cast<BYTE>(VK_LCONTROL)})
-            LetKeyUp(up);
+        HoldDown(VK_LCONTROL);
+        HoldDown(VK_LMENU);
+        Linger(30);
+        PressKeyDown(key);
+        Linger(70);
+        LetKeyUp(key);
+        Linger(30);
+        LetKeyUp(VK_LMENU);
+        Linger(20);
+        LetKeyUp(VK_LCONTROL);
     }
     void Select(std::wstring_view text) const {
         ASSERT_TRUE(target_->Activate());
@@ -52,31 +60,46 @@ class EntryCommands : public ::testing::Test {
     std::unique_ptr<Target> target_;
 };
 
-TEST_F(EntryCommands, SlotsKeepAndPaste) {
-    Start({{L"Ctrl-Alt+1", L"copy_slot:1"},
-           {L"Ctrl-Alt+9", L"copy_slot:9"},
-           {L"Ctrl-Alt+S", L"save_slot: 2"},
-           {L"Ctrl-Alt+P", L"paste_slot:1x92"}});
-    Select(L"one,");
-    Press('1');
-    ASSERT_TRUE(WaitFor([] { return Clipboard() == L"one,"; }));
-    Linger(300);
-    Select(L"nine,");
-    Press('9');
-    ASSERT_TRUE(WaitFor([] { return Clipboard() == L"nine,"; }));
-    Linger(300);
+// Whether the clipboard comes back makes an execution longer, and moves its strokes to where the user lets
+// the hotkey go.
+class EntryCommandsWithRestore : public EntryCommands, public ::testing::WithParamInterface<bool> {
+  protected:
+    void StartWithOption(const std::vector<StoredLine>& lines) {
+        Start(lines, GetParam() ? L"restore_old_clipboard=1\r\n" : L"");
+        ASSERT_TRUE(ClipboardPutText(L"the user's"));
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Off, EntryCommandsWithRestore, ::testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(On, EntryCommandsWithRestore, ::testing::Values(true));
+
+TEST_P(EntryCommandsWithRestore, SlotsKeepAndPaste) {
+    StartWithOption({{L"Ctrl-Alt+1", L"copy_slot:1"},
+                     {L"Ctrl-Alt+9", L"copy_slot:9"},
+                     {L"Ctrl-Alt+S", L"save_slot: 2"},
+                     {L"Ctrl-Alt+P", L"paste_slot:1x92"}});
+    for (const auto& [key, text] : {std::pair('1', L"one,"), std::pair('9', L"nine,")}) {
+        Select(text);
+        const DWORD before = GetClipboardSequenceNumber();
+        Press(static_cast<BYTE>(key));
+        const std::wstring left = GetParam() ? L"the user's" : text;
+        ASSERT_TRUE(WaitFor([&] { return GetClipboardSequenceNumber() != before && Clipboard() == left; }));
+        EXPECT_EQ(target_->Text(), text);
+        Linger(300);
+    }
     ASSERT_TRUE(ClipboardPutText(L"two"));
     Press('S');
     Linger(300);
     target_->SetText(L"");
     Press('P');
     EXPECT_TRUE(Shows(L"one,nine,two")) << ::testing::PrintToString(target_->Text());
+    EXPECT_FALSE(AnyModifierDown());
 }
 
-TEST_F(EntryCommands, ReplaceExpandAndPlayKeys) {
-    Start({{L"Ctrl-Alt+R", L"replace:\\na=>b\\n%09=>, "},
-           {L"Ctrl-Alt+A", L"<%copy_text%|%copy_text_uc%>%nc%%TAB%."},
-           {L"Ctrl-Alt+K", L"a%send_enter%b%sleep_50%c%send_tab%%send_enter%d"}});
+TEST_P(EntryCommandsWithRestore, ReplaceExpandAndPlayKeys) {
+    StartWithOption({{L"Ctrl-Alt+R", L"replace:\\na=>b\\n%09=>, "},
+                     {L"Ctrl-Alt+A", L"<%copy_text%|%copy_text_uc%>%nc%%TAB%."},
+                     {L"Ctrl-Alt+K", L"a%send_enter%b%sleep_50%c%send_tab%%send_enter%d"}});
     Select(L"banana\tx");
     Press('R');
     EXPECT_TRUE(Shows(L"bbnbnb, x")) << ::testing::PrintToString(target_->Text());
@@ -89,17 +112,17 @@ TEST_F(EntryCommands, ReplaceExpandAndPlayKeys) {
     EXPECT_FALSE(AnyModifierDown());
 }
 
-TEST_F(EntryCommands, ProgramsStart) {
+TEST_P(EntryCommandsWithRestore, ProgramsStart) {
     // The checkout may stand in a folder whose name begins with "n".
     std::wstring place = run_.Place().Path() + L"\\";
     ReplaceAll(place, L"\\n", L"\\%nc%n");
     const std::wstring tool = L"\"" + place + L"my tool.exe\"";
-    Start({{L"Ctrl-Alt+A", L"cmd:" + tool + L" one \"two three\""},
-           {L"Ctrl-Alt+B", L"run:" + place + L"my tool.exe"},
-           {L"Ctrl-Alt+C", L"runx:" + tool + L" <%cpy%>\\n" + tool + L" %cpy_txt_urlencode%"},
-           {L"Ctrl-Alt+D", L"cpy:" + tool + L" [%cpy%]"},
-           {L"Ctrl-Alt+E", L"cmd:" + place + L"missing.exe x"},
-           {L"Ctrl-Alt+F", L"later"}});
+    StartWithOption({{L"Ctrl-Alt+A", L"cmd:" + tool + L" one \"two three\""},
+                     {L"Ctrl-Alt+B", L"run:" + place + L"my tool.exe"},
+                     {L"Ctrl-Alt+C", L"runx:" + tool + L" <%cpy%>\\n" + tool + L" %cpy_txt_urlencode%"},
+                     {L"Ctrl-Alt+D", L"cpy:" + tool + L" [%cpy%]"},
+                     {L"Ctrl-Alt+E", L"cmd:" + place + L"missing.exe x"},
+                     {L"Ctrl-Alt+F", L"later"}});
     const auto launched = [&](const std::wstring& line) {
         return WaitFor([&] { return Launched().find(line + L"|") != std::wstring::npos; }, 10000);
     };
@@ -112,7 +135,7 @@ TEST_F(EntryCommands, ProgramsStart) {
     EXPECT_TRUE(launched(L"<a b>")) << ::testing::PrintToString(Launched());
     EXPECT_TRUE(launched(L"a%20b")) << ::testing::PrintToString(Launched());
     Select(L"sel");
-    Press('D', 0);  // copies 200 ms after the press
+    Press('D');
     EXPECT_TRUE(launched(L"[sel]")) << ::testing::PrintToString(Launched());
     Press('E');  // says nothing and goes on
     Select(L"");
@@ -126,7 +149,7 @@ TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
     Start({{L"Ctrl-Alt+A", L"a%send_tab%%sleep_200%"}, {L"Ctrl-Alt+P", L"sys:PathToClipboard"}},
           L"restore_old_clipboard=1\r\n");
     ASSERT_TRUE(ClipboardPutText(L"the user's"));
-    for (int press = 0; press < 3; ++press) Press('A', 0);
+    for (int press = 0; press < 3; ++press) Press('A');
     EXPECT_TRUE(Shows(L"a\ta\ta\t")) << ::testing::PrintToString(target_->Text());
     EXPECT_TRUE(WaitFor([] { return Clipboard() == L"the user's"; }))
         << ::testing::PrintToString(Clipboard());
@@ -153,6 +176,22 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
     };
     target_->SetText(L"before ");
     ASSERT_TRUE(open());
+    {
+        // The steps of a "cpy:" entry wait until the menu is gone.
+        KeyWatch watch;
+        auto copies = [copied = 0]() mutable {
+            for (const SeenKey& seen : KeyWatch::Take()) copied += seen == SeenKey{'C', false, 444};
+            return copied;
+        };
+        PostMessageW(dialog, WM_TIMER, TIMER_CPY_COPY, 0);
+        Linger(500);
+        EXPECT_EQ(copies(), 0);
+        EXPECT_TRUE(isOpen());
+        PlayStroke({}, VK_ESCAPE);
+        EXPECT_TRUE(WaitFor([&] { return copies() > 0; }));
+        Linger(600);  // for the second step
+    }
+    ASSERT_TRUE(open());
     PlayStroke({}, 'B');
     EXPECT_TRUE(Shows(L"before second")) << ::testing::PrintToString(target_->Text());
     EXPECT_EQ(GetForegroundWindow(), target_->Window());
@@ -163,6 +202,46 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
     EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog; }));
     ASSERT_TRUE(open());
     EXPECT_EQ(run_.Exit(), 1);
+}
+
+LRESULT CALLBACK CloseWithoutFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto edit = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == WM_KILLFOCUS) PostMessageW(window, WM_CLOSE, 0, 0);
+    return CallWindowProcW(edit, window, message, wParam, lParam);
+}
+
+// As a file manager's rename box does.
+TEST_F(EntryCommands, AChoiceForABoxThatHasClosedIsLeftOnTheClipboard) {
+    Start({{L"Ctrl-Alt+M", L"first"}, {L"Ctrl-Alt+M", L"second"}});
+    MessageThread thread;
+    HWND window = nullptr;
+    HWND box = nullptr;
+    thread.Run([&] {
+        window = CreateWindowExW(0, L"STATIC", L"Files", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 300, 300, 300,
+                                 200, nullptr, nullptr, nullptr, nullptr);
+        box = CreateWindowExW(0, L"EDIT", L"name", WS_CHILD | WS_VISIBLE, 0, 0, 200, 30, window, nullptr,
+                              nullptr, nullptr);
+        SetWindowLongPtrW(box, GWLP_USERDATA, GetWindowLongPtrW(box, GWLP_WNDPROC));
+        SetForegroundWindow(window);
+        SetFocus(box);
+        SetWindowLongPtrW(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(CloseWithoutFocus));
+    });
+    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == window; }));
+    Press('M');
+    ASSERT_TRUE(WaitFor([&] { return !IsWindow(box); }));
+    PlayStroke({}, VK_DOWN);
+    PlayStroke({}, VK_RETURN);
+    EXPECT_TRUE(WaitFor([] { return Clipboard() == L"first"; })) << Clipboard();
+    HWND notice = nullptr;
+    EXPECT_TRUE(WaitFor([&] {
+        notice = run_.Program().WaitForVisibleWindow(L"tooltips_class32", nullptr, 0);
+        return notice != nullptr;
+    }));
+    EXPECT_NE(WindowText(notice).find(L"has closed"), std::wstring::npos) << WindowText(notice);
+    EXPECT_EQ(GetForegroundWindow(), window);
+    PlayStroke({}, VK_F23);
+    EXPECT_TRUE(WaitFor([&] { return !IsWindowVisible(notice); })) << "it goes with the next key";
+    thread.Run([&] { DestroyWindow(window); });
 }
 
 }  // namespace

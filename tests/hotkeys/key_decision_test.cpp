@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 
 #include "hotkeys/hook_upkeep.h"
 
@@ -19,11 +20,17 @@ unsigned ReadStateWord() {
     return stateWord;
 }
 
+std::set<DWORD> keysDown;
+bool IsDown(DWORD key) {
+    return keysDown.contains(key);
+}
+
 class DecideKeyTest : public testing::Test {
   protected:
     DecideKeyTest() {
         stateWord = kCtrlDown;
         stateWordReads = 0;
+        keysDown.clear();
         AddHotkey(*tables, 'Q', 4, L"one");
         AddHotkey(*tables, 'W', 4, L"first");
         AddHotkey(*tables, 'W', 4, L"second");
@@ -31,12 +38,27 @@ class DecideKeyTest : public testing::Test {
         AddHotkey(*tables, 'R', 4, L"Charmap:abc");
     }
 
-    KeyAction Decide(DWORD key, ULONG_PTR tag = 0) {
+    // One event, after which the system believes what it was allowed to see.
+    KeyAction Event(DWORD key, bool up, ULONG_PTR tag = 0) {
         KBDLLHOOKSTRUCT event = {};
         event.vkCode = key;
+        event.flags = up ? LLKHF_UP : 0;
         event.dwExtraInfo = tag;
-        decision = DecideKey(event, *tables, disabled, state, ReadStateWord, now);
+        decision = DecideKey(event, *tables, disabled, state, {ReadStateWord, IsDown}, now);
+        const bool passes = decision.action <= KeyAction::PassAfterRelease;
+        if (up || !passes) keysDown.erase(key);
+        if (!up && passes) keysDown.insert(key);
         return decision.action;
+    }
+
+    // A press of its own, and what becomes of the release.
+    KeyAction Decide(DWORD key, ULONG_PTR tag = 0) {
+        const KeyAction action = Event(key, false, tag);
+        const KeyDecision press = decision;
+        const KeyAction release = Event(key, true, tag);
+        EXPECT_EQ(release > KeyAction::PassAfterRelease, action > KeyAction::PassAfterRelease) << key;
+        decision = press;
+        return action;
     }
 
     std::unique_ptr<HotkeyTables> tables = std::make_unique<HotkeyTables>();
@@ -115,6 +137,10 @@ TEST_F(DecideKeyTest, LetsPendingKeysGoAtTheNextEventThatIsNoTrigger) {
     EXPECT_EQ(Decide('T'), KeyAction::PassAfterRelease);
     EXPECT_EQ(Decide(300), KeyAction::PassAfterRelease);
     EXPECT_EQ(Decide('Q'), KeyAction::TriggerEntry);
+    EXPECT_EQ(Event('Q', true), KeyAction::PassAfterRelease);
+    Event('Q', false);
+    EXPECT_EQ(Event('Q', false), KeyAction::SwallowAfterRelease);
+    EXPECT_EQ(Event('Q', true), KeyAction::SwallowAfterRelease);
     EXPECT_EQ(Decide('T', kSyntheticInputTag), KeyAction::PassOn);
     for (const unsigned word : {4U, kCtrlDown | 64}) {  // a code without an entry; Shift makes it none
         stateWord = word;
@@ -148,6 +174,62 @@ TEST_F(DecideKeyTest, SwallowsRepeatsWithinTheGuard) {
             EXPECT_EQ(Decide(key) == KeyAction::Swallow, swallowed) << now;
         }
     }
+}
+
+// What a keyboard sends, and what of it triggers (T), is swallowed (s), passes (p). A letter is its press
+// or repeat, "-" before it its release. "^" presses left Ctrl, which a trigger lets go, "~" right Ctrl,
+// which it does not. Digits are tenths of a second.
+TEST_F(DecideKeyTest, APressBelongsToTheHookUntilItsRelease) {
+    const std::pair<std::string_view, std::string> rows[] = {
+        {"^Q5QQQ-Q4^Q", "pTsssspT"},
+        {"^Q5QQ-^QQ-Q", "pTsspsss"},     // whatever becomes of the modifier
+        {"Q^-Q", "ppp"},                 // a release is no press
+        {"Q^QQ-Q4Q", "pppppT"},          // nor is a key that was down before its modifier
+        {"~Q4W4QWQW-Q-W", "pTTssssss"},  // two at once
+        // The release is missed: the screen was locked, the hook was gone.
+        {"^Q4^Q-Q", "pTpTs"},    // no keyboard repeats a key when another has gone down
+        {"^Q99999Q-Q", "pTpp"},  // nor after such a time
+        {"~Q99999Q", "pTT"},
+        {"~Q9Q9Q99Q99Q-Q4Q", "pTsssssT"},  // the slowest repeat there is
+    };
+    AddHotkey(*tables, 'Q', 6, L"one");
+    AddHotkey(*tables, 'W', 6, L"two");
+    for (const auto& [script, expected] : rows) {
+        state = {};
+        keysDown.clear();
+        stateWord = 0;
+        std::string actions;
+        bool up = false;
+        for (const char sign : script) {
+            if (sign >= '0' && sign <= '9') {
+                now += 100 * static_cast<ULONGLONG>(sign - '0');
+                continue;
+            }
+            if (sign == '-') {
+                up = true;
+                continue;
+            }
+            const bool isControl = sign == '^' || sign == '~';
+            const DWORD key = !isControl    ? static_cast<DWORD>(sign)
+                              : sign == '^' ? VK_LCONTROL
+                                            : VK_RCONTROL;
+            const KeyAction action = Event(key, up);
+            const bool triggers = action >= KeyAction::TriggerNothing;
+            if (isControl) stateWord = up ? 0 : sign == '^' ? kCtrlDown : 16;
+            if (triggers) state.lastTrigger = now;
+            if (triggers && stateWord == kCtrlDown) stateWord = 0;
+            actions += triggers ? 'T' : action == KeyAction::Swallow ? 's' : 'p';
+            up = false;
+        }
+        EXPECT_EQ(actions, expected) << script;
+    }
+}
+
+TEST(HookUpkeep, AKeyIsPastTheHookWhereItIsMuchLater) {
+    EXPECT_FALSE(HookWasPassedBy(1500, 1000));
+    EXPECT_TRUE(HookWasPassedBy(1501, 1000));
+    EXPECT_FALSE(HookWasPassedBy(1000, 9000));  // on the bench raw input comes first
+    EXPECT_TRUE(HookWasPassedBy(600, 0xffff'ff00));
 }
 
 TEST(ClockWatch, CountsJumpsOfMoreThanTwoSecondsEitherWay) {

@@ -41,7 +41,7 @@ TEST(KeySimulation, SendsTaggedStrokesAndAUsersUntaggedWithTheKeyAsScanCode) {
         void (*send)();
         BYTE modifier, key;
         ULONG_PTR tag;
-    } rows[] = {{SendCopy, VK_LCONTROL, 'C', 444},
+    } rows[] = {{[] { SendCopy(); }, VK_LCONTROL, 'C', 444},
                 {[] { SendPaste(0); }, VK_LCONTROL, 'V', 444},
                 {[] { PressKey(VK_TAB); }, 0, VK_TAB, 444},
                 {[] { SimulateHotkey(4, VK_F23, true); }, VK_LCONTROL, VK_F23, 0}};

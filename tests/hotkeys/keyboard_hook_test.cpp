@@ -6,6 +6,7 @@
 #include <atomic>
 
 #include "hotkeys/hotkey_simulation.h"
+#include "hotkeys/pause.h"
 #include "ids.h"
 #include "key_watch.h"
 #include "support/keys.h"
@@ -26,7 +27,8 @@ void (*whileExecuting)();
 void ExecuteEntry(const std::wstring& text) {
     {
         const std::lock_guard lock(executedLock);
-        executed.push_back(text + (test::AnyModifierDown() ? L", modifier down" : L""));
+        executed.push_back(text + (test::AnyModifierDown() ? L", modifier down" : L"") +
+                           (IsControlHeldOnPurpose() ? L", Ctrl on purpose" : L""));
     }
     if (whileExecuting) whileExecuting();
 }
@@ -142,6 +144,11 @@ TEST_F(KeyboardHookTest, ExactlyTheStatesOfTheTenModifiersTriggerWithTheModifier
         const auto seen = watch.Take();
         EXPECT_EQ(std::count(seen.begin(), seen.end(), SeenKey{VK_F23, false, 0}), texts.empty() ? 1 : 0);
     }
+    for (const BYTE control : std::initializer_list<BYTE>{VK_LCONTROL, VK_RCONTROL}) {
+        Hold(control, true);
+        EXPECT_TRUE(IsControlHeldOnPurpose());
+        Hold(control, false);
+    }
     // Without the extended flag the system takes a simulated right Alt or Ctrl for the left one.
     const wchar_t* const simulated[] = {L"0", L"1", L"2", L"5", L"4", L"5", L"4", L"0"};
     for (unsigned code = 0; code < std::size(simulated); ++code) {
@@ -188,6 +195,40 @@ TEST_F(KeyboardHookTest, TheProgramInFrontGetsOrdinaryKeysButNoDisabledHotkey) {
     EXPECT_TRUE(ArrivesAfter(L"aq1Q\tq")) << target.Text();
 }
 
+// As people do it: the key is held for a while, its release comes before or after the modifier's, and the
+// hook may be installed anew or the list changed in between.
+TEST_F(KeyboardHookTest, AHeldHotkeyRunsOnceAndTypesNothing) {
+    Add('Q', 4, L"text");
+    void (*const meanwhile[])() = {[] {}, [] { InstallKeyboardHook(); },
+                                   [] { ClearHotkeys(keyboardHook.tables); }};
+    for (const auto change : meanwhile) {
+        for (const bool modifierFirst : {false, true}) {
+            thread.Run(AllowNextTrigger);
+            test::HoldDown(VK_LCONTROL);
+            test::PressKeyDown('Q');
+            EXPECT_EQ(TakeExecuted(), Texts{L"text"});
+            thread.Run(AllowNextTrigger);
+            thread.Run(change);
+            for (int repeats = 0; repeats < 3; ++repeats) test::PressKeyDown('Q');
+            if (modifierFirst) test::LetKeyUp(VK_LCONTROL);
+            test::PressKeyDown('Q');
+            test::LetKeyUp('Q');
+            if (!modifierFirst) test::LetKeyUp(VK_LCONTROL);
+            EXPECT_EQ(TakeExecuted(), Texts{});
+            thread.Run([] { ClearHotkeys(keyboardHook.tables); });
+            Add('Q', 4, L"text");
+        }
+    }
+    thread.Run(AllowNextTrigger);
+    test::PressKeyDown('Q');
+    test::HoldDown(VK_LCONTROL);
+    test::PressKeyDown('Q');
+    test::LetKeyUp('Q');
+    test::LetKeyUp(VK_LCONTROL);
+    EXPECT_EQ(TakeExecuted(), Texts{}) << "the key was down before its modifier";
+    EXPECT_TRUE(ArrivesAfter(L"q")) << target.Text();
+}
+
 TEST_F(KeyboardHookTest, SeveralEntriesOrACharacterListAskForTheMenu) {
     Add('Q', 4, L"one");
     Add('Q', 4, L"two");
@@ -198,7 +239,7 @@ TEST_F(KeyboardHookTest, SeveralEntriesOrACharacterListAskForTheMenu) {
         ++asked;
         EXPECT_TRUE(test::WaitFor([&] { return thread.Commands().size() == asked; }));
         EXPECT_EQ(thread.Commands().back(), (test::ArrivedCommand{CMD_SHOW_PASTE_MENU, true}));
-        const MenuRequest& request = keyboardHook.menuRequest;
+        const HotkeyPress& request = keyboardHook.menuRequest;
         EXPECT_EQ(request.key, static_cast<unsigned>(key));
         EXPECT_EQ(request.modifier, modifier);
         EXPECT_EQ(request.foreground, target.Window());
@@ -209,38 +250,84 @@ TEST_F(KeyboardHookTest, SeveralEntriesOrACharacterListAskForTheMenu) {
 
 std::atomic<bool> played;
 
+// The entry waits with its messages flowing, as one that shows a box does, until another hotkey was played.
+// Meanwhile the list may change. It is the same where the entry runs after the hook has answered.
 TEST_F(KeyboardHookTest, AHotkeyPressedWhileAnEntryRunsIsSwallowed) {
-    Add('Q', 4, L"slow, and long enough to live on the heap, as most texts of a list do");
-    Add('W', 8, L"second");
-    // The entry waits with its messages flowing, as one that shows a box does, until the second was played.
-    // Meanwhile the list may change.
-    whileExecuting = [] {
-        AllowNextTrigger();
-        std::thread player([] {
-            Hold(VK_MBUTTON, true);
-            test::PressKeyDown('W');
-            Hold(VK_MBUTTON, false);
-            played = true;
-        });
-        test::WaitFor([] { return played.load(); }, 20000);
-        player.join();
-        ClearHotkeys(keyboardHook.tables);
+    const std::wstring text = L"slow, and long enough to live on the heap, as most texts of a list do";
+    thread.onCommand = [](int command) {
+        if (command == CMD_RUN_ENTRY) RunPressedEntry();
     };
-    EXPECT_EQ(Stroke({VK_LCONTROL}, 'Q'),
-              Texts{L"slow, and long enough to live on the heap, as most texts of a list do"});
-    EXPECT_TRUE(played);
-    test::LetKeyUp('W');
-    EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
+    for (const bool inside : {true, false}) {
+        played = false;
+        keyboardHook.client.fitsInsideHook =
+            inside ? nullptr : +[](const std::wstring&, DWORD) { return false; };
+        Add('Q', 4, text.c_str());
+        Add('W', 8, L"second");
+        whileExecuting = [] {
+            EXPECT_TRUE(keyboardHook.trigger.busy);
+            AllowNextTrigger();
+            std::thread player([] {
+                Hold(VK_MBUTTON, true);
+                test::PressKeyDown('W');
+                Hold(VK_MBUTTON, false);
+                played = true;
+            });
+            test::WaitFor([] { return played.load(); }, 20000);
+            player.join();
+            ClearHotkeys(keyboardHook.tables);
+        };
+        Texts ran = Stroke({VK_LCONTROL}, 'Q');
+        EXPECT_TRUE(test::WaitFor([] { return played.load() && !keyboardHook.trigger.busy; }));
+        for (const std::wstring& later : TakeExecuted()) ran.push_back(later);
+        EXPECT_EQ(ran, Texts{text});
+        test::LetKeyUp('W');
+        EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
 
-    whileExecuting = nullptr;
-    Add('W', 8, L"second");
-    EXPECT_EQ(Stroke({VK_MBUTTON}, 'W'), Texts{L"second"});
+        whileExecuting = nullptr;
+        Add('W', 8, L"second");
+        ran = Stroke({VK_MBUTTON}, 'W');
+        EXPECT_TRUE(test::WaitFor([] { return !keyboardHook.trigger.busy; }));
+        for (const std::wstring& later : TakeExecuted()) ran.push_back(later);
+        EXPECT_EQ(ran, Texts{L"second"});
+    }
+}
+
+// A slow entry waits, and its key is held all the while: Windows would let a key through that waits longer
+// than the limit for the hook, and so would the bench.
+TEST_F(KeyboardHookTest, AHeldKeyDoesNotReachTheTargetOfASlowEntry) {
+    thread.onCommand = [](int command) {
+        if (command == CMD_RUN_ENTRY) RunPressedEntry();
+    };
+    keyboardHook.client.fitsInsideHook = [](const std::wstring&, DWORD) { return false; };
+    whileExecuting = [] { Pause(3000); };
+    Add('Q', 4, L"slow");
+    test::HoldDown(VK_LCONTROL);
+    const ULONGLONG start = GetTickCount64();
+    test::PressKeyDown('Q');
+    EXPECT_LT(GetTickCount64() - start, 1000U) << "the hook answers at once";
+    test::LetKeyUp(VK_LCONTROL);
+    while (GetTickCount64() - start < 3500) {
+        const ULONGLONG before = GetTickCount64();
+        test::PressKeyDown('Q');
+        EXPECT_LT(GetTickCount64() - before, 500U);
+        test::Linger(30);
+    }
+    test::LetKeyUp('Q');
+    EXPECT_EQ(TakeExecuted(), Texts{L"slow"});
+    EXPECT_EQ(thread.Commands().back().id, CMD_REINSTALL_HOOK);
+    EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
+}
+
+TEST(HookTimeLimit, IsWhatWindowsWaits) {
+    EXPECT_EQ(HookTimeLimit({}), 300U);
+    EXPECT_EQ(HookTimeLimit(100), 100U);
+    EXPECT_EQ(HookTimeLimit(5000), 1000U);
 }
 
 TEST_F(KeyboardHookTest, F2AsksForRenamingAndGoesOn) {
     keyboardHook.client.wantsRename = [] { return true; };
     test::PressKeyDown(VK_F2);
-    EXPECT_EQ(thread.Commands(), (std::vector<test::ArrivedCommand>{{CMD_RENAME_ENTRY, false}}));
+    EXPECT_EQ(thread.Commands(), (std::vector<test::ArrivedCommand>{{CMD_RENAME_ENTRY, true}}));
     EXPECT_EQ(watch.Take(), (std::vector<SeenKey>{{VK_F2, false, 0}}));
     keyboardHook.client.wantsRename = [] { return false; };
     test::LetKeyUp(VK_F2);

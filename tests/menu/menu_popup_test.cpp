@@ -7,8 +7,8 @@
 #include <mutex>
 
 #include "base/text.h"
+#include "hotkeys/caret_place.h"
 #include "ids.h"
-#include "menu/menu_place.h"
 #include "support/folder.h"
 #include "support/keys.h"
 #include "support/message_thread.h"
@@ -41,16 +41,20 @@ HWND foregroundWhenCalled;
 HWND targetWhenCalled;
 
 // Executing types a letter: it lands where the keyboard is.
-void Execute(const std::wstring& text, HWND target) {
+void Execute(const std::wstring& text, const HotkeyPress& press) {
     foregroundWhenCalled = GetForegroundWindow();
-    targetWhenCalled = target;
+    targetWhenCalled = press.target;
     Record(L"execute " + text);
     PressKey('Z');
 }
 
-const MenuClient kClient = {Execute, [](const std::wstring& text) { Record(L"deliver " + text); },
-                            [](int position) { Record(Format(L"edit %d", position)); },
-                            [] { Record(L"show main window"); }, [] { Record(L"explain"); }};
+const MenuClient kClient = {
+    Execute, [](const std::wstring& text, const HotkeyPress&) { Record(L"deliver " + text); },
+    [](int position) { Record(Format(L"edit %d", position)); }, [] { Record(L"show main window"); },
+    [] {
+        foregroundWhenCalled = GetForegroundWindow();
+        Record(L"explain");
+    }};
 
 EntryList list;  // used on the menu's thread while a menu is open
 MenuOptions options;
@@ -223,7 +227,7 @@ TEST_F(MenuPopupTest, WhatIsChosenGoesToTheProgramInFront) {
         Fill();
         Open();
         EXPECT_NE(GetForegroundWindow(), window);
-        keyboardHook.target = mainWindow;  // of a hotkey that was pressed since
+        keyboardHook.press.target = mainWindow;  // of a hotkey that was pressed since
         choose();
         ExpectClosed();
         EXPECT_EQ(Calls(), Texts{call});
@@ -235,14 +239,24 @@ TEST_F(MenuPopupTest, WhatIsChosenGoesToTheProgramInFront) {
     }
 }
 
-TEST_F(MenuPopupTest, NothingIsExecutedWithoutTheWindowItIsMeantFor) {
+TEST_F(MenuPopupTest, DoesNotStayOpenWithoutTheKeyboardNorOpenWhileAnEntryIsExecuted) {
     Add(L"text one");
-    Open();
-    DestroyTarget();
-    ChooseFirst();
-    ExpectClosed();
+    std::atomic<bool> stop = false;
+    std::thread refuser([&] {
+        while (!stop) SetForegroundWindow(window);
+    });
+    thread.Run([this] { keyboardHook.menuRequest = {'Q', 2, GetFocus(), window, edit}; });
+    for (int times = 0; times < 3; ++times) {
+        callsRunning = 1;
+        PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
+        EXPECT_TRUE(WaitFor([] { return callsRunning == 1; }));
+        Linger(50);
+        callsRunning = callsRunning - 1;
+        ExpectClosed();
+    }
+    stop = true;
+    refuser.join();
     EXPECT_EQ(Calls(), Texts{});
-    // Nor is a menu shown while an entry is executed.
     thread.Run([] { keyboardHook.trigger.busy = true; });
     PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
     Linger(200);
@@ -348,7 +362,7 @@ TEST_F(MenuPopupTest, HotkeysOpenItCloseItAndReplaceIt) {
 TEST_F(MenuPopupTest, OpensAtTheCaretElseAtTheMouse) {
     SetCursorPos(333, 222);
     for (const HWND none : {HWND{nullptr}, mainWindow, reinterpret_cast<HWND>(0x7ffffff0)}) {
-        const MenuPlace place = FindMenuPlace(none);
+        const CaretPlace place = FindCaretPlace(none);
         EXPECT_TRUE(place.point.x == 333 && place.point.y == 222);
     }
     Add(L"text one");
@@ -356,7 +370,7 @@ TEST_F(MenuPopupTest, OpensAtTheCaretElseAtTheMouse) {
     const RECT screen = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
     for (const RECT& place : {RECT{700, 60, 1220, 460}, {1000, 700, 1270, 890}, {-20, -10, 400, 300}}) {
         MoveWindow(window, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
-        const MenuPlace caret = FindMenuPlace(window);
+        const CaretPlace caret = FindCaretPlace(window);
         EXPECT_LT(caret.exclude.top, caret.exclude.bottom) << "no caret found";
         Open();
         RECT menu = {};
@@ -389,6 +403,7 @@ TEST_F(MenuPopupTest, OtherChoicesThanAnEntry) {
     choose(3, L"show main window", VK_F22, 0);
     ASSERT_TRUE(RegisterHotKey(nullptr, 1, MOD_WIN, VK_F22));
     choose(3, L"explain", VK_F22, 0);
+    EXPECT_EQ(foregroundWhenCalled, window) << "what the box gives the foreground back to";
     UnregisterHotKey(nullptr, 1);
 }
 

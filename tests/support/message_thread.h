@@ -48,6 +48,9 @@ class MessageThread {
         SendMessageW(window_, kRun, 0, reinterpret_cast<LPARAM>(&work));
     }
 
+    // Called on the thread for each command; set by Run.
+    std::function<void(int)> onCommand;
+
     // A hidden window of the thread, and the commands it has got so far.
     HWND Window() const { return window_; }
     std::vector<ArrivedCommand> Commands() {
@@ -63,7 +66,10 @@ class MessageThread {
         auto* self = reinterpret_cast<MessageThread*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         if (message == kRun) (*reinterpret_cast<const std::function<void()>*>(lParam))();
         if (message == WM_DESTROY) PostQuitMessage(0);
-        if (message == WM_COMMAND) self->commands_.push_back({LOWORD(wParam), self->dispatching_});
+        if (message == WM_COMMAND) {
+            self->commands_.push_back({LOWORD(wParam), self->dispatching_});
+            if (self->onCommand) self->onCommand(LOWORD(wParam));
+        }
         return DefWindowProcW(window, message, wParam, lParam);
     }
 

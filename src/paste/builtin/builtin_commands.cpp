@@ -9,6 +9,7 @@
 #include "clipboard/shell_paths.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 #include "paste/builtin/clipboard_image.h"
 #include "paste/builtin/image_clipboard.h"
 #include "paste/builtin/power_schemes.h"
@@ -41,14 +42,15 @@ void ScreensaverOn(const BuiltinCall&) {
 }
 
 // Lets the target copy what is selected in it, and gives a file manager the time it takes.
-void CopyInTarget(HWND target) {
+bool CopyInTarget(HWND target) {
     SetFocus(target);
-    SendCopy();
-    Sleep(300);
+    if (!SendCopy()) return false;
+    Pause(300);
+    return true;
 }
 
 std::wstring CopyPaths(HWND target) {
-    CopyInTarget(target);
+    if (!CopyInTarget(target)) return {};
     std::wstring paths;
     ClipboardGetShellPaths(paths);
     ClipboardPutText(paths);
@@ -57,8 +59,7 @@ std::wstring CopyPaths(HWND target) {
 }
 
 void ImgToClipboard(const BuiltinCall& call) {
-    CopyInTarget(call.target);
-    ImageFileToClipboard(ClipboardReadNamedFormat(L"FileNameW"));
+    if (CopyInTarget(call.target)) ImageFileToClipboard(ClipboardReadNamedFormat(L"FileNameW"));
 }
 
 void PathToClipboard(const BuiltinCall& call) {
@@ -112,24 +113,24 @@ std::wstring ClipboardText() {
 
 void TypeClipboard(const BuiltinCall&) {
     const std::wstring text = ClipboardText();
-    Sleep(1);
+    Pause(1);
     TypeText(text);
 }
 
 void CopyHtmlCodeToPlainPaste(const BuiltinCall&) {
-    SendCopy();
-    Sleep(200);
+    if (!SendCopy()) return;
+    Pause(200);
     ShowBoxInFront(nullptr, ClipboardText().substr(0, kMaxShownText), L"");
-    Sleep(200);
+    Pause(200);
     // Put back, it is plain text and nothing else.
     ClipboardPutText(ClipboardText());
-    Sleep(200);
+    Pause(200);
     SendPaste(20);
 }
 
 void CopyTextToPage(const BuiltinCall&) {
-    SendCopy();
-    Sleep(200);
+    if (!SendCopy()) return;
+    Pause(200);
     OpenTextAsPage(ClipboardText());
 }
 

@@ -10,6 +10,7 @@
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 #include "paste/builtin/bitmap_source.h"
 
 namespace verbatix {
@@ -23,8 +24,8 @@ void Tell(const std::wstring& text) {
 }
 
 UniqueBitmap CopyBitmap() {
-    SendCopy();
-    Sleep(200);
+    if (!SendCopy()) return {};
+    Pause(200);
     return ClipboardGetBitmap();
 }
 
@@ -85,14 +86,15 @@ void CropClipboardImage(std::wstring_view argument) {
     const int margin = pieces.size() > 1 ? ToInt(pieces[1]) : 0;
     UniqueBitmap cropped = MakeBitmap(Crop(image, FindContent(image, margin)));
     ClearClipboard();
-    Sleep(100);
+    Pause(100);
     if (cropped) PutBitmap(std::move(cropped));
-    Sleep(100);
+    Pause(100);
     SendPaste(20);
 }
 
 void ClipboardImageToSource() {
     const UniqueBitmap bitmap = CopyBitmap();
+    if (StrokeAim() != Aim::Free) return;
     const BITMAP description = Describe(bitmap.Get());
     if (PixelCount(description) > kMaxSourcePixels) {
         return Tell(

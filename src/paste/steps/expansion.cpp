@@ -8,6 +8,7 @@
 #include "clipboard/clipboard_text.h"
 #include "clipboard/html_clipboard.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 #include "paste/steps/date_dialogs.h"
 #include "paste/text/placeholders.h"
 
@@ -56,16 +57,17 @@ static std::wstring ClipboardHtml() {
 }
 
 static std::wstring CopySelection() {
-    Sleep(10);
-    SendCopy();
-    Sleep(200);
+    Pause(10);
+    if (!SendCopy()) return {};
+    Pause(200);
     return ClipboardText();
 }
 
 static std::wstring CopySelectionAsHtml() {
+    if (!MaySendStroke()) return {};
     ClearClipboard();
     SendCopy();
-    Sleep(100);
+    Pause(100);
     return ClipboardHtml();
 }
 
@@ -100,9 +102,10 @@ std::wstring ExpandPlaceholders(std::wstring& text, bool useDateFormat, bool use
 
 int ExpandRunEntry(bool elevate, const std::wstring& text, Launcher launch, bool useDateFormat,
                    bool useTimeFormat) {
+    if (!MaySendStroke()) return 0;
     ClearClipboard();
     SendCopy();
-    Sleep(150);
+    Pause(150);
     const std::wstring copied = ClipboardText();
     const std::wstring_view selection = TrimBlanks(copied);
     if (!selection.empty()) CapturedText = selection;

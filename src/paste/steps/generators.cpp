@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 #include "paste/steps/expansion.h"
 #include "paste/steps/launcher.h"
 #include "paste/steps/temporary_page.h"
@@ -20,21 +21,22 @@ namespace verbatix {
 namespace {
 
 std::wstring CopySelection() {
-    SendCopy();
-    Sleep(100);
+    if (!SendCopy()) return {};
+    Pause(100);
     std::wstring text;
     ClipboardGetText(text);
     return text;
 }
 
 int MixTheString(DocumentOpener) {
+    if (!MaySendStroke()) return 1;
     ClearClipboard();
-    Sleep(100);
+    Pause(100);
     const std::wstring output = StringBuilderSource(CopySelection());
     if (output.empty()) return 0;
     PasteAsHtml = false;  // source code, whatever prefix the entry has
     FinishForDelivery(output);
-    Sleep(25);
+    Pause(25);
     SendPaste(20);
     return 1;
 }
@@ -54,9 +56,9 @@ int MixAllRows(DocumentOpener) {
     const auto seed = static_cast<std::uint32_t>(std::time(nullptr) + std::clock());
     const std::wstring rows = ShuffledRows(CopySelection(), seed);
     if (rows.empty()) return 1;
-    Sleep(25);
+    Pause(25);
     FinishForDelivery(rows);
-    Sleep(25);
+    Pause(25);
     SendPaste(20);
     return 1;
 }

@@ -4,6 +4,7 @@
 
 #include "clipboard/clipboard_text.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 #include "paste/steps/generators.h"
 
 #include <array>
@@ -31,12 +32,12 @@ const KeyToken* TokenAt(std::wstring_view text) {
     return nullptr;
 }
 
-void PasteSegment(const std::wstring& segment) {
+bool PasteSegment(const std::wstring& segment) {
     constexpr DWORD kPasteWait = 10;
-    Sleep(10);
+    Pause(10);
     ClearClipboard();
     ClipboardPutText(segment);
-    SendPaste(kPasteWait);
+    return SendPaste(kPasteWait);
 }
 
 }  // namespace
@@ -76,18 +77,18 @@ KeySteps SplitAtKeyTokens(std::wstring_view text) {
 int SendKeyTokens(const std::wstring& text) {
     if (!HoldsKeyToken(text)) return TryGenerators(text);
     ClearClipboard();
-    Sleep(10);
+    Pause(10);
     const KeySteps plan = SplitAtKeyTokens(text);
     for (const KeyStep& step : plan.steps) {
-        PasteSegment(step.segment);
+        if (!PasteSegment(step.segment)) break;
         if (step.key) {
             PressKey(step.key);
         } else {
-            Sleep(step.milliseconds);
+            Pause(step.milliseconds);
         }
     }
-    if (!plan.tail.empty()) PasteSegment(plan.tail);
-    Sleep(50);
+    if (!plan.tail.empty() && StrokeAim() == Aim::Free) PasteSegment(plan.tail);
+    Pause(50);
     return static_cast<int>(plan.steps.size());
 }
 

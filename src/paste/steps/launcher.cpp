@@ -11,6 +11,7 @@
 #include "base/com_apartment.h"
 #include "base/handle.h"
 #include "base/text.h"
+#include "hotkeys/keyboard_hook.h"
 #include "paste/steps/expansion.h"
 #include "paste/text/command_prefixes.h"
 #include "paste/text/placeholders.h"
@@ -147,7 +148,7 @@ bool LaunchCommandLine(bool elevate, const std::wstring& line) {
     // it made a hundred times longer, would fill the memory.
     constexpr std::size_t kLongestCommandLine = 32767;
     if (command.empty() || command.size() > kLongestCommandLine) return false;
-    const bool withRights = elevate || (GetAsyncKeyState(VK_CONTROL) & 0x8000) != 0;
+    const bool withRights = elevate || IsControlHeldOnPurpose();
     return ShellLaunch(PlanLaunch(command, Exists), withRights ? L"runas" : nullptr);
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "hotkeys/foreground.h"
+#include "hotkeys/pause.h"
 
 namespace verbatix {
 
@@ -70,10 +71,10 @@ void TypeText(std::wstring_view text) {
         return;
     }
     const KeyScanFunction keyScan = FindKeyScan();
-    if (!keyScan) return;
+    if (!keyScan || !MaySendStroke()) return;
     for (const wchar_t character : text) {
-        for (const KeyStroke stroke : StrokesForKeyScan(keyScan(character))) SendTagged(stroke);
-        Sleep(1);
+        PlayWhole(StrokesForKeyScan(keyScan(character)));
+        Pause(1);
     }
 }
 

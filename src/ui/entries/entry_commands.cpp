@@ -129,6 +129,7 @@ void TestEntry() {
     const HWND target = WindowBehind();
     if (!target || !GiveForeground(target)) return Tell(text::kNoWindowToTest);
     executorClient.targetWindow = target;
+    executorClient.pressWindow = target;
     // As for a hotkey: one pressed meanwhile is swallowed.
     keyboardHook.trigger.busy = true;
     ExecuteEntry(text);

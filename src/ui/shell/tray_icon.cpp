@@ -10,6 +10,9 @@ namespace verbatix {
 
 TrayIcon trayIcon;
 
+// Characters of the tip, terminator included, in the first version of the notification data.
+static constexpr std::size_t kTipLimit = 64;
+
 // The first version of the notification data is understood by every shell, and makes the callback carry
 // plain mouse messages.
 static NOTIFYICONDATAW NotifyData(const TrayIcon& icon) {
@@ -84,12 +87,23 @@ void AddTrayIcon(TrayIcon& icon) {
     request->data = NotifyData(icon);
     request->data.uFlags = NIF_ICON | NIF_MESSAGE | NIF_TIP;
     request->data.uCallbackMessage = icon.callbackMessage;
-    constexpr std::size_t kTipLimit = 64;
     CopyText(request->data.szTip, icon.tip, kTipLimit);
+    icon.shownTip = icon.tip;
     request->iconResource = icon.iconResource;
     request->stopRequest.Reset(SecondHandle(icon.stopRequest.Get()));
     icon.worker.Reset(CreateThread(nullptr, 0, AddUntilShown, request.get(), 0, nullptr));
     if (icon.worker) static_cast<void>(request.release());
+}
+
+void RefreshTrayTip(TrayIcon& icon) {
+    if (!icon.wanted || icon.tip == icon.shownTip) return;
+    if (icon.worker && WaitForSingleObject(icon.worker.Get(), 0) == WAIT_TIMEOUT) return;
+    NOTIFYICONDATAW data = NotifyData(icon);
+    data.uFlags = NIF_TIP;
+    CopyText(data.szTip, icon.tip, kTipLimit);
+    // Asked once, whatever the answer: a task bar that comes up later is told everything anew.
+    Shell_NotifyIconW(NIM_MODIFY, &data);
+    icon.shownTip = icon.tip;
 }
 
 void RemoveTrayIcon(TrayIcon& icon) {

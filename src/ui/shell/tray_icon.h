@@ -18,6 +18,7 @@ struct TrayIcon {
     UINT callbackMessage = 0;
     WORD iconResource = 0;
     std::wstring tip;  // at most 63 characters are shown
+    std::wstring shownTip;
     bool wanted = false;
     UniqueKernelObject stopRequest;  // of the worker that adds the icon now
     UniqueKernelObject worker;
@@ -29,6 +30,9 @@ extern TrayIcon trayIcon;
 // Adds the icon from a worker thread, which tries again every second until the task bar takes it, so that
 // a shell that is not up yet holds nobody up. Called again (the task bar has restarted) it adds anew.
 void AddTrayIcon(TrayIcon& icon);
+
+// Shows the icon's tip where it has changed. Where the icon is not there yet, a later call does it.
+void RefreshTrayTip(TrayIcon& icon);
 
 // Takes the icon away and stops the worker.
 void RemoveTrayIcon(TrayIcon& icon);

@@ -6,7 +6,7 @@
 
 #include "base/language.h"
 #include "base/text.h"
-#include "hotkeys/keyboard_hook.h"
+#include "ui/state/hotkey_state.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
 
@@ -21,9 +21,7 @@ void UpdateStatusBar() {
                                                      {std::to_wstring(mainWindow.rows.size()), total})
                                             : FillIn(LanguageText(text::kEntryCount), {total});
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
-    const std::wstring& hook = LanguageText(keyboardHook.off      ? text::kHotkeysPaused
-                                            : keyboardHook.handle ? text::kHotkeysActive
-                                                                  : text::kHotkeysRefused);
+    const std::wstring hook = HotkeyStateText();
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));
 }
 

@@ -10,7 +10,9 @@
 #include "base/product.h"
 #include "base/text.h"
 #include "clipboard/slots.h"
+#include "hotkeys/keyboard_hook.h"
 #include "ids.h"
+#include "paste/executor.h"
 #include "store/backup.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
@@ -33,6 +35,7 @@
 #include "ui/views/entry_views.h"
 #include "ui/views/tree_view.h"
 #include "ui/window/closing.h"
+#include "ui/window/hook_watch.h"
 #include "ui/window/menu_bar.h"
 #include "ui/window/paste_commands.h"
 #include "ui/window/restart.h"
@@ -131,14 +134,18 @@ void Uninstall() {
 }
 
 void ToSlot(int, LPARAM character) {
+    const DeferredStep running;
     SaveSlot(static_cast<wchar_t>(character));
 }
 
 void CopyToSlot(int, LPARAM character) {
+    const DeferredStep running;
     CopySlot(static_cast<wchar_t>(character), settings.restoreOldClipboard != 0);
+    TellMissedStrokes();
 }
 
 void FromSlot(int, LPARAM character) {
+    const DeferredStep running;
     PasteSlot(static_cast<wchar_t>(character));
 }
 
@@ -232,6 +239,8 @@ constexpr Command kMainCommands[] = {
     {CMD_PASTE_SLOT, FromSlot},
     {CMD_SAVE_SLOT, ToSlot},
     {CMD_SHOW_PASTE_MENU, Call<ShowPasteMenu>},
+    {CMD_RUN_ENTRY, Call<RunPressedEntry>},
+    {CMD_REINSTALL_HOOK, Call<RenewHook>},
     {CMD_EXIT, CallWithId<ExitProgram>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_MOVE_UP, CallWithId<Move>},

@@ -27,6 +27,7 @@
 #include "ui/views/list_view.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
+#include "ui/window/hook_watch.h"
 #include "ui/window/menu_bar.h"
 #include "ui/window/paste_commands.h"
 #include "ui/window/showing.h"
@@ -54,9 +55,10 @@ static void StartHotkeys(HWND dialog) {
     keyboardHook.disabled = LoadDisabledHotkeys();
     RebuildHotkeyTables();
     executorClient.mainWindow = dialog;
-    keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename};
+    keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename, FitsInsideHook};
     StartHookUpkeep();
     InstallKeyboardHook();
+    StartHookWatch(dialog);
 }
 
 static void OnInitDialog(HWND dialog) {
@@ -179,6 +181,10 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_CLOSE: return CloseMainWindow(), TRUE;
         case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);
+        // FALSE: the system still has to see to its end of the raw input.
+        case WM_INPUT: return OnRawKey(), FALSE;
+        case WM_WTSSESSION_CHANGE: return OnSessionChange(wParam), TRUE;
+        case WM_POWERBROADCAST: return OnPowerChange(wParam), FALSE;
         case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), FALSE;
         case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
         case WM_CTLCOLORDLG:

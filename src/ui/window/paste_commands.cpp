@@ -2,8 +2,11 @@
 
 #include "base/language.h"
 #include "base/product.h"
+#include "clipboard/clipboard_session.h"
+#include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
 #include "menu/menu_popup.h"
+#include "paste/execution_time.h"
 #include "paste/executor.h"
 #include "store/settings.h"
 #include "ui/state/main_window.h"
@@ -12,13 +15,29 @@
 
 namespace verbatix {
 
-static void ExecuteInTarget(const std::wstring& text, HWND target) {
-    executorClient.targetWindow = target;
+// A rename box or a find field closes when a menu takes its keyboard; then nothing is left to paste into,
+// though the window around it is.
+static HWND WindowToBeInFront(const HotkeyPress& press) {
+    return IsWindow(press.target) ? press.foreground : press.target;
+}
+
+static void ExecuteInTarget(const std::wstring& text, const HotkeyPress& press) {
+    executorClient.targetWindow = press.target;
+    executorClient.pressWindow = WindowToBeInFront(press);
     ExecuteEntry(text);
 }
 
+static void DeliverIntoTarget(const std::wstring& text, const HotkeyPress& press) {
+    DeliverInto(text, WindowToBeInFront(press));
+}
+
 void ExecuteFromHotkey(const std::wstring& text) {
-    ExecuteInTarget(text, keyboardHook.target);
+    ExecuteInTarget(text, keyboardHook.press);
+}
+
+bool FitsInsideHook(const std::wstring& text, DWORD limit) {
+    const ExecutionFacts facts = {settings.restoreOldClipboard != 0, !ClipboardSession()};
+    return FitsWell(EstimateExecution(text, facts), limit);
 }
 
 static void EditFromMenu(int position) {
@@ -29,14 +48,14 @@ static void EditFromMenu(int position) {
 }
 
 static void ExplainTakenWinKey() {
-    MessageBoxW(mainWindow.window, LanguageText(text::kWinKeyMayNotArrive).c_str(), kProductName,
-                MB_OK | MB_ICONINFORMATION);
+    ShowBoxInFront(mainWindow.window, LanguageText(text::kWinKeyMayNotArrive), kProductName,
+                   MB_OK | MB_ICONINFORMATION);
 }
 
 void ShowPasteMenu() {
     const MenuOptions options = {settings.useMenuSort, settings.useIgnoreCase != 0,
                                  settings.useMenuOrder != 0};
-    const MenuClient client = {ExecuteInTarget, DeliverText, EditFromMenu, ShowMainWindow,
+    const MenuClient client = {ExecuteInTarget, DeliverIntoTarget, EditFromMenu, ShowMainWindow,
                                ExplainTakenWinKey};
     ShowHotkeyMenu(keyboardHook.menuRequest, mainWindow.entries, options, settings.showMenuTooltip != 0,
                    client);

@@ -13,6 +13,7 @@
 #include "ui/entries/drag_entry.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
+#include "ui/window/hook_watch.h"
 #include "ui/window/store_watch.h"
 
 namespace verbatix {
@@ -36,29 +37,45 @@ struct Timer {
     void (*run)();
 };
 
+// A step of an execution. Within another one, or with the paste menu open, its strokes would go into a box
+// or the menu; so it waits.
+template <UINT_PTR timer, auto step>
+void RunStep() {
+    constexpr UINT kAgainMilliseconds = 200;
+    if (keyboardHook.trigger.busy) {
+        SetTimer(mainWindow.window, timer, kAgainMilliseconds, nullptr);
+        return;
+    }
+    const DeferredStep running;
+    step();
+}
+
 // Something at start may have delayed or displaced the first hook; this one comes when the system has
 // settled.
 void ReinstallHook() {
-    InstallKeyboardHookUnlessOff();
-    UpdateStatusBar();
+    RenewHook();
     DebugLine(L"Reinit Hook\n");
 }
 
 // A clock that jumps means that the machine has slept, after which Windows may have dropped the hook.
 void WatchClock() {
+    WatchForeground();
     if (!ClockJumped(clockWatch, std::time(nullptr))) return;
     const std::wstring figures = HookStatusText(clockWatch.jumps, keyboardHook.installCount);
     constexpr WPARAM kClockPart = 3;
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, kClockPart, reinterpret_cast<LPARAM>(figures.c_str()));
-    InstallKeyboardHookUnlessOff();
-    UpdateStatusBar();
+    RenewHook();
 }
 
 constexpr Timer kTimers[] = {
-    {TIMER_REINSTALL_HOOK, true, ReinstallHook},     {TIMER_CLOCK_JUMP, false, WatchClock},
-    {TIMER_RESTORE_CLIPBOARD, true, OnRestoreTimer}, {TIMER_CPY_COPY, true, OnCpyCopyTimer},
-    {TIMER_CPY_LAUNCH, true, OnCpyLaunchTimer},      {TIMER_EDITOR_UPDATE, true, OnEditorTimer},
-    {TIMER_DRAG_SCROLL, false, OnDragTimer},         {TIMER_LIST_RETRY, false, OnListRetryTimer},
+    {TIMER_REINSTALL_HOOK, true, ReinstallHook},
+    {TIMER_CLOCK_JUMP, false, WatchClock},
+    {TIMER_RESTORE_CLIPBOARD, true, OnRestoreTimer},
+    {TIMER_CPY_COPY, true, RunStep<TIMER_CPY_COPY, OnCpyCopyTimer>},
+    {TIMER_CPY_LAUNCH, true, RunStep<TIMER_CPY_LAUNCH, OnCpyLaunchTimer>},
+    {TIMER_EDITOR_UPDATE, true, OnEditorTimer},
+    {TIMER_DRAG_SCROLL, false, OnDragTimer},
+    {TIMER_LIST_RETRY, false, OnListRetryTimer},
 };
 
 }  // namespace

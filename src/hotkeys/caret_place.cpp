@@ -1,15 +1,16 @@
-#include "menu/menu_place.h"
+#include "hotkeys/caret_place.h"
 
 namespace verbatix {
 
-std::optional<MenuPlace> PlaceBelowCaret(const RECT& caret, const RECT& visible) {
+std::optional<CaretPlace> PlaceBelowCaret(const RECT& caret, const RECT& visible) {
     const LONG width = caret.right > caret.left ? caret.right - caret.left : 1;
     const LONG height = caret.bottom - caret.top;
     if (height <= 0) return std::nullopt;  // an empty caret is what programs report that draw their own
     const bool inside = caret.left >= visible.left && caret.left < visible.right &&
                         caret.bottom > visible.top && caret.top < visible.bottom;
     if (!inside) return std::nullopt;
-    return MenuPlace{{caret.left, caret.bottom}, {caret.left, caret.top, caret.left + width, caret.bottom}};
+    return CaretPlace{{caret.left, caret.bottom},
+                      {caret.left, caret.top, caret.left + width, caret.bottom}};
 }
 
 static RECT ToScreen(HWND window, RECT rectangle) {
@@ -17,7 +18,7 @@ static RECT ToScreen(HWND window, RECT rectangle) {
     return rectangle;
 }
 
-static std::optional<MenuPlace> FindCaret(HWND foreground) {
+static std::optional<CaretPlace> FindCaret(HWND foreground) {
     const DWORD thread = GetWindowThreadProcessId(foreground, nullptr);
     GUITHREADINFO info = {};
     info.cbSize = sizeof info;
@@ -30,9 +31,9 @@ static std::optional<MenuPlace> FindCaret(HWND foreground) {
     return place;
 }
 
-MenuPlace FindMenuPlace(HWND foreground) {
+CaretPlace FindCaretPlace(HWND foreground) {
     if (const auto caret = FindCaret(foreground)) return *caret;
-    MenuPlace place = {};
+    CaretPlace place = {};
     GetCursorPos(&place.point);
     place.exclude = {place.point.x, place.point.y, place.point.x, place.point.y};
     return place;

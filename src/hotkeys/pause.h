@@ -1,0 +1,21 @@
+// Waiting in the middle of an execution, on the hook's thread. Windows gives a hook little time for each
+// key and then lets the key through, so that a wait outside of the hook has to answer for the keys of the
+// user that come meanwhile.
+#pragma once
+
+#include <windows.h>
+
+namespace verbatix {
+
+// Set while an entry is executed before the hook has answered: the system holds all further keys back
+// then, and there is nothing to serve.
+extern bool isInsideHook;
+
+// Waits that many milliseconds. Messages that are sent to this thread, the hook's key events among them,
+// are served meanwhile; posted ones wait.
+void Pause(DWORD milliseconds);
+
+// Serves what waits for this thread now.
+void ServeWaitingKeys();
+
+}  // namespace verbatix
