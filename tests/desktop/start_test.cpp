@@ -124,7 +124,8 @@ TEST(Start, FindsItsSettingsFile) {
     };
     for (const auto& row : rows) {
         const std::wstring roaming = RoamingFile();
-        DeleteFileW(roaming.c_str());
+        // As on a machine that has never had a list: the generation behind and the backups count as one.
+        Folder::RemoveTree(roaming.substr(0, roaming.rfind(L'\\')));
         ProgramRun run(row.programName);
         run.StartPlain(L"-bg");
         ASSERT_TRUE(WaitFor([&] { return run.MainDialog() != nullptr; }, 15000));

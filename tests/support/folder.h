@@ -35,7 +35,7 @@ class Folder {
     // Full path of a file of that name in the folder.
     std::wstring File(std::wstring_view name) const { return path_ + L"\\" + std::wstring(name); }
 
-  private:
+    // Removes a folder with all it holds.
     static void RemoveTree(const std::wstring& path) {
         WIN32_FIND_DATAW found;
         const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
@@ -51,6 +51,7 @@ class Folder {
         RemoveDirectoryW(path.c_str());
     }
 
+  private:
     std::wstring path_;
 };
 
