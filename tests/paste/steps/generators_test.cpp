@@ -21,6 +21,7 @@ TEST(GeneratedTexts, AreMadeOfTheSelection) {
         {L"öüÖÄÜß_",
          L"CString str_oeueOeAeUess_;{char w[]={'ö','ü','Ö','Ä','Ü','ß','_','\\0'};str_oeueOeAeUess_=w;} //"
          L"öüÖÄÜß_"},
+        {L"a=b", L"CString str_a=b;{char w[]={'a','=','b','\\0'};str_a=b=w;} //a=b"},
         {L"CString a=\"\";", L""},
     };
     for (const auto& [selection, source] : sources)
