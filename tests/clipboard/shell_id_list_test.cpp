@@ -55,7 +55,7 @@ TEST(ReadShellIdLists, YieldsListsOrNothing) {
     ASSERT_TRUE(lists);
     EXPECT_EQ(lists->parent, List({"drive", "folder"}));
     EXPECT_EQ(lists->items, (std::vector<std::string>{List({"one"}), List({"sub", "two"}), List({})}));
-    EXPECT_TRUE(ReadShellIdLists(Block({List({"folder"})})));
+    EXPECT_TRUE(ReadShellIdLists(Block({List({"folder"})})) && ReadShellIdLists(Block({List({})})));
     std::vector<std::string> longest(8, std::string(65533, 'x'));
     longest.push_back("1234");  // 512 KB with all sizes and the terminator
     EXPECT_TRUE(ReadShellIdLists(Block({List(longest)})));

@@ -189,6 +189,7 @@ TEST(MenuTexts, AreOfUsableSize) {
         {L"Dear Sir,\\nthank you", false, L"Dear Sir, thank you"},
         {L"\\new folder", true, L"\\new folder"},
         {std::wstring(80, L'y'), true, std::wstring(80, L'y')},
+        {std::wstring(78, L'y') + L"\\n\\n", true, std::wstring(78, L'y') + L"  "},
         {std::wstring(4000, L'y'), true, std::wstring(80, L'y') + L"\x2026"},
         {std::wstring(79, L'y') + L"\xd83d\xde00\xd83d\xde00", false, std::wstring(79, L'y') + L"\x2026"},
         {std::wstring(4000, L'&'), false, std::wstring(160, L'&') + L"\x2026"},
@@ -284,6 +285,7 @@ TEST(DecideMenuInput, HoldsBackWhatTheHotkeyLeaves) {
                 MSG message = {nullptr, event.message, event.key, 0, event.time + shift, {}};
                 EXPECT_EQ(DecideMenuInput(state, message), event.decision)
                     << event.message << " " << event.key;
+                EXPECT_EQ(state.lastWasButtonDown, event.message == WM_LBUTTONDOWN);
             }
         }
     }

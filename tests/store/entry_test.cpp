@@ -77,6 +77,7 @@ TEST(UpdateEntry, TakesTheEditorsFieldsOnlyAndAnyChangeMakesItDirty) {
     edited->text[0] = L'O';
     EXPECT_TRUE(UpdateEntry(list, 0, *edited));
     EXPECT_EQ(entry.kind, -1);
+    EXPECT_STREQ(entry.text, L"Old");
     EXPECT_FALSE(UpdateEntry(list, 1, *edited));
 }
 

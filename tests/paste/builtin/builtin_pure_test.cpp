@@ -47,6 +47,9 @@ PixelImage Draw(const std::vector<std::string>& rows) {
 }
 
 TEST(FindContent, LeavesThePlainBorderOut) {
+    const std::pair<std::uint32_t, int> greys[] = {
+        {0xFF0000, 9}, {0xFF00, 18}, {0xFF, 3}, {0xFFFFFFFF, 30}};
+    for (const auto& [pixel, grey] : greys) EXPECT_EQ(CoarseGrey(pixel), grey) << pixel;
     const std::tuple<std::vector<std::string>, int, PixelArea> cases[] = {
         {{"     ", "  #  ", " ##  ", "     ", "     "}, 0, {1, 1, 3, 3}},
         {{"     ", "  #  ", " ##  ", "     ", "     "}, 1, {0, 0, 4, 4}},

@@ -21,6 +21,7 @@ TEST(GeneratedTexts, AreMadeOfTheSelection) {
         {L"öüÖÄÜß_",
          L"CString str_oeueOeAeUess_;{char w[]={'ö','ü','Ö','Ä','Ü','ß','_','\\0'};str_oeueOeAeUess_=w;} //"
          L"öüÖÄÜß_"},
+        {L"a=b", L"CString str_a=b;{char w[]={'a','=','b','\\0'};str_a=b=w;} //a=b"},
         {L"CString a=\"\";", L""},
     };
     for (const auto& [selection, source] : sources)
@@ -29,6 +30,7 @@ TEST(GeneratedTexts, AreMadeOfTheSelection) {
     // Worked out apart: the draws are 2396403, 938935110, 1514070777, 2843819020, 3576732287, of which each
     // place swaps with the rest modulo 5: 3, 0, 2, 0, 2.
     EXPECT_EQ(ShuffledRows(L"a\r\nb\n\nc\rd\ne", 0), L"a\r\ncd\r\ne\r\nb\r\n\r\n");
+    EXPECT_EQ(ShuffledRows(L"a\nb", 0), L"a\r\nb\r\n");  // 1, 0
     EXPECT_EQ(ShuffledRows(L"one\r", 1), L"");
 
     EXPECT_EQ(HtmlPageName(L"My own page"), L"to_html_My_own_page.html");
