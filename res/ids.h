@@ -27,6 +27,7 @@
 #define IDC_TREE 1092
 #define IDC_LIST_CAPTION 1093
 #define IDC_TREE_CAPTION 1094
+#define IDC_KEEP_PATHS 1095
 
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040
@@ -58,22 +59,60 @@
 
 #define CMD_TRAY_NEW 40004
 
-// Menu bar
+// Menu bar: what it sends carries a marker, so its numbers may be others' too
+#define CMD_TRAY_IF_CLOSE 2
+#define CMD_START_IN_TRAY 3
+#define CMD_START_HIDDEN 4
+#define CMD_TRAY_IF_MINIMIZE 5
+#define CMD_HIDE_IF_CLOSE 6
+#define CMD_HIDE_NOW 7
+#define CMD_DATE_CODES 1112
+#define CMD_TIME_CODES 1113
+#define CMD_DATE_HELP 1114
+#define CMD_RESTORE_CLIPBOARD 1115
+#define CMD_OPEN_SETTINGS_FILE 1116
+#define CMD_IMPORT_FILE 1117
+#define CMD_IMPORT_EXCHANGE_FILE 1118
 #define CMD_EXPORT_SELECTION 1119
 #define CMD_EXPORT_ALL 1120
 #define CMD_COPY_ALL_AS_TEXT 1121
 #define CMD_WRITE_EXCHANGE_FILE 1122
 #define CMD_COPY_AS_TEXT 1123
 #define CMD_SUGGEST_WORDS 1124
-#define CMD_TOPMOST 1014
+#define CMD_TOPMOST 1014          // of the main window too
+#define CMD_PROGRAM_PAGE 1018     // of the main window too
+#define CMD_MENU_SORT_FIRST 2000  // and the two behind it: one an order of the paste menu
+#define CMD_SUPPORT 2031          // of the main window too
+#define CMD_IGNORE_CASE 3000
+#define CMD_MENU_TIPS 3001
+#define CMD_ORDER_NUMBERS 3002
 #define CMD_START_WITH_WINDOWS 3003
+#define CMD_NEVER_DARK 3004
 #define CMD_SOFT_PAINT 3005
 #define CMD_SET_FOCUS 3006
-#define CMD_SIZE_FIRST 3010       // and the two behind it: one a size
+#define CMD_SIZE_FIRST 3010  // and the two behind it: one a size
+#define CMD_BACKUP_HOURLY 4001
+#define CMD_BACKUP_DAILY 4002
+#define CMD_BACKUP_NOW 4003
+#define CMD_BACKUP_FOLDER 4004
+#define CMD_BACKUP_HELP 4005
+#define CMD_RESTART_ELEVATED 12800
+#define CMD_ELEVATED_PROMPT 12801
+#define CMD_EXIT_MENU 12802
+#define CMD_RESTART 12804
+#define CMD_QUESTIONS 32794  // of the main window too
+#define CMD_LOOK_FOR_UPDATES 44000
+#define CMD_UNINSTALL 44003
 #define CMD_LANGUAGE_FIRST 50000  // and the number of the language
 #define CMD_LANGUAGE_LAST 59999
 
 // Main window
+#define CMD_SEND_TO_TRAY 5
+#define CMD_NEXT_VERSION 1051
+#define CMD_NEXT_VERSION_TOO 32894
+#define CMD_NOTHING 7778
+#define CMD_NOTHING_TOO 11112
+#define CMD_HIDE 32782
 #define CMD_LANGUAGE_MENU 2022
 #define CMD_UNSAVED_TEXT 40010  // posted to itself at start
 #define CMD_LIST_DAMAGE 40016   // posted to itself at start

@@ -175,7 +175,7 @@ int ChooseSettingsPath() {
 }
 
 std::wstring WriteErrorPage(bool germanUser) {
-    std::wstring site = LanguageText(germanUser ? 20 : 21);
+    std::wstring site = LanguageText(germanUser ? text::kSite : text::kEnglishSite);
     if (site.empty()) site = germanUser ? L"https://verbatix.example/" : L"https://verbatix.example/en/";
     return site + L"?seite=faq-Verbatix&faq=29";
 }

@@ -5,11 +5,14 @@
 #include <map>
 #include <string>
 
+#include "base/language_texts.h"
+
 namespace verbatix {
 
 using LanguageTexts = std::map<int, std::wstring>;
 
-// The text with that number in the active language, else in English, else an empty text.
+// The text with that number (see language_texts.h) in the active language, else in English, else an empty
+// text.
 const std::wstring& LanguageText(int number);
 
 // Replaces the active texts and the English ones that stand in where the active language has none.

@@ -14,8 +14,10 @@ struct ModifierRow {
 
 // By modifier code.
 constexpr ModifierRow kModifiers[kModifierCount] = {
-    {L"L-Win", 34}, {L"R-Win", 35},  {L"Ctrl-Alt", 36}, {L"Alt-Gr", 37},   {L"Ctrl", 38},
-    {L"Alt", 39},   {L"R-Ctrl", 81}, {L"L-Mouse", 150}, {L"M-Mouse", 151}, {L"R-Mouse", 152},
+    {L"L-Win", text::kLeftWin},       {L"R-Win", text::kRightWin},     {L"Ctrl-Alt", text::kCtrlAlt},
+    {L"Alt-Gr", text::kAltGr},        {L"Ctrl", text::kCtrl},          {L"Alt", text::kAlt},
+    {L"R-Ctrl", text::kRightCtrl},    {L"L-Mouse", text::kLeftButton}, {L"M-Mouse", text::kMiddleButton},
+    {L"R-Mouse", text::kRightButton},
 };
 
 // The order in which names are tried: "Ctrl-Alt" before "Ctrl", "Alt-Gr" before "Alt".

@@ -5,7 +5,6 @@
 namespace verbatix {
 
 static constexpr int kTrialHotkeyId = 444;
-static constexpr int kTextHotkeyTaken = 131;
 
 static BYTE ModifierKey(unsigned modifier) {
     switch (modifier) {
@@ -48,7 +47,7 @@ bool IsWinHotkeyTaken(HWND window, unsigned key, bool report) {
         UnregisterHotKey(window, kTrialHotkeyId);
         return false;
     }
-    if (report) MessageBoxW(window, LanguageText(kTextHotkeyTaken).c_str(), L"", MB_OK);
+    if (report) MessageBoxW(window, LanguageText(text::kHotkeyTaken).c_str(), L"", MB_OK);
     return true;
 }
 

@@ -8,8 +8,6 @@
 
 namespace verbatix {
 
-static constexpr int kTextTakenWinKey = 160;
-
 bool BreakIntoColumns(MenuNode& menu, const MenuSpace& space,
                       const std::function<int(const std::wstring&)>& widthOf) {
     const std::size_t count = menu.children.size();
@@ -88,7 +86,7 @@ static bool Fill(HMENU menu, MenuNode& node, const MenuSpace& space, const MenuR
 
 UniqueMenu MakeMenuHandle(MenuNode tree, POINT place, bool winKeyIsTaken) {
     const MenuRuler ruler;
-    const std::wstring& takenWinKey = LanguageText(kTextTakenWinKey);
+    const std::wstring& takenWinKey = LanguageText(text::kWinKeyTaken);
     MenuSpace space = SpaceAt(place);
     UniqueMenu menu(CreatePopupMenu());
     space.width -= std::max(ruler.WidthOf(kProductName), winKeyIsTaken ? ruler.WidthOf(takenWinKey) : 0);

@@ -18,13 +18,6 @@ namespace verbatix {
 
 namespace {
 
-constexpr int kCannotOpen = 66;
-constexpr int kQuestion = 128;
-constexpr int kFound = 129;
-constexpr int kNothingFound = 1076;
-constexpr int kFileTooLarge = 1300;
-constexpr int kSomeLeftOut = 1301;
-
 // A value of up to two characters is no entry.
 constexpr std::size_t kLongestNothing = 2;
 
@@ -65,8 +58,9 @@ void Tell(const ListClient& client, const std::wstring& text) {
 
 // Whether the user said Yes.
 bool AskAndAdd(EntryList& list, const ListClient& client, const std::vector<EntryTexts>& entries) {
-    const std::wstring question = Format(L"%ls: %d\n\n%ls", LanguageText(kFound).c_str(),
-                                         static_cast<int>(entries.size()), LanguageText(kQuestion).c_str());
+    const std::wstring question =
+        Format(L"%ls: %d\n\n%ls", LanguageText(text::kEntriesFound).c_str(),
+               static_cast<int>(entries.size()), LanguageText(text::kAddEntries).c_str());
     if (!client.showMessage ||
         client.showMessage(client.window, question.c_str(), kProductName, MB_YESNOCANCEL) != IDYES) {
         return false;
@@ -141,13 +135,15 @@ ListToImport ReadListToImport(const std::wstring& path) {
 void ImportListFile(EntryList& list, const ListClient& client, const std::wstring& path) {
     const ListToImport import = ReadListToImport(path);
     switch (import.problem) {
-        case ListToImport::kUnreadable: return Tell(client, LanguageText(kCannotOpen) + L":\n" + path);
-        case ListToImport::kTooLarge: return Tell(client, LanguageText(kFileTooLarge) + L"\n" + path);
-        case ListToImport::kNoEntries: return Tell(client, LanguageText(kNothingFound) + L"\n" + path);
+        case ListToImport::kUnreadable:
+            return Tell(client, LanguageText(text::kCannotOpenFile) + L":\n" + path);
+        case ListToImport::kTooLarge: return Tell(client, LanguageText(text::kFileTooLarge) + L"\n" + path);
+        case ListToImport::kNoEntries:
+            return Tell(client, LanguageText(text::kNothingFound) + L"\n" + path);
         case ListToImport::kNone: break;
     }
     if (AskAndAdd(list, client, import.entries) && import.leftOut > 0) {
-        Tell(client, FillIn(LanguageText(kSomeLeftOut), {std::to_wstring(import.leftOut)}));
+        Tell(client, FillIn(LanguageText(text::kSomeLeftOut), {std::to_wstring(import.leftOut)}));
     }
 }
 

@@ -113,7 +113,8 @@ void RefreshViews(const ListClient& client, bool refresh) {
 
 void ReportUnsaved(const ListClient& client) {
     if (!client.showMessage || std::exchange(isFailureTold, true)) return;
-    client.showMessage(client.window, (LanguageText(53) + L"\n" + settingsPath).c_str(), L"", MB_OK);
+    client.showMessage(client.window, (LanguageText(text::kListNotSaved) + L"\n" + settingsPath).c_str(),
+                       L"", MB_OK);
 }
 
 // Loads the list into an empty one. False when the file cannot be read within that time.

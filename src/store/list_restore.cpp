@@ -18,8 +18,6 @@ namespace verbatix {
 
 namespace {
 
-constexpr int kDamageFound = 1360;
-constexpr int kOtherListFound = 1368;
 constexpr std::int64_t kLargestFile = 64LL << 20;
 
 std::wstring Choice(int text, const ListSource& source) {
@@ -27,17 +25,12 @@ std::wstring Choice(int text, const ListSource& source) {
 }
 
 std::wstring DamageQuestion(const ListDamage& damage) {
-    constexpr int kKeptIn = 1361;
-    constexpr int kYes = 1362;
-    constexpr int kNo = 1363;
-    constexpr int kNoGoOn = 1364;
-    constexpr int kCancelGoOn = 1365;
     std::wstring text =
-        FillIn(LanguageText(kDamageFound), {std::to_wstring(damage.entries), damage.path}) + L"\n";
-    if (!damage.keptIn.empty()) text += FillIn(LanguageText(kKeptIn), {damage.keptIn}) + L"\n";
-    text += Choice(kYes, damage.sources[0]);
-    if (damage.sources.size() > 1) text += Choice(kNo, damage.sources[1]);
-    return text + L"\n" + LanguageText(damage.sources.size() > 1 ? kCancelGoOn : kNoGoOn);
+        FillIn(LanguageText(text::kDamageFound), {std::to_wstring(damage.entries), damage.path}) + L"\n";
+    if (!damage.keptIn.empty()) text += FillIn(LanguageText(text::kDamagedKeptIn), {damage.keptIn}) + L"\n";
+    text += Choice(text::kYesOther, damage.sources[0]);
+    if (damage.sources.size() > 1) text += Choice(text::kNoOther, damage.sources[1]);
+    return text + L"\n" + LanguageText(damage.sources.size() > 1 ? text::kCancelGoOn : text::kNoGoOn);
 }
 
 // The copy that the user has chosen; null for what is left.
@@ -70,7 +63,7 @@ bool AskAboutDamage(EntryList& list, const ListClient& client) {
 }
 
 bool OfferKeptList(EntryList& list, const ListClient& client, const std::wstring& copy) {
-    const std::wstring question = FillIn(LanguageText(kOtherListFound), {copy});
+    const std::wstring question = FillIn(LanguageText(text::kAskLoadOther), {copy});
     if (!client.showMessage || client.showMessage(client.window, question.c_str(), kProductName,
                                                   MB_YESNO | MB_ICONQUESTION) != IDYES) {
         return false;

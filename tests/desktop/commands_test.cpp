@@ -1,6 +1,7 @@
 // Entries that do more than paste, pressed on the keyboard of the running program.
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "support/keys.h"
 #include "support/program_run.h"
@@ -89,12 +90,15 @@ TEST_F(EntryCommands, ReplaceExpandAndPlayKeys) {
 }
 
 TEST_F(EntryCommands, ProgramsStart) {
-    const std::wstring tool = L"\"" + Tool() + L"\"";
+    // The checkout may stand in a folder whose name begins with "n".
+    std::wstring place = run_.Place().Path() + L"\\";
+    ReplaceAll(place, L"\\n", L"\\%nc%n");
+    const std::wstring tool = L"\"" + place + L"my tool.exe\"";
     Start({{L"Ctrl-Alt+A", L"cmd:" + tool + L" one \"two three\""},
-           {L"Ctrl-Alt+B", L"run:" + Tool()},
+           {L"Ctrl-Alt+B", L"run:" + place + L"my tool.exe"},
            {L"Ctrl-Alt+C", L"runx:" + tool + L" <%cpy%>\\n" + tool + L" %cpy_txt_urlencode%"},
            {L"Ctrl-Alt+D", L"cpy:" + tool + L" [%cpy%]"},
-           {L"Ctrl-Alt+E", L"cmd:" + run_.Place().File(L"missing.exe") + L" x"},
+           {L"Ctrl-Alt+E", L"cmd:" + place + L"missing.exe x"},
            {L"Ctrl-Alt+F", L"later"}});
     const auto launched = [&](const std::wstring& line) {
         return WaitFor([&] { return Launched().find(line + L"|") != std::wstring::npos; }, 10000);

@@ -154,6 +154,22 @@ TEST_F(EditorTest, NamesTheEntryWithTheSameHotkey) {
     EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=two<E<N<D|"));
 }
 
+TEST_F(EditorTest, OffersToKeepAPathThatALineBreakTakesApart) {
+    Start({{L"Ctrl+Q", L"runx:notepad\\ncalc"}});
+    ClickRow(0);
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"runx:notepad\r\ncalc"));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_KEEP_PATHS)));
+    SendMessageW(Control(IDC_TEXT), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L""));
+    Type(IDC_TEXT, L"runx:C:\\new\\x.exe");
+    ASSERT_TRUE(WaitFor([&] { return IsWindowVisible(Control(IDC_KEEP_PATHS)); }));
+    EXPECT_NE(Text(IDC_CLASH), L"");
+    Press(IDC_KEEP_PATHS);
+    EXPECT_TRUE(FileGets(L"Ctrl+Q=runx:C:\\%nc%new\\x.exe<E<N<D|"));
+    EXPECT_EQ(Text(IDC_TEXT), L"runx:C:\\%nc%new\\x.exe");
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_KEEP_PATHS)));
+    EXPECT_EQ(Text(IDC_CLASH), L"");
+}
+
 TEST_F(EditorTest, FilterNarrowsTheListAndEscapeWidensIt) {
     Start({{L"Ctrl+Q", L"alpha"}, {L"Alt+W", L"beta", L"Mark"}, {L"Alt+E", L"gamma"}});
     PlayStroke({VK_LCONTROL}, 'F');

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -130,6 +131,28 @@ TEST(Start, FindsItsSettingsFile) {
         const std::wstring beside = run.Place().File(L"Verbatix.ini");
         EXPECT_EQ(!ReadSetting(beside, L"listcmd_count").empty(), row.besideProgram);
         EXPECT_EQ(!ReadSetting(roaming, L"listcmd_count").empty(), !row.besideProgram);
+        EXPECT_EQ(run.Exit(), 1);
+    }
+}
+
+TEST(Start, NoFileKeepsTheProgramFromStarting) {
+    const std::wstring list = SettingsText({{L"Ctrl+Q", L"kept"}});
+    std::string noise(4000, '\0');
+    for (std::size_t i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>(i * i >> 7);
+    const std::pair<std::string, int> files[] = {
+        {noise, -1},
+        {Utf16File(list.substr(0, list.size() / 2)), -1},
+        {Utf16File(list + L"listcmd_count=7\r\n"), 1},
+        {Utf16File(
+             L"[Program]\r\nlistcmd_count=300000000\r\n[list_text]\r\ntext_000=Ctrl+Q=kept<E<N<D|\r\n"),
+         1},
+    };
+    for (const auto& [bytes, entries] : files) {
+        ProgramRun run;
+        ASSERT_TRUE(WriteBytes(run.SettingsFile(), bytes));
+        ASSERT_TRUE(run.Start(L"-bg")) << ::testing::PrintToString(bytes);
+        const auto rows = SendMessageW(GetDlgItem(run.MainDialog(), IDC_LIST), LVM_GETITEMCOUNT, 0, 0);
+        EXPECT_TRUE(entries < 0 || rows == entries) << rows;
         EXPECT_EQ(run.Exit(), 1);
     }
 }

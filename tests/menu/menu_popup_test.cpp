@@ -101,7 +101,7 @@ class MenuPopupTest : public testing::Test {
         window = target.WaitForVisibleWindow(L"VerbatixTestTarget");
         edit = FindWindowExW(window, nullptr, L"EDIT", nullptr);
         SetCursorPos(200, 700);
-        EXPECT_TRUE(WaitFor([this] { return GetForegroundWindow() == window; }));
+        EXPECT_TRUE(test::SettlesInFront(window));
         Fill();
     }
 

@@ -12,6 +12,7 @@
 #include "hotkeys/key_watch.h"
 #include "support/desktop.h"
 #include "support/folder.h"
+#include "support/keys.h"
 #include "support/process.h"
 #include "support/wait.h"
 
@@ -25,7 +26,7 @@ class SelectionTarget : public testing::Test {
         ASSERT_TRUE(target);
         edit = FindWindowExW(target, nullptr, L"EDIT", nullptr);
         SetForegroundWindow(target);
-        ASSERT_TRUE(IsInFront());
+        ASSERT_TRUE(SettlesInFront(target));
         ClipboardPutText(L"old text");
         keepClipboardOnce = false;
         KeyWatch::Take();

@@ -52,9 +52,28 @@ inline bool KeepsModifiers() {
     return isDown;
 }
 
+// Waits until strokes arrive in a window of another program: it is in front, has the keyboard, and
+// modifiers stay down. A window that comes to the front, or under the mouse, makes the bench read the real
+// keyboard, which has no key down, some time later. False when that takes too long.
+inline bool SettlesInFront(HWND window) {
+    return WaitFor(
+        [&] {
+            GUITHREADINFO info = {};
+            info.cbSize = sizeof info;
+            return GetForegroundWindow() == window &&
+                   GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) && info.hwndFocus &&
+                   KeepsModifiers();
+        },
+        20000);
+}
+
 // Holds `held` down in that order, strokes `key`, lets `held` up in reverse order.
 inline void PlayStroke(std::initializer_list<BYTE> held, BYTE key) {
     for (const BYTE modifier : held) HoldDown(modifier);
+    const auto isUp = [](BYTE modifier) { return GetAsyncKeyState(modifier) >= 0; };
+    for (const BYTE modifier : held) {
+        if (isUp(modifier)) HoldDown(modifier);
+    }
     PressKeyDown(key);
     LetKeyUp(key);
     for (auto modifier = std::rbegin(held); modifier != std::rend(held); ++modifier) LetKeyUp(*modifier);

@@ -66,7 +66,7 @@ Target::Target(std::wstring_view title)
     window_ = process_.WaitForVisibleWindow(L"VerbatixTestTarget");
     edit_ = GetDlgItem(window_, 1);
     Activate();
-    WaitFor(KeepsModifiers);
+    SettlesInFront(window_);
 }
 
 void Target::SetText(std::wstring_view text) const {

@@ -25,8 +25,6 @@ const wchar_t* ImageFormatName(std::string_view bytes) {
 
 namespace {
 
-constexpr int kTextCannotOpen = 66;
-
 struct FileBytes {
     UniqueGlobal block;
     std::string start;  // as much as tells the format
@@ -88,7 +86,7 @@ bool ImageFileToClipboard(std::wstring_view untrimmedPath) {
         GiveFileBytes(std::move(file));
     }
     if (!opened) {
-        ShowBoxInFront(nullptr, LanguageText(kTextCannotOpen) + L": " + path, L"", MB_ICONERROR);
+        ShowBoxInFront(nullptr, LanguageText(text::kCannotOpenFile) + L": " + path, L"", MB_ICONERROR);
     }
     SendPaste(20);
     keepClipboardOnce = true;

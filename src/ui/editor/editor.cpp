@@ -9,6 +9,8 @@
 #include "base/text.h"
 #include "hotkeys/hotkey_names.h"
 #include "ids.h"
+#include "paste/text/command_prefixes.h"
+#include "paste/text/path_breaks.h"
 #include "ui/editor/editor_fields.h"
 #include "ui/editor/word_completion.h"
 #include "ui/state/keep_entries.h"
@@ -25,15 +27,20 @@ struct Caption {
     int text;
 };
 
-constexpr int kEntriesText = 1151;
-
 constexpr Caption kCaptions[] = {
-    {IDC_FILTER_CAPTION, 1150},       {IDC_LIST_CAPTION, kEntriesText},
-    {IDC_TREE_CAPTION, kEntriesText}, {IDC_LABEL_CAPTION, 1045},
-    {IDC_MODIFIER_CAPTION, 1046},     {IDC_KEY_CAPTION, 1047},
-    {IDC_TEXT_CAPTION, 1048},         {CMD_NEW_ENTRY, 1040},
-    {CMD_COPY_ENTRY, 1041},           {CMD_DELETE_ENTRY, 1042},
-    {CMD_TEST_ENTRY, 1043},           {IDC_INSERT, 1044},
+    {IDC_FILTER_CAPTION, text::kFilterCaption},
+    {IDC_LIST_CAPTION, text::kEntriesCaption},
+    {IDC_TREE_CAPTION, text::kEntriesCaption},
+    {IDC_LABEL_CAPTION, text::kLabelCaption},
+    {IDC_MODIFIER_CAPTION, text::kModifierCaption},
+    {IDC_KEY_CAPTION, text::kKeyCaption},
+    {IDC_TEXT_CAPTION, text::kTextCaption},
+    {CMD_NEW_ENTRY, text::kNew},
+    {CMD_COPY_ENTRY, text::kCopy},
+    {CMD_DELETE_ENTRY, text::kDelete},
+    {CMD_TEST_ENTRY, text::kTest},
+    {IDC_INSERT, text::kInsert},
+    {IDC_KEEP_PATHS, text::kKeepPath},
 };
 
 // What works only with an entry.
@@ -52,20 +59,52 @@ unsigned ChosenModifier() {
 void ShowCounter() {
     std::wstring counter;
     if (editor.position >= 0) {
-        counter = Format(L"%ls (%d/4000)", LanguageText(41).c_str(),
+        counter = Format(L"%ls (%d/4000)", LanguageText(text::kCounter).c_str(),
                          GetWindowTextLengthW(DialogControl(IDC_TEXT)));
     }
     SetFieldText(IDC_COUNTER, counter);
 }
 
-void ShowClash() {
-    std::wstring warning;
+// What becomes of a path in the text that a backslash-n takes apart: only the entries that run line by line
+// take that for a line break, the others run, but show one. 0 where there is none.
+int PathAdvice() {
+    const std::optional<std::wstring> stored = StoredFromEditorText(FieldText(IDC_TEXT));
+    if (editor.position < 0 || !stored || PathBreaks(*stored).empty()) return 0;
+    const bool fallsApart = ParseCommand(*stored).kind == CommandKind::RunLines;
+    return fallsApart ? text::kPathBreaks : text::kPathShownBroken;
+}
+
+// What the user should know of the entry: a path that falls apart first, it will not run.
+void ShowAdvice() {
+    std::wstring advice;
+    const int pathAdvice = PathAdvice();
     const std::optional<int> other =
         FindClash(mainWindow.entries, editor.position, KeyFromInput(FieldText(IDC_KEY)), ChosenModifier());
-    if (editor.position >= 0 && other) {
-        warning = FillIn(LanguageText(1152), {EntryName(mainWindow.entries.at(*other).current)});
+    if (pathAdvice) {
+        advice = LanguageText(pathAdvice);
+    } else if (editor.position >= 0 && other) {
+        advice =
+            FillIn(LanguageText(text::kHotkeyShared), {EntryName(mainWindow.entries.at(*other).current)});
     }
-    if (warning != FieldText(IDC_CLASH)) SetFieldText(IDC_CLASH, warning);
+    if (advice != FieldText(IDC_CLASH)) SetFieldText(IDC_CLASH, advice);
+    const HWND button = DialogControl(IDC_KEEP_PATHS);
+    const bool isOffered = (GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE) != 0;
+    if ((pathAdvice != 0) == isOffered) return;
+    if (GetFocus() == button) SetFocus(DialogControl(IDC_TEXT));
+    ShowWindow(button, pathAdvice ? SW_SHOW : SW_HIDE);
+    // Sizes the two that share the line.
+    SendMessageW(mainWindow.window, WM_SIZE, 0, 0);
+}
+
+// One change, which Ctrl+Z takes back.
+void KeepPathsOfText() {
+    const std::optional<std::wstring> stored = StoredFromEditorText(FieldText(IDC_TEXT));
+    if (!stored) return;
+    const HWND field = DialogControl(IDC_TEXT);
+    SendMessageW(field, EM_SETSEL, 0, -1);
+    SendMessageW(field, EM_REPLACESEL, TRUE,
+                 reinterpret_cast<LPARAM>(EditorFromStoredText(KeepPaths(*stored)).c_str()));
+    SetFocus(field);
 }
 
 void EnableEntryControls(bool enable) {
@@ -95,7 +134,7 @@ void WarnOfLongText() {
     static bool isShown = false;
     editor.warned = true;
     if (std::exchange(isShown, true)) return;
-    MessageBoxW(mainWindow.window, (LanguageText(55) + L": 4000").c_str(), kProductName,
+    MessageBoxW(mainWindow.window, (LanguageText(text::kTextTooLong) + L": 4000").c_str(), kProductName,
                 MB_OK | MB_ICONWARNING);
     isShown = false;
 }
@@ -122,17 +161,17 @@ void OnKeyField(int code) {
         case CBN_SELCHANGE:
             ShowChosenKey();
             Changed();
-            ShowClash();
+            ShowAdvice();
             break;
         // No timer here: "F1" on the way to "F12" is no hotkey that anybody wants.
         case CBN_EDITCHANGE:
             editor.edited = editor.edited || (!editor.filling && editor.position >= 0);
-            ShowClash();
+            ShowAdvice();
             break;
         case CBN_KILLFOCUS:
             if (!editor.edited) break;
             SetFieldText(IDC_KEY, FormatKeyName(KeyFromInput(FieldText(IDC_KEY))));
-            ShowClash();
+            ShowAdvice();
             SaveEdits(Warn::kOnce);
             break;
         default: break;
@@ -144,7 +183,9 @@ void OnTextField(int code) {
     if (code != EN_CHANGE) return;
     ShowCounter();
     Changed();
-    if (!editor.filling) OnTextTyped();
+    if (editor.filling) return;
+    ShowAdvice();
+    OnTextTyped();
 }
 
 }  // namespace
@@ -152,7 +193,7 @@ void OnTextField(int code) {
 void RelabelEditor() {
     for (const Caption& caption : kCaptions) SetFieldText(caption.control, LanguageText(caption.text));
     // By the name a screen reader finds the view itself; the access key is its caption's.
-    std::wstring views = LanguageText(kEntriesText);
+    std::wstring views = LanguageText(text::kEntriesCaption);
     ReplaceAll(views, L"&", L"");
     for (const int view : {IDC_LIST, IDC_TREE}) SetFieldText(view, views);
     const HWND modifiers = DialogControl(IDC_MODIFIER);
@@ -165,9 +206,9 @@ void RelabelEditor() {
     }
     SendMessageW(modifiers, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
     SendMessageW(DialogControl(IDC_FILTER), EM_SETCUEBANNER, TRUE,
-                 reinterpret_cast<LPARAM>(LanguageText(1049).c_str()));
+                 reinterpret_cast<LPARAM>(LanguageText(text::kFilterCue).c_str()));
     ShowCounter();
-    ShowClash();
+    ShowAdvice();
 }
 
 void SetUpEditor(HWND dialog) {
@@ -193,7 +234,7 @@ void ShowInEditor(int position) {
     if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     EnableEntryControls(exists);
     ShowCounter();
-    ShowClash();
+    ShowAdvice();
 }
 
 bool TakeEditsOver(Warn warn) {
@@ -243,10 +284,13 @@ bool OnEditorNotification(int control, int code) {
         case IDC_MODIFIER:
             if (code == CBN_SELCHANGE) {
                 Changed();
-                ShowClash();
+                ShowAdvice();
             }
             return true;
         case IDC_KEY: return OnKeyField(code), true;
+        case IDC_KEEP_PATHS:
+            if (code == BN_CLICKED) KeepPathsOfText();
+            return true;
         default: return false;
     }
 }

@@ -20,105 +20,94 @@ namespace verbatix {
 
 namespace {
 
-enum Group {
-    kDateCodes = 1160,
-    kDateMoves,
-    kSelection,
-    kKeys,
-    kCommands,
-    kBuiltins,
-    kPrograms,
-    kGenerators,
-};
-
 struct Meaning {
     std::wstring_view token;
     int text;
 };
 
 constexpr Meaning kMeanings[] = {
-    {L"%TAB%", 1170},
-    {L"%nc%", 1171},
-    {L"%user_name%", 1172},
-    {L"%computer_name%", 1173},
-    {L"%phtml%", 1174},
-    {L"%copy_text%", 1175},
-    {L"%copy_text_uc%", 1176},
-    {L"%copy_text_lc%", 1177},
-    {L"%copy_text_escape%", 1178},
-    {L"%copy_text_ucFirstWord%", 1179},
-    {L"%copy_text_ucFirstAllWords%", 1180},
-    {L"%copy_text_lc_ucFirstWord%", 1181},
-    {L"%copy_text_lc_ucFirstAllWords%", 1182},
-    {L"%copy_text_mix_lc_uc%", 1183},
-    {L"%copy_html%", 1184},
-    {L"pastehtml:", 1185},
-    {L"%pptxt%", 1186},
-    {L"%cpy%", 1175},
-    {L"%cpy_txt_urlencode%", 1187},
-    {L"%send_enter%", 1188},
-    {L"%send_tab%", 1189},
-    {L"%sleep_50%", 1243},
-    {L"%sleep_100%", 1243},
-    {L"%sleep_200%", 1243},
-    {L"%sleep_500%", 1243},
-    {L"%mix_the_string%", 1190},
-    {L"%plain_text_to_tmp_html%", 1191},
-    {L"%mix_al_rows%", 1192},
-    {L"replace:", 1193},
-    {L"copy_slot:", 1194},
-    {L"paste_slot:", 1195},
-    {L"save_slot:", 1196},
-    {L"sys:", 1197},
-    {L"runx:", 1198},
-    {L"runX:", 1198},
-    {L"runa:", 1199},
-    {L"runA:", 1199},
-    {L"img:", 1200},
-    {L"cmd:", 1201},
-    {L"run:", 1201},
-    {L"cpy:", 1202},
-    {L"sys:MonitorOff", 1203},
-    {L"sys:MonitorOn", 1204},
-    {L"sys:ScreensaverOn", 1205},
-    {L"sys:ImgToClipboard", 1206},
-    {L"sys:PathToClipboard", 1207},
+    {L"%TAB%", text::kMeansTab},
+    {L"%nc%", text::kMeansApart},
+    {L"%user_name%", text::kMeansUserName},
+    {L"%computer_name%", text::kMeansComputerName},
+    {L"%phtml%", text::kMeansClipboardHtml},
+    {L"%copy_text%", text::kMeansSelection},
+    {L"%copy_text_uc%", text::kMeansUpperCase},
+    {L"%copy_text_lc%", text::kMeansLowerCase},
+    {L"%copy_text_escape%", text::kMeansHtmlCodes},
+    {L"%copy_text_ucFirstWord%", text::kMeansFirstCapital},
+    {L"%copy_text_ucFirstAllWords%", text::kMeansEveryCapital},
+    {L"%copy_text_lc_ucFirstWord%", text::kMeansLowerFirstCapital},
+    {L"%copy_text_lc_ucFirstAllWords%", text::kMeansLowerEveryCapital},
+    {L"%copy_text_mix_lc_uc%", text::kMeansMixedCase},
+    {L"%copy_html%", text::kMeansSelectionHtml},
+    {L"pastehtml:", text::kMeansPasteHtml},
+    {L"%pptxt%", text::kMeansClipboardText},
+    {L"%cpy%", text::kMeansSelection},
+    {L"%cpy_txt_urlencode%", text::kMeansUrlEncoded},
+    {L"%send_enter%", text::kMeansEnterKey},
+    {L"%send_tab%", text::kMeansTabKey},
+    {L"%sleep_50%", text::kMeansPause},
+    {L"%sleep_100%", text::kMeansPause},
+    {L"%sleep_200%", text::kMeansPause},
+    {L"%sleep_500%", text::kMeansPause},
+    {L"%mix_the_string%", text::kMeansSourceCode},
+    {L"%plain_text_to_tmp_html%", text::kMeansWebPage},
+    {L"%mix_al_rows%", text::kMeansShuffledLines},
+    {L"replace:", text::kMeansReplace},
+    {L"copy_slot:", text::kMeansCopySlot},
+    {L"paste_slot:", text::kMeansPasteSlot},
+    {L"save_slot:", text::kMeansSaveSlot},
+    {L"sys:", text::kMeansBuiltin},
+    {L"runx:", text::kMeansRunLines},
+    {L"runX:", text::kMeansRunLines},
+    {L"runa:", text::kMeansRunElevated},
+    {L"runA:", text::kMeansRunElevated},
+    {L"img:", text::kMeansPicture},
+    {L"cmd:", text::kMeansRun},
+    {L"run:", text::kMeansRun},
+    {L"cpy:", text::kMeansRunSelection},
+    {L"sys:MonitorOff", text::kMeansScreenOff},
+    {L"sys:MonitorOn", text::kMeansScreenOn},
+    {L"sys:ScreensaverOn", text::kMeansScreenSaver},
+    {L"sys:ImgToClipboard", text::kMeansSelectedPicture},
+    {L"sys:PathToClipboard", text::kMeansPaths},
     // The first name takes them all: the longer ones give the same plain paths.
-    {L"sys:PathToClipboard+", 1207},
-    {L"sys:PathToClipboardSlash", 1207},
-    {L"sys:PathToClipboardSlash+", 1207},
-    {L"sys:SwitchPowerOptions:", 1211},
-    {L"sys:ClipboardImgCliper", 1212},
-    {L"sys:ClipboardImgRGBA", 1213},
-    {L"sys:ShellBrowser", 1214},
-    {L"sys:Txt2Key", 1215},
-    {L"sys:ClTxt2Key", 1216},
-    {L"sys:CopyHtmlCode2TxtPaste", 1217},
-    {L"sys:CopyText2TmpHtmlPageAndOpen", 1218},
-    {L"%C%", 1219},
-    {L"%T%", 1220},
-    {L"%nmfd%", 1221},
-    {L"%mld%", 1222},
-    {L"%mfd%", 1223},
-    {L"%mfwd%", 1224},
-    {L"%mfWD%", 1225},
-    {L"%qfd%", 1226},
-    {L"%qfwd%", 1227},
-    {L"%qfWD%", 1228},
-    {L"%mlwd%", 1229},
-    {L"%mlWD%", 1230},
-    {L"%qlwd%", 1231},
-    {L"%qlWD%", 1232},
-    {L"%qld%", 1233},
-    {L"%uc%", 1234},
-    {L"%lc%", 1235},
-    {L"%dc%", 1236},
-    {L"%ldim%", 1237},
-    {L"%d+1%", 1238},
-    {L"%wd:1%", 1239},
-    {L"%addd+1%", 1240},
-    {L"%lwdim:1%", 1241},
-    {L"%lwdiq:1%", 1242},
+    {L"sys:PathToClipboard+", text::kMeansPaths},
+    {L"sys:PathToClipboardSlash", text::kMeansPaths},
+    {L"sys:PathToClipboardSlash+", text::kMeansPaths},
+    {L"sys:SwitchPowerOptions:", text::kMeansPowerScheme},
+    {L"sys:ClipboardImgCliper", text::kMeansCropPicture},
+    {L"sys:ClipboardImgRGBA", text::kMeansPictureSource},
+    {L"sys:ShellBrowser", text::kMeansFolderWindow},
+    {L"sys:Txt2Key", text::kMeansTypeText},
+    {L"sys:ClTxt2Key", text::kMeansTypeClipboard},
+    {L"sys:CopyHtmlCode2TxtPaste", text::kMeansHtmlAsText},
+    {L"sys:CopyText2TmpHtmlPageAndOpen", text::kMeansTextAsPage},
+    {L"%C%", text::kMeansAskDate},
+    {L"%T%", text::kMeansAskTime},
+    {L"%nmfd%", text::kMeansNextMonthFirst},
+    {L"%mld%", text::kMeansMonthLast},
+    {L"%mfd%", text::kMeansMonthFirst},
+    {L"%mfwd%", text::kMeansMonthFirstWorkday},
+    {L"%mfWD%", text::kMeansMonthFirstWorkdaySaturday},
+    {L"%qfd%", text::kMeansQuarterFirst},
+    {L"%qfwd%", text::kMeansQuarterFirstWorkday},
+    {L"%qfWD%", text::kMeansQuarterFirstWorkdaySaturday},
+    {L"%mlwd%", text::kMeansMonthLastWorkday},
+    {L"%mlWD%", text::kMeansMonthLastWorkdaySaturday},
+    {L"%qlwd%", text::kMeansQuarterLastWorkday},
+    {L"%qlWD%", text::kMeansQuarterLastWorkdaySaturday},
+    {L"%qld%", text::kMeansQuarterLast},
+    {L"%uc%", text::kMeansUpperFromHere},
+    {L"%lc%", text::kMeansLowerFromHere},
+    {L"%dc%", text::kMeansPlainFromHere},
+    {L"%ldim%", text::kMeansMonthEnd},
+    {L"%d+1%", text::kMeansTodayAndDays},
+    {L"%wd:1%", text::kMeansNextWeekday},
+    {L"%addd+1%", text::kMeansDaysOn},
+    {L"%lwdim:1%", text::kMeansMonthLastWeekday},
+    {L"%lwdiq:1%", text::kMeansQuarterLastWeekday},
 };
 
 std::wstring MeaningOf(std::wstring_view token) {
@@ -149,21 +138,23 @@ void AppendAll(std::vector<InsertItem>& items, int group, std::span<const wchar_
 std::vector<InsertItem> InsertItems(const SYSTEMTIME& now) {
     std::vector<InsertItem> items;
     for (const wchar_t* code : DateFormatCodes()) {
-        items.push_back({kDateCodes, BetweenPercentSigns(code), FormatDateCode(code, now, true, true)});
+        items.push_back(
+            {text::kInsertDates, BetweenPercentSigns(code), FormatDateCode(code, now, true, true)});
     }
-    for (const wchar_t* code : DateVariables()) Append(items, kDateMoves, BetweenPercentSigns(code));
+    for (const wchar_t* code : DateVariables())
+        Append(items, text::kInsertDateMoves, BetweenPercentSigns(code));
     // With a number, so that what is inserted works as it is.
     for (const wchar_t* code : NumberedDateVariables()) {
-        Append(items, kDateMoves, BetweenPercentSigns(code + std::wstring(1, L'1')));
+        Append(items, text::kInsertDateMoves, BetweenPercentSigns(code + std::wstring(1, L'1')));
     }
-    AppendAll(items, kSelection, Placeholders());
-    AppendAll(items, kKeys, KeyTokens());
-    AppendAll(items, kCommands, CommandPrefixes(), true);
+    AppendAll(items, text::kInsertSelection, Placeholders());
+    AppendAll(items, text::kInsertKeys, KeyTokens());
+    AppendAll(items, text::kInsertCommands, CommandPrefixes(), true);
     for (const BuiltinCommand& command : BuiltinCommands()) {
-        Append(items, kBuiltins, std::wstring(L"sys:") + command.name, true);
+        Append(items, text::kInsertBuiltins, std::wstring(L"sys:") + command.name, true);
     }
-    AppendAll(items, kPrograms, RunPlaceholders());
-    AppendAll(items, kGenerators, GeneratorTokens());
+    AppendAll(items, text::kInsertPrograms, RunPlaceholders());
+    AppendAll(items, text::kInsertGenerators, GeneratorTokens());
     return items;
 }
 

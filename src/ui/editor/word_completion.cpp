@@ -168,15 +168,14 @@ void StartWordCompletion() {
 }
 
 void SwitchWordCompletion() {
-    constexpr int kNoWords = 1316;
     CloseSuggestions();
     completion.words.reset();
     if (settings.useAutocomplete || FileHasWords(WordFilePath())) {
         RunSettingCommand(CMD_SUGGEST_WORDS);
         return;
     }
-    MessageBoxW(mainWindow.window, FillIn(LanguageText(kNoWords), {WordFilePath()}).c_str(), kProductName,
-                MB_OK | MB_ICONINFORMATION);
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(text::kNoWords), {WordFilePath()}).c_str(),
+                kProductName, MB_OK | MB_ICONINFORMATION);
 }
 
 bool HandleCompletionMessage(const MSG& message) {

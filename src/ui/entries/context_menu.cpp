@@ -29,20 +29,20 @@ struct Row {
 };
 
 constexpr Row kRows[] = {
-    {CMD_NEW_ENTRY, 1040, 0, Needs::kNothing},
-    {CMD_COPY_ENTRY, 1041, 0, Needs::kEntry},
-    {CMD_COPY_AS_TEXT, 1055, 0, Needs::kSelection},
-    {CMD_DELETE_ENTRY, 1042, 1294, Needs::kEntry},
+    {CMD_NEW_ENTRY, text::kNew, 0, Needs::kNothing},
+    {CMD_COPY_ENTRY, text::kCopy, 0, Needs::kEntry},
+    {CMD_COPY_AS_TEXT, text::kCopyAsText, 0, Needs::kSelection},
+    {CMD_DELETE_ENTRY, text::kDelete, text::kDeleteKeys, Needs::kEntry},
     {0, 0, 0, Needs::kNothing},
-    {CMD_TEST_ENTRY, 1043, 0, Needs::kEntry},
-    {CMD_RENAME_ENTRY, 1054, 1295, Needs::kName},
-    {CMD_MOVE_UP, 1052, 1292, Needs::kEntry},
-    {CMD_MOVE_DOWN, 1053, 1293, Needs::kEntry},
-    {CMD_GROUP_MENU, 1134, 0, Needs::kNothing},
+    {CMD_TEST_ENTRY, text::kTest, 0, Needs::kEntry},
+    {CMD_RENAME_ENTRY, text::kRename, text::kRenameKeys, Needs::kName},
+    {CMD_MOVE_UP, text::kMoveUp, text::kMoveUpKeys, Needs::kEntry},
+    {CMD_MOVE_DOWN, text::kMoveDown, text::kMoveDownKeys, Needs::kEntry},
+    {CMD_GROUP_MENU, text::kGroupEntries, 0, Needs::kNothing},
     {0, 0, 0, Needs::kNothing},
-    {CMD_SHOW_TREE, 1138, 0, Needs::kNothing},
-    {CMD_EXPAND_ALL, 1050, 0, Needs::kTree},
-    {CMD_COLLAPSE_ALL, 1051, 0, Needs::kTree},
+    {CMD_SHOW_TREE, text::kShowTree, 0, Needs::kNothing},
+    {CMD_EXPAND_ALL, text::kExpandAll, 0, Needs::kTree},
+    {CMD_COLLAPSE_ALL, text::kCollapseAll, 0, Needs::kTree},
 };
 
 bool HasName() {

@@ -84,13 +84,12 @@ void Light(int node) {
 }
 
 void TellTarget(const Target& target) {
-    constexpr int kMoveTo = 1282;
-    constexpr int kMoveHere = 1291;
     std::wstring text;
     if (target.drop) {
-        text = target.litNode > 0 ? FillIn(LanguageText(kMoveTo), {target.name}) : LanguageText(kMoveHere);
+        text = target.litNode > 0 ? FillIn(LanguageText(text::kMoveTo), {target.name})
+                                  : LanguageText(text::kMoveHere);
     } else if (!CanMoveInView()) {
-        text = LanguageText(1281);
+        text = LanguageText(text::kOrderIsFixed);
     }
     TellInStatusBar(text);
 }

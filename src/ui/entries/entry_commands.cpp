@@ -102,9 +102,8 @@ void CopyEntry() {
 }
 
 void DeleteEntry() {
-    constexpr int kReallyDelete = 1071;
     const int position = editor.position;
-    if (position < 0 || MessageBoxW(mainWindow.window, LanguageText(kReallyDelete).c_str(), kProductName,
+    if (position < 0 || MessageBoxW(mainWindow.window, LanguageText(text::kAskDelete).c_str(), kProductName,
                                     MB_YESNO | MB_ICONQUESTION) != IDYES) {
         return;
     }
@@ -128,8 +127,7 @@ void TestEntry() {
     const std::wstring text = mainWindow.entries.at(editor.position).current.text;
     if (settings.setFocus) FocusAfterAction();
     const HWND target = WindowBehind();
-    constexpr int kNoWindowBehind = 1153;
-    if (!target || !GiveForeground(target)) return Tell(kNoWindowBehind);
+    if (!target || !GiveForeground(target)) return Tell(text::kNoWindowToTest);
     executorClient.targetWindow = target;
     // As for a hotkey: one pressed meanwhile is swallowed.
     keyboardHook.trigger.busy = true;

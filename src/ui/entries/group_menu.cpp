@@ -41,11 +41,11 @@ void FillGroupDialog(HWND dialog) {
     const struct {
         int control;
         int text;
-    } captions[] = {{IDC_GROUP_CAPTION, 1286}, {IDOK, 1289}, {IDCANCEL, 1290}};
+    } captions[] = {{IDC_GROUP_CAPTION, text::kGroupName}, {IDOK, text::kOk}, {IDCANCEL, text::kCancel}};
     for (const auto& caption : captions) {
         SetDlgItemTextW(dialog, caption.control, LanguageText(caption.text).c_str());
     }
-    SetWindowTextW(dialog, LanguageText(1287).c_str());
+    SetWindowTextW(dialog, LanguageText(text::kNewGroupTitle).c_str());
     SendDlgItemMessageW(dialog, IDC_GROUP_NAME, EM_SETLIMITTEXT, kLabelLimit - 1, 0);
 }
 
@@ -83,15 +83,15 @@ std::vector<std::wstring> AppendGroupRows(HMENU menu, int position) {
         const std::wstring path = PathOf(entry);
         groups = GroupsOn(mainWindow.entries, entry.keyCode, entry.modifier);
         if (groups.size() > kMostGroups) groups.resize(kMostGroups);
-        AppendRow(menu, CMD_NO_GROUP, LanguageText(1284), path.empty());
+        AppendRow(menu, CMD_NO_GROUP, LanguageText(text::kNoGroup), path.empty());
         int command = CMD_FIRST_GROUP;
         for (const std::wstring& group : groups) {
             AppendRow(menu, command++, ShownLabel(group, true), group == path);
         }
-        AppendRow(menu, CMD_NEW_GROUP, LanguageText(1285));
+        AppendRow(menu, CMD_NEW_GROUP, LanguageText(text::kNewGroup));
         AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     }
-    AppendRow(menu, CMD_SHOW_GROUPS, LanguageText(1288), settings.grouping != 0);
+    AppendRow(menu, CMD_SHOW_GROUPS, LanguageText(text::kShowGroups), settings.grouping != 0);
     return groups;
 }
 

@@ -6,7 +6,6 @@
 
 #include "base/language.h"
 #include "base/product.h"
-#include "ids.h"
 #include "store/list_file.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
@@ -28,12 +27,11 @@ void SaveAndShow(int position) {
 }
 
 void PlaceAndShow(int position, const Placement& placement) {
-    constexpr int kLabelTooLong = 1283;
     if (!SaveEdits(Warn::kAlways)) return;
     if (const std::optional<int> landing = PlaceEntry(mainWindow.entries, position, placement)) {
         return SaveAndShow(*landing);
     }
-    MessageBoxW(mainWindow.window, LanguageText(kLabelTooLong).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, LanguageText(text::kLabelTooLong).c_str(), kProductName,
                 MB_OK | MB_ICONWARNING);
 }
 
@@ -44,7 +42,7 @@ bool CanMoveInView() {
 void MoveSelected(bool down) {
     const int position = SelectedEntry();
     if (position < 0) return;
-    if (!CanMoveInView()) return TellInStatusBar(LanguageText(1281));
+    if (!CanMoveInView()) return TellInStatusBar(LanguageText(text::kOrderIsFixed));
     const std::optional<Placement> step =
         settings.showTree ? StepInTree(ShownTree(), mainWindow.entries, position, down)
                           : StepInRows(mainWindow.rows, mainWindow.entries, position, down);

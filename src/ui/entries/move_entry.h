@@ -2,8 +2,6 @@
 // action keeps what is typed in the editor first and stops where that cannot be kept.
 #pragma once
 
-#include <string>
-
 #include "ui/entries/entry_placing.h"
 
 namespace verbatix {

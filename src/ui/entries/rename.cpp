@@ -94,13 +94,13 @@ void RenameSelected() {
     if (!SaveEdits(Warn::kAlways)) return;
     if (settings.showTree) {
         const int node = SelectedNode();
-        if (node <= 0) return TellInStatusBar(LanguageText(1062));
+        if (node <= 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
         SetFocus(mainWindow.tree);
         TreeView_EditLabel(mainWindow.tree, ItemOf(node));
         return;
     }
     const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
-    if (row < 0) return TellInStatusBar(LanguageText(1062));
+    if (row < 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
     SetFocus(mainWindow.list);
     ListView_EnsureVisible(mainWindow.list, row, FALSE);
     SendMessageW(mainWindow.list, LVM_EDITLABELW, static_cast<WPARAM>(row), 0);
@@ -154,10 +154,9 @@ std::optional<LRESULT> OnRenameNotify(const NMHDR& header) {
 }
 
 void OnRenamed() {
-    constexpr int kLabelTooLong = 1283;
     const Renaming what = std::exchange(renaming, {});
     if (Rename(what)) return;
-    MessageBoxW(mainWindow.window, LanguageText(kLabelTooLong).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, LanguageText(text::kLabelTooLong).c_str(), kProductName,
                 MB_OK | MB_ICONWARNING);
 }
 

@@ -5,9 +5,7 @@
 
 #include <windows.h>
 
-#include <string>
-
-#include "ui/views/tree_rows.h"
+#include <optional>
 
 namespace verbatix {
 

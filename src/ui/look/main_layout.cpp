@@ -23,6 +23,7 @@ constexpr int kModifierWidth = 92;
 constexpr int kKeyWidth = 56;
 constexpr int kFilterCaptionWidth = 34;
 constexpr int kCounterWidth = 90;
+constexpr int kKeepPathsWidth = 76;
 constexpr int kDropDownHeight = 130;
 // Between filter and buttons everything but list and text is of fixed height.
 constexpr int kListPercent = 52;
@@ -71,7 +72,11 @@ int PlaceHotkeyRow(const Layout& at, int width, int y) {
     at.Place(IDC_MODIFIER, modifier, y, at.X(kModifierWidth), at.Y(kDropDownHeight));
     at.Place(IDC_KEY, key, y, at.X(kKeyWidth), at.Y(kDropDownHeight));
     y += at.Y(kFieldHeight + 2);
-    at.Place(IDC_CLASH, label, y, width - 2 * label, at.Y(kCaptionHeight));
+    // Beside what it says, where the entry has a path to keep.
+    const bool keepsPaths = GetWindowLongPtrW(DialogControl(IDC_KEEP_PATHS), GWL_STYLE) & WS_VISIBLE;
+    const int button = keepsPaths ? at.X(kKeepPathsWidth) : 0;
+    at.Place(IDC_CLASH, label, y, width - 2 * label - button, at.Y(kCaptionHeight));
+    at.Place(IDC_KEEP_PATHS, width - label - button, y - at.Y(1), button, at.Y(kCaptionHeight + 2));
     return y + at.Y(kCaptionHeight + 1);
 }
 

@@ -19,13 +19,6 @@ namespace verbatix {
 
 namespace {
 
-constexpr int kNothingSelected = 1062;
-constexpr int kCopiedTitle = 90;
-constexpr int kCopiedCount = 142;
-constexpr int kWrittenCount = 1308;
-constexpr int kCannotWrite = 1309;
-constexpr int kClipboardBusy = 1322;
-
 // In the tree all that stands under the selected item, in its order; in the list the selected entry.
 std::vector<int> SelectedPositions() {
     if (settings.showTree) return EntriesBelow(ShownTree(), SelectedNode());
@@ -72,9 +65,9 @@ bool PutOnClipboard(const std::wstring& text) {
 void CopyAsText(const std::vector<int>& positions) {
     int count = 0;
     const std::wstring text = CurrentText(positions, count);
-    if (count == 0) return Tell(LanguageText(kNothingSelected));
-    if (!PutOnClipboard(text)) return Tell(LanguageText(kClipboardBusy));
-    Confirm(LanguageText(kCopiedTitle), kCopiedCount, count);
+    if (count == 0) return Tell(LanguageText(text::kNoneSelected));
+    if (!PutOnClipboard(text)) return Tell(LanguageText(text::kClipboardBusy));
+    Confirm(LanguageText(text::kCopied), text::kEntriesCopied, count);
 }
 
 void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
@@ -82,12 +75,12 @@ void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
     const std::wstring text = CurrentText(positions, count);
     // The settings file holds more than the list.
     const bool isOurs = EqualsIgnoreCase(path, settingsPath) || IsSameFile(path, settingsPath);
-    if (!isOurs && WriteExportFile(path, text)) return Confirm(kProductName, kWrittenCount, count);
-    Tell(LanguageText(kCannotWrite) + L"\n" + path);
+    if (!isOurs && WriteExportFile(path, text)) return Confirm(kProductName, text::kEntriesWritten, count);
+    Tell(LanguageText(text::kCannotWrite) + L"\n" + path);
 }
 
 void ExportToFile(const std::vector<int>& positions) {
-    if (positions.empty()) return Tell(LanguageText(kNothingSelected));
+    if (positions.empty()) return Tell(LanguageText(text::kNoneSelected));
     const std::wstring path = AskFileToWrite(mainWindow.window, L"Verbatix_list.txt");
     if (!path.empty()) WriteTo(path, positions);
 }

@@ -9,11 +9,9 @@ namespace verbatix {
 
 // Pairs of a name and patterns, each ended by a NUL, one more NUL at the end.
 static std::wstring FileKinds() {
-    constexpr int kLists = 1306;
-    constexpr int kAllFiles = 1307;
-    std::wstring kinds = LanguageText(kLists) + L" (*.ini, *.txt)";
+    std::wstring kinds = LanguageText(text::kListFiles) + L" (*.ini, *.txt)";
     kinds.append(1, L'\0').append(L"*.ini;*.txt").append(1, L'\0');
-    kinds.append(LanguageText(kAllFiles)).append(1, L'\0').append(L"*.*").append(2, L'\0');
+    kinds.append(LanguageText(text::kAllFiles)).append(1, L'\0').append(L"*.*").append(2, L'\0');
     return kinds;
 }
 
@@ -39,13 +37,12 @@ static std::wstring Ask(HWND owner, BOOL(WINAPI* dialog)(OPENFILENAMEW*), int ti
 }
 
 std::wstring AskFileToRead(HWND owner) {
-    constexpr int kTitle = 1311;
-    return Ask(owner, GetOpenFileNameW, kTitle, OFN_FILEMUSTEXIST, L"");
+    return Ask(owner, GetOpenFileNameW, text::kImportTitle, OFN_FILEMUSTEXIST, L"");
 }
 
 std::wstring AskFileToWrite(HWND owner, const wchar_t* proposedName) {
-    constexpr int kTitle = 1310;
-    return Ask(owner, GetSaveFileNameW, kTitle, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST, proposedName);
+    return Ask(owner, GetSaveFileNameW, text::kExportTitle, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST,
+               proposedName);
 }
 
 }  // namespace verbatix

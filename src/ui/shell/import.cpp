@@ -28,10 +28,9 @@ void ImportFromFile() {
 }
 
 void ImportExchangeFile() {
-    constexpr int kNoExchangeFile = 1319;
     const std::wstring path = ExchangeFilePath();
     if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) return Import(path);
-    MessageBoxW(mainWindow.window, LanguageText(kNoExchangeFile).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, LanguageText(text::kNoExchangeFile).c_str(), kProductName,
                 MB_OK | MB_ICONINFORMATION);
 }
 

@@ -1,8 +1,6 @@
 #include "ui/shell/language_menu.h"
 
 #include "base/handle.h"
-#include "base/language.h"
-#include "base/product.h"
 #include "base/text.h"
 #include "ids.h"
 #include "store/settings.h"

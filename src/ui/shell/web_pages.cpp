@@ -6,6 +6,7 @@
 
 #include "base/language.h"
 #include "base/product.h"
+#include "ids.h"
 #include "ui/state/program_client.h"
 
 namespace verbatix {
@@ -21,11 +22,11 @@ struct Page {
 };
 
 constexpr Page kPages[] = {
-    {L"?seite=faq-Verbatix&faq=6", 1114, 20, 21, false},
-    {L"?seite=faq-Verbatix&faq=25", 4005, 20, 21, false},
-    {L"", 1018, 23, 24, false},
-    {L"?seite=paypal&Program=", 2031, 20, 21, true},
-    {L"?seite=faq-", 32794, 20, 21, true},
+    {L"?seite=faq-Verbatix&faq=6", CMD_DATE_HELP, text::kSite, text::kEnglishSite, false},
+    {L"?seite=faq-Verbatix&faq=25", CMD_BACKUP_HELP, text::kSite, text::kEnglishSite, false},
+    {L"", CMD_PROGRAM_PAGE, text::kProgramPage, text::kEnglishProgramPage, false},
+    {L"?seite=paypal&Program=", CMD_SUPPORT, text::kSite, text::kEnglishSite, true},
+    {L"?seite=faq-", CMD_QUESTIONS, text::kSite, text::kEnglishSite, true},
 };
 
 }  // namespace

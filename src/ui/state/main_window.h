@@ -1,6 +1,6 @@
-// What the parts of the main window share: its controls, the list of entries and how the views show it.
-// The parts change what stands here and tell the window what has happened (see the messages in ids.h); they
-// do not know each other's. UI thread only.
+// What the parts of the main window share: its controls, the list of entries and how the views show it. A
+// part changes what stands here, and tells the window what has happened by the messages of ids.h. UI thread
+// only.
 #pragma once
 
 #include <windows.h>

@@ -17,11 +17,13 @@ void UpdateStatusBar() {
     if (!notice.empty()) return TellInStatusBar(notice);
     SendMessageW(mainWindow.statusBar, SB_SIMPLE, FALSE, 0);
     const std::wstring total = std::to_wstring(mainWindow.entryCount);
-    const std::wstring count =
-        IsFiltered() ? FillIn(LanguageText(1057), {std::to_wstring(mainWindow.rows.size()), total})
-                     : FillIn(LanguageText(1056), {total});
+    const std::wstring count = IsFiltered() ? FillIn(LanguageText(text::kShownCount),
+                                                     {std::to_wstring(mainWindow.rows.size()), total})
+                                            : FillIn(LanguageText(text::kEntryCount), {total});
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
-    const std::wstring& hook = LanguageText(keyboardHook.off ? 1059 : keyboardHook.handle ? 1058 : 1060);
+    const std::wstring& hook = LanguageText(keyboardHook.off      ? text::kHotkeysPaused
+                                            : keyboardHook.handle ? text::kHotkeysActive
+                                                                  : text::kHotkeysRefused);
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));
 }
 

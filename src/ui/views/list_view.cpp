@@ -18,7 +18,8 @@ struct Column {
     int widthPercent;  // of the list's width at the first layout
 };
 
-constexpr Column kColumns[] = {{1000, 24}, {1001, 24}, {1002, 52}};
+constexpr Column kColumns[] = {
+    {text::kHotkeyColumn, 24}, {text::kLabelColumn, 24}, {text::kTextColumn, 52}};
 
 }  // namespace
 

@@ -53,11 +53,10 @@ class Builder {
     int HotkeyNode(const TreeNode& entry) {
         const auto [found, added] = hotkeys_.try_emplace({entry.modifier, entry.key}, 0);
         if (added) {
-            constexpr int kWithoutHotkey = 1280;
             TreeNode node = entry;
             node.kind = NodeKind::kHotkey;
-            node.name =
-                node.key ? FormatHotkeyDisplay(node.key, node.modifier) : LanguageText(kWithoutHotkey);
+            node.name = node.key ? FormatHotkeyDisplay(node.key, node.modifier)
+                                 : LanguageText(text::kWithoutHotkey);
             found->second = Append(0, std::move(node));
         }
         return found->second;

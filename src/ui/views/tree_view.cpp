@@ -1,12 +1,10 @@
 #include "ui/views/tree_view.h"
 
-#include <algorithm>
 #include <optional>
 #include <set>
 #include <utility>
 
 #include "base/text.h"
-#include "ids.h"
 #include "store/settings.h"
 #include "ui/state/main_window.h"
 #include "ui/views/list_view.h"

@@ -37,8 +37,8 @@ static void HideBehindIcon() {
 void HideMainWindow() {
     if (!settings.hideInfo) {
         ChangeSetting(&Settings::hideInfo, 1);
-        MessageBoxW(mainWindow.window, LanguageText(52).c_str(), LanguageText(51).c_str(),
-                    MB_OK | MB_ICONINFORMATION);
+        MessageBoxW(mainWindow.window, LanguageText(text::kStillRunning).c_str(),
+                    LanguageText(text::kStillRunningTitle).c_str(), MB_OK | MB_ICONINFORMATION);
     }
     HideBehindIcon();
 }
@@ -70,7 +70,6 @@ void MinimizeMainWindow() {
 }
 
 bool SaveForExit() {
-    constexpr int kLoseChanges = 1314;
     bool isSaved = false;
     {
         const SettingsBatch together;
@@ -79,7 +78,7 @@ bool SaveForExit() {
     }
     if (!isSaved) return ShowMainWindow(), false;
     return !HasUnsaved(mainWindow.entries) ||
-           MessageBoxW(mainWindow.window, LanguageText(kLoseChanges).c_str(), kProductName,
+           MessageBoxW(mainWindow.window, LanguageText(text::kAskLoseChanges).c_str(), kProductName,
                        MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
 }
 
@@ -129,11 +128,10 @@ void ForgetUnsavedText() {
 }
 
 void TellOfUnsavedText() {
-    constexpr int kKeptInFile = 1317;
     const std::wstring path = ReadProgramText(kUnsavedTextKey, MAX_PATH);
     if (path.empty()) return;
     WriteProgramText(kUnsavedTextKey, L"");
-    MessageBoxW(mainWindow.window, FillIn(LanguageText(kKeptInFile), {path}).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(text::kKeptInFile), {path}).c_str(), kProductName,
                 MB_OK | MB_ICONINFORMATION);
 }
 

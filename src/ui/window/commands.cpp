@@ -63,11 +63,10 @@ void Nothing(int, LPARAM) {}
 
 // Says so where the folder is missing all the same: a file of its name may be in the way.
 bool HasBackupFolder() {
-    constexpr int kNoFolder = 1323;
     const DWORD attributes = GetFileAttributesW(backupFolder.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) return true;
-    MessageBoxW(mainWindow.window, FillIn(LanguageText(kNoFolder), {backupFolder}).c_str(), kProductName,
-                MB_OK | MB_ICONWARNING);
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(text::kNoBackupFolder), {backupFolder}).c_str(),
+                kProductName, MB_OK | MB_ICONWARNING);
     return false;
 }
 
@@ -77,11 +76,9 @@ void OpenFolder(const std::wstring& folder) {
 }
 
 void RunBackup(int id) {
-    constexpr int kBeforeFirst = 4000;
-    constexpr int kNow = 4003;
     SaveAll(Warn::kOnce);  // into the copy too
-    BackupCommand(id - kBeforeFirst, {mainWindow.window, OpenFolder});
-    if (id == kNow && !backupFolder.empty()) HasBackupFolder();
+    BackupCommand(id - CMD_BACKUP_HOURLY + 1, {mainWindow.window, OpenFolder});
+    if (id == CMD_BACKUP_NOW && !backupFolder.empty()) HasBackupFolder();
 }
 
 void SwitchTopmost(int id) {
@@ -119,9 +116,9 @@ void SwitchTree(int id) {
 }
 
 void SwitchStartWithWindows() {
-    constexpr int kRefused = 1312;
     if (SetStartWithWindows(!StartsWithWindows())) return;
-    MessageBoxW(mainWindow.window, LanguageText(kRefused).c_str(), kProductName, MB_OK | MB_ICONWARNING);
+    MessageBoxW(mainWindow.window, LanguageText(text::kAutostartRefused).c_str(), kProductName,
+                MB_OK | MB_ICONWARNING);
 }
 
 void NextVersion() {
@@ -129,8 +126,7 @@ void NextVersion() {
 }
 
 void Uninstall() {
-    constexpr int kNothingToDo = 1074;
-    MessageBoxW(mainWindow.window, LanguageText(kNothingToDo).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, LanguageText(text::kNoUninstall).c_str(), kProductName,
                 MB_OK | MB_ICONINFORMATION);
 }
 
@@ -147,7 +143,7 @@ void FromSlot(int, LPARAM character) {
 }
 
 void Insert(int id) {
-    ShowInsertMenu(GetDlgItem(mainWindow.window, id));
+    ShowInsertMenu(DialogControl(id));
 }
 
 void Rename() {
@@ -161,77 +157,77 @@ void Move(int id) {
 constexpr auto kSwitchOption = [](int id, LPARAM) { RunSettingCommand(id); };
 
 constexpr Command kMenuBarCommands[] = {
-    {2, kSwitchOption},  // to the tray on close
-    {3, kSwitchOption},  // start in the tray
-    {4, kSwitchOption},  // start hidden
-    {5, kSwitchOption},  // to the tray on minimise
-    {6, kSwitchOption},  // hide on close
-    {7, Call<HideMainWindow>},
+    {CMD_TRAY_IF_CLOSE, kSwitchOption},
+    {CMD_START_IN_TRAY, kSwitchOption},
+    {CMD_START_HIDDEN, kSwitchOption},
+    {CMD_TRAY_IF_MINIMIZE, kSwitchOption},
+    {CMD_HIDE_IF_CLOSE, kSwitchOption},
+    {CMD_HIDE_NOW, Call<HideMainWindow>},
     {CMD_TOPMOST, CallWithId<SwitchTopmost>},
-    {1018, CallWithId<OpenWebPageOf>},  // the program's page
-    {1112, kSwitchOption},              // date codes
-    {1113, kSwitchOption},              // time codes
-    {1114, CallWithId<OpenWebPageOf>},  // help on date and time
-    {1115, kSwitchOption},              // give the clipboard back
-    {1116, Call<OpenSettingsFile>},
-    {1117, Call<ImportFromFile>},
-    {1118, Call<ImportExchangeFile>},
+    {CMD_PROGRAM_PAGE, CallWithId<OpenWebPageOf>},
+    {CMD_DATE_CODES, kSwitchOption},
+    {CMD_TIME_CODES, kSwitchOption},
+    {CMD_DATE_HELP, CallWithId<OpenWebPageOf>},
+    {CMD_RESTORE_CLIPBOARD, kSwitchOption},
+    {CMD_OPEN_SETTINGS_FILE, Call<OpenSettingsFile>},
+    {CMD_IMPORT_FILE, Call<ImportFromFile>},
+    {CMD_IMPORT_EXCHANGE_FILE, Call<ImportExchangeFile>},
     {CMD_EXPORT_SELECTION, Call<ExportSelectionToFile>},
     {CMD_EXPORT_ALL, Call<ExportAllToFile>},
     {CMD_COPY_ALL_AS_TEXT, Call<ExportAllAsText>},
     {CMD_WRITE_EXCHANGE_FILE, Call<WriteExchangeFile>},
     {CMD_SUGGEST_WORDS, Call<SwitchWordCompletion>},
-    {2000, kSwitchOption},                 // menu order: as in the list
-    {2001, kSwitchOption},                 // menu order: by label
-    {2002, kSwitchOption},                 // menu order: by label, second way
-    {2031, CallWithId<OpenWebPageOf>},     // support
-    {3000, CallWithId<SwitchViewOption>},  // ignore case
-    {3001, kSwitchOption},                 // tips in the paste menu
-    {3002, kSwitchOption},                 // order numbers in the paste menu
+    {CMD_MENU_SORT_FIRST, kSwitchOption},      // menu order: as in the list
+    {CMD_MENU_SORT_FIRST + 1, kSwitchOption},  // menu order: by label
+    {CMD_MENU_SORT_FIRST + 2, kSwitchOption},  // menu order: by label, second way
+    {CMD_SUPPORT, CallWithId<OpenWebPageOf>},
+    {CMD_IGNORE_CASE, CallWithId<SwitchViewOption>},
+    {CMD_MENU_TIPS, kSwitchOption},
+    {CMD_ORDER_NUMBERS, kSwitchOption},
     {CMD_START_WITH_WINDOWS, Call<SwitchStartWithWindows>},
-    {3004, CallWithId<SwitchDarkTheme>},  // never dark
+    {CMD_NEVER_DARK, CallWithId<SwitchDarkTheme>},
     {CMD_SOFT_PAINT, CallWithId<SwitchLook>},
     {CMD_SET_FOCUS, kSwitchOption},
     {CMD_SIZE_FIRST, CallWithId<SwitchLook>},
     {CMD_SIZE_FIRST + 1, CallWithId<SwitchLook>},
     {CMD_SIZE_FIRST + 2, CallWithId<SwitchLook>},
-    {4001, CallWithId<RunBackup>},      // every hour
-    {4002, CallWithId<RunBackup>},      // every day
-    {4003, CallWithId<RunBackup>},      // now
-    {4004, CallWithId<RunBackup>},      // open the folder
-    {4005, CallWithId<OpenWebPageOf>},  // help on backups
-    {12800, Call<RestartElevated>},
-    {12801, Call<OpenElevatedPrompt>},
-    {12802, CallWithId<ExitProgram>},
-    {12804, Call<RestartProgram>},
-    {32794, CallWithId<OpenWebPageOf>},  // questions and answers
+    {CMD_BACKUP_HOURLY, CallWithId<RunBackup>},
+    {CMD_BACKUP_DAILY, CallWithId<RunBackup>},
+    {CMD_BACKUP_NOW, CallWithId<RunBackup>},
+    {CMD_BACKUP_FOLDER, CallWithId<RunBackup>},
+    {CMD_BACKUP_HELP, CallWithId<OpenWebPageOf>},
+    {CMD_RESTART_ELEVATED, Call<RestartElevated>},
+    {CMD_ELEVATED_PROMPT, Call<OpenElevatedPrompt>},
+    {CMD_EXIT_MENU, CallWithId<ExitProgram>},
+    {CMD_RESTART, Call<RestartProgram>},
+    {CMD_QUESTIONS, CallWithId<OpenWebPageOf>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
-    {44000, Call<LookForUpdates>},
-    {44003, Call<Uninstall>},
+    {CMD_LOOK_FOR_UPDATES, Call<LookForUpdates>},
+    {CMD_UNINSTALL, Call<Uninstall>},
 };
 
 constexpr Command kMainCommands[] = {
-    {1, Nothing},  // Enter in the dialog
-    {5, Call<SendToTray>},
+    {IDOK, Nothing},  // Enter in the dialog
+    {CMD_SEND_TO_TRAY, Call<SendToTray>},
     {CMD_TOPMOST, CallWithId<SwitchTopmost>},
-    {1018, CallWithId<OpenWebPageOf>},  // the program's page
+    {CMD_PROGRAM_PAGE, CallWithId<OpenWebPageOf>},
     {CMD_NEW_ENTRY, Call<NewEntry>},
     {CMD_COPY_ENTRY, Call<CopyEntry>},
     {CMD_DELETE_ENTRY, Call<DeleteEntry>},
-    {1051, Call<NextVersion>},
+    {CMD_NEXT_VERSION, Call<NextVersion>},
     {CMD_TEST_ENTRY, Call<TestEntry>},
     {CMD_COPY_AS_TEXT, Call<ExportAsText>},
     {IDC_INSERT, CallWithId<Insert>},
     {CMD_GROUP_MENU, Call<ShowGroupMenu>},
     {CMD_LANGUAGE_MENU, Call<ShowLanguageMenu>},
-    {2031, CallWithId<OpenWebPageOf>},  // support
-    {7778, Nothing},
-    {11112, Nothing},
-    {32782, Call<HideMainWindow>},
+    {CMD_SUPPORT, CallWithId<OpenWebPageOf>},
+    {CMD_NOTHING, Nothing},
+    {CMD_NOTHING_TOO, Nothing},
+    {CMD_HIDE, Call<HideMainWindow>},
     {CMD_RENAME_ENTRY, Call<Rename>},
-    {32794, CallWithId<OpenWebPageOf>},  // questions and answers
+    {CMD_QUESTIONS, CallWithId<OpenWebPageOf>},
     {CMD_COPY_SLOT, CopyToSlot},
     {CMD_PASTE_SLOT, FromSlot},
     {CMD_SAVE_SLOT, ToSlot},
@@ -240,7 +236,7 @@ constexpr Command kMainCommands[] = {
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_MOVE_UP, CallWithId<Move>},
     {CMD_MOVE_DOWN, CallWithId<Move>},
-    {32894, Call<NextVersion>},
+    {CMD_NEXT_VERSION_TOO, Call<NextVersion>},
     {CMD_SHOW_GROUPS, CallWithId<SwitchViewOption>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},

@@ -50,8 +50,8 @@ void GoToView() {
 }
 
 void GoRound(HWND focus) {
-    const HWND filter = GetDlgItem(mainWindow.window, IDC_FILTER);
-    const HWND text = GetDlgItem(mainWindow.window, IDC_TEXT);
+    const HWND filter = DialogControl(IDC_FILTER);
+    const HWND text = DialogControl(IDC_TEXT);
     if (focus == filter) return GoToView();
     SetFocus(focus == ShownView() && IsWindowEnabled(text) ? text : filter);
 }
@@ -69,7 +69,7 @@ void ShowMenu() {
 void EnterView() {
     const HTREEITEM item = ShownView() == mainWindow.tree ? ItemOf(SelectedNode()) : nullptr;
     if (SelectedEntry() >= 0) {
-        SetFocus(GetDlgItem(mainWindow.window, IDC_TEXT));
+        SetFocus(DialogControl(IDC_TEXT));
     } else if (item) {
         TreeView_Expand(mainWindow.tree, item, TVE_TOGGLE);
     }
@@ -96,7 +96,7 @@ bool HandleViewKey(WPARAM key, unsigned held) {
 }
 
 bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
-    const bool inFilter = focus == GetDlgItem(mainWindow.window, IDC_FILTER);
+    const bool inFilter = focus == DialogControl(IDC_FILTER);
     if (held == kCtrl && key == 'A' && IsTextField(focus)) return GoTo(focus), true;
     if (held == kNone && key == VK_ESCAPE && IsTextField(focus)) {
         if (inFilter) SetWindowTextW(focus, L"");

@@ -2,11 +2,8 @@
 
 #include <commctrl.h>
 
-#include <string>
+#include <optional>
 
-#include "base/language.h"
-#include "base/text.h"
-#include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "paste/executor.h"

@@ -28,72 +28,80 @@ struct Row {
 constexpr int kLanguageRows = -1;
 
 constexpr Row kFileRows[] = {
-    {1, 1116, 1111},
-    {1, 0, 1029},  // import
-    {2, 1117, 1112},
-    {2, 1118, 1113},
-    {1, 0, 1320},  // export
-    {2, CMD_EXPORT_SELECTION, 1303},
-    {2, CMD_EXPORT_ALL, 1302},
-    {2, CMD_COPY_ALL_AS_TEXT, 1304},
-    {2, CMD_WRITE_EXCHANGE_FILE, 1305},
+    {1, CMD_OPEN_SETTINGS_FILE, text::kOpenSettingsFile},
+    {1, 0, text::kImportMenu},
+    {2, CMD_IMPORT_FILE, text::kImportFile},
+    {2, CMD_IMPORT_EXCHANGE_FILE, text::kImportExchangeFile},
+    {1, 0, text::kExportMenu},
+    {2, CMD_EXPORT_SELECTION, text::kExportSelection},
+    {2, CMD_EXPORT_ALL, text::kExportAll},
+    {2, CMD_COPY_ALL_AS_TEXT, text::kCopyAllAsText},
+    {2, CMD_WRITE_EXCHANGE_FILE, text::kWriteExchangeFile},
     {1, 0, 0},
-    {1, 7, 1105},
-    {1, 0, 1321},  // restart
-    {2, 12804, 1128},
-    {2, 12800, 1125},
-    {2, 12801, 1126},
-    {1, 12802, 1127},
+    {1, CMD_HIDE_NOW, text::kHideNow},
+    {1, 0, text::kRestartMenu},
+    {2, CMD_RESTART, text::kRestart},
+    {2, CMD_RESTART_ELEVATED, text::kRestartElevated},
+    {2, CMD_ELEVATED_PROMPT, text::kElevatedPrompt},
+    {1, CMD_EXIT_MENU, text::kExit},
 };
 
 constexpr Row kOptionRows[] = {
-    {1, 0, 1025},  // closing, minimising, starting
-    {2, 2, 1100},
-    {2, 6, 1104},
-    {2, 5, 1103},
+    {1, 0, text::kClosingMenu},
+    {2, CMD_TRAY_IF_CLOSE, text::kTrayIfClose},
+    {2, CMD_HIDE_IF_CLOSE, text::kHideIfClose},
+    {2, CMD_TRAY_IF_MINIMIZE, text::kTrayIfMinimize},
     {2, 0, 0},
-    {2, CMD_START_WITH_WINDOWS, 1120},
-    {2, 3, 1101},
-    {2, 4, 1102},
-    {1, 0, 1026},  // date and time
-    {2, 1112, 1106},
-    {2, 1113, 1107},
-    {1, 0, 1027},  // order of the paste menu
-    {2, 2000, 1114},
-    {2, 2001, 1115},
-    {2, 2002, 1116},
+    {2, CMD_START_WITH_WINDOWS, text::kStartWithWindows},
+    {2, CMD_START_IN_TRAY, text::kStartInTray},
+    {2, CMD_START_HIDDEN, text::kStartHidden},
+    {1, 0, text::kDateMenu},
+    {2, CMD_DATE_CODES, text::kDateCodes},
+    {2, CMD_TIME_CODES, text::kTimeCodes},
+    {1, 0, text::kOrderMenu},
+    {2, CMD_MENU_SORT_FIRST, text::kOrderOfList},
+    {2, CMD_MENU_SORT_FIRST + 1, text::kOrderByLabel},
+    {2, CMD_MENU_SORT_FIRST + 2, text::kOrderByLabelAgain},
     {2, 0, 0},
-    {2, 3002, 1119},
-    {2, 3000, 1117},
-    {2, 3001, 1118},
-    {1, 0, 1028},  // backups
-    {2, 4001, 1121},
-    {2, 4002, 1122},
+    {2, CMD_ORDER_NUMBERS, text::kOrderNumbers},
+    {2, CMD_IGNORE_CASE, text::kIgnoreCase},
+    {2, CMD_MENU_TIPS, text::kMenuTips},
+    {1, 0, text::kBackupMenu},
+    {2, CMD_BACKUP_HOURLY, text::kBackupHourly},
+    {2, CMD_BACKUP_DAILY, text::kBackupDaily},
     {2, 0, 0},
-    {2, 4003, 1123},
-    {2, 4004, 1124},
-    {1, 0, 1032},  // the window
-    {2, CMD_TOPMOST, 1131},
-    {2, CMD_SET_FOCUS, 1143},
-    {2, CMD_SOFT_PAINT, 1142},
-    {2, 0, 1144},  // size
-    {3, CMD_SIZE_FIRST, 1350},
-    {3, CMD_SIZE_FIRST + 1, 1351},
-    {3, CMD_SIZE_FIRST + 2, 1352},
-    {1, 0, 1030},  // language
-    {2, kLanguageRows, 1135},
+    {2, CMD_BACKUP_NOW, text::kBackupNow},
+    {2, CMD_BACKUP_FOLDER, text::kOpenBackupFolder},
+    {1, 0, text::kWindowMenu},
+    {2, CMD_TOPMOST, text::kTopmost},
+    {2, CMD_SET_FOCUS, text::kFocusInList},
+    {2, CMD_SOFT_PAINT, text::kSoftPaint},
+    {2, 0, text::kSizeMenu},
+    {3, CMD_SIZE_FIRST, text::kNormalSize},
+    {3, CMD_SIZE_FIRST + 1, text::kLargeSize},
+    {3, CMD_SIZE_FIRST + 2, text::kVeryLargeSize},
+    {1, 0, text::kLanguageMenu},
+    {2, kLanguageRows, text::kLanguages},
     {1, 0, 0},
-    {1, 1115, 1110},
-    {1, CMD_SUGGEST_WORDS, 1140},
-    {1, 3004, 1139},
+    {1, CMD_RESTORE_CLIPBOARD, text::kRestoreClipboard},
+    {1, CMD_SUGGEST_WORDS, text::kSuggestWords},
+    {1, CMD_NEVER_DARK, text::kNeverDark},
 };
 
-constexpr Row kViewRows[] = {
-    {1, CMD_SHOW_TREE, 1138}, {1, CMD_EXPAND_ALL, 1050}, {1, CMD_COLLAPSE_ALL, 1051}};
+constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
+                             {1, CMD_EXPAND_ALL, text::kExpandAll},
+                             {1, CMD_COLLAPSE_ALL, text::kCollapseAll}};
 
 constexpr Row kHelpRows[] = {
-    {1, 32794, 1137}, {1, 1114, 1108}, {1, 4005, 1109},  {1, 0, 0},        {1, 1018, 1132},
-    {1, 2031, 1136},  {1, 0, 0},       {1, 44000, 1129}, {1, 44003, 1130},
+    {1, CMD_QUESTIONS, text::kQuestions},
+    {1, CMD_DATE_HELP, text::kDateHelp},
+    {1, CMD_BACKUP_HELP, text::kBackupHelp},
+    {1, 0, 0},
+    {1, CMD_PROGRAM_PAGE, text::kWebPage},
+    {1, CMD_SUPPORT, text::kSupport},
+    {1, 0, 0},
+    {1, CMD_LOOK_FOR_UPDATES, text::kLookForUpdates},
+    {1, CMD_UNINSTALL, text::kUninstall},
 };
 
 struct Menu {
@@ -101,7 +109,10 @@ struct Menu {
     std::span<const Row> rows;
 };
 
-constexpr Menu kMenus[] = {{1020, kFileRows}, {1024, kViewRows}, {1021, kOptionRows}, {1022, kHelpRows}};
+constexpr Menu kMenus[] = {{text::kFileMenu, kFileRows},
+                           {text::kViewMenu, kViewRows},
+                           {text::kOptionsMenu, kOptionRows},
+                           {text::kHelpMenu, kHelpRows}};
 
 void AppendRow(HMENU menu, const Row& row) {
     if (row.id == kLanguageRows) {

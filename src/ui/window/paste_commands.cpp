@@ -29,8 +29,7 @@ static void EditFromMenu(int position) {
 }
 
 static void ExplainTakenWinKey() {
-    constexpr int kWinKeyMayNotArrive = 1075;
-    MessageBoxW(mainWindow.window, LanguageText(kWinKeyMayNotArrive).c_str(), kProductName,
+    MessageBoxW(mainWindow.window, LanguageText(text::kWinKeyMayNotArrive).c_str(), kProductName,
                 MB_OK | MB_ICONINFORMATION);
 }
 

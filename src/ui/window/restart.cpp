@@ -18,10 +18,6 @@ namespace verbatix {
 
 namespace {
 
-constexpr int kNotRestarted = 1313;
-constexpr int kNotElevated = 1315;
-constexpr int kNoUpdates = 1073;
-
 void Tell(int text) {
     MessageBoxW(mainWindow.window, LanguageText(text).c_str(), kProductName, MB_OK | MB_ICONINFORMATION);
 }
@@ -63,11 +59,11 @@ void Restart(const wchar_t* verb, int failure) {
 }  // namespace
 
 void RestartProgram() {
-    Restart(L"open", kNotRestarted);
+    Restart(L"open", text::kNotRestarted);
 }
 
 void RestartElevated() {
-    Restart(L"runas", kNotElevated);
+    Restart(L"runas", text::kNotElevated);
 }
 
 void OpenElevatedPrompt() {
@@ -85,7 +81,7 @@ void LookForUpdates() {
     if (service && WaitForSingleObject(service.Get(), kPatienceMilliseconds) == WAIT_OBJECT_0) {
         GetExitCodeProcess(service.Get(), &answer);
     }
-    if (answer == kNothingToDo) Tell(kNoUpdates);
+    if (answer == kNothingToDo) Tell(text::kNoUpdates);
 }
 
 }  // namespace verbatix

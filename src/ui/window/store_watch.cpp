@@ -37,13 +37,6 @@ namespace verbatix {
 
 namespace {
 
-constexpr int kNotSaved = 1366;
-constexpr int kListUnread = 1367;
-constexpr int kOtherList = 1369;
-constexpr int kMisreadLines = 1370;
-constexpr int kWriteProtected = 1371;
-constexpr int kNotOpened = 1372;
-
 // The lists that other programs had put into the file; the latest one is offered first.
 std::wstring keptList;
 
@@ -93,13 +86,13 @@ void OnWritten() {
 }
 
 void OnNotWritten(DWORD error) {
-    PutNotice(Notice::kNotSaved, FillIn(LanguageText(kNotSaved), {ErrorText(error)}));
+    PutNotice(Notice::kNotSaved, FillIn(LanguageText(text::kNotSaved), {ErrorText(error)}));
     if (mainWindow.statusBar) UpdateStatusBar();
 }
 
 void OnOtherListKept(const std::wstring& copy) {
     keptList = copy;
-    PutNotice(Notice::kOtherList, LanguageText(kOtherList), OfferKept);
+    PutNotice(Notice::kOtherList, LanguageText(text::kOtherListKept), OfferKept);
 }
 
 void Tell(int text, UINT icon) {
@@ -116,7 +109,7 @@ void WatchStore() {
 void OnListRead() {
     constexpr UINT kRetryMilliseconds = 1000;
     if (IsListUnread()) {
-        PutNotice(Notice::kListUnread, LanguageText(kListUnread));
+        PutNotice(Notice::kListUnread, LanguageText(text::kListUnread));
         SetTimer(mainWindow.window, TIMER_LIST_RETRY, kRetryMilliseconds, nullptr);
     } else {
         TakeNoticeDown(Notice::kListUnread);
@@ -124,7 +117,8 @@ void OnListRead() {
     }
     if (MisreadLines() > 0) {
         PutNotice(Notice::kMisreadLines,
-                  FillIn(LanguageText(kMisreadLines), {std::to_wstring(MisreadLines())}), OpenSettingsFile);
+                  FillIn(LanguageText(text::kMisreadLines), {std::to_wstring(MisreadLines())}),
+                  OpenSettingsFile);
     } else {
         TakeNoticeDown(Notice::kMisreadLines);
     }
@@ -157,9 +151,9 @@ void OpenSettingsFile() {
     const DWORD error = check ? ERROR_SUCCESS : GetLastError();
     check.Reset();
     if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
-        return Tell(kNotOpened, MB_ICONWARNING);
+        return Tell(text::kNoSettingsFile, MB_ICONWARNING);
     const bool isProtected = (GetFileAttributesW(settingsPath.c_str()) & FILE_ATTRIBUTE_READONLY) != 0;
-    if (isProtected || error == ERROR_ACCESS_DENIED) Tell(kWriteProtected, MB_ICONINFORMATION);
+    if (isProtected || error == ERROR_ACCESS_DENIED) Tell(text::kWriteProtected, MB_ICONINFORMATION);
     ShellExecuteW(mainWindow.window, L"open", settingsPath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 

@@ -15,18 +15,16 @@
 namespace verbatix {
 
 static UniqueMenu CreateTrayMenu() {
-    constexpr int kNewEntry = 1318;
-    constexpr int kOptions = 1011;
     UniqueMenu menu(CreatePopupMenu());
-    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_SHOW, LanguageText(1010).c_str());
-    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_NEW, LanguageText(kNewEntry).c_str());
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_SHOW, LanguageText(text::kShowVerbatix).c_str());
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_NEW, LanguageText(text::kTrayNewEntry).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu.Get(), MF_STRING | (keyboardHook.off ? MF_CHECKED : 0), CMD_TRAY_PAUSE,
-                LanguageText(25).c_str());
+                LanguageText(text::kPauseHotkeys).c_str());
     AppendMenuW(menu.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(CreateOptionsMenu()),
-                LanguageText(kOptions).c_str());
+                LanguageText(text::kTrayOptions).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
-    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(1012).c_str());
+    AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(text::kTrayExit).c_str());
     SetMenuDefaultItem(menu.Get(), CMD_TRAY_SHOW, FALSE);
     return menu;
 }

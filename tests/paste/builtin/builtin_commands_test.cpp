@@ -145,7 +145,7 @@ TEST_F(BuiltinCommandsTest, PathsAndPictureOfASelectionInTheShell) {
     }
     const Process view(command);
     const HWND window = view.WaitForVisibleWindow(L"VerbatixTestShellView");
-    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == window; }));
+    ASSERT_TRUE(SettlesInFront(window));
     for (const wchar_t* const form :
          {L"PathToClipboard", L"PathToClipboard+", L"PathToClipboardSlash", L"PathToClipboardSlash+"}) {
         pathQuote = L"'";  // left by whoever
@@ -208,7 +208,9 @@ TEST_F(BuiltinCommandsTest, WhatCannotBeDoneIsTold) {
 TEST_F(BuiltinCommandsTest, ASelectionIsShownAndComesBackAsPlainText) {
     Select(L"<b>bold</b>");
     ExpectBox(L"CopyHtmlCode2TxtPaste", L"<b>bold</b>", L"");
-    EXPECT_TRUE(TargetShows(L"<b>bold</b>"));  // in the foreground again when the stroke came
+    // In the foreground again when the stroke came: what was selected is replaced by the same.
+    EXPECT_TRUE(WaitFor([&] { return SendMessageW(edit, EM_GETSEL, 0, 0) == MAKELRESULT(11, 11); }));
+    EXPECT_TRUE(TargetShows(L"<b>bold</b>"));
     // Nothing is selected, so what another program put there stays until then: HTML as well.
     Select(L"");
     const UINT html = RegisterClipboardFormatW(L"HTML Format");
