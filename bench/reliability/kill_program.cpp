@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "support/kill_driver.h"
+#include "bench/reliability/kill_driver.h"
 
 using namespace verbatix;
 

@@ -1,4 +1,4 @@
-#include "support/kill_driver.h"
+#include "bench/reliability/kill_driver.h"
 
 #include <algorithm>
 #include <map>
