@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <climits>
 #include <cstdint>
+#include <optional>
 
-#include "base/debug.h"
+#include "store/file_commit.h"
 #include "store/profile.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
 #include "store/settings_path.h"
+#include "store/text_file.h"
 
 namespace verbatix {
 
@@ -54,9 +56,10 @@ int PrepareBackupFolder() {
 
 static bool CopyUnder(const SYSTEMTIME& time) {
     const std::wstring copy = backupFolder + L"\\" + BackupFileName(time);
-    if (CopyFileW(settingsPath.c_str(), copy.c_str(), FALSE)) return true;
-    DebugLine(L"Copy to %ls: error %lu\n", copy.c_str(), GetLastError());
-    return false;
+    constexpr std::int64_t kLargestFile = 64LL << 20;
+    // A backup cut short would look like one.
+    const std::optional<std::string> bytes = ReadWholeFile(settingsPath, kLargestFile);
+    return bytes && CommitFile(copy, *bytes) == ERROR_SUCCESS;
 }
 
 void BackupNow() {

@@ -147,9 +147,12 @@ DWORD Commit(const IniValues& values) {
         kept = KeepCopy(settingsPath, *found, content.keepOld);
         if (kept.empty()) return ERROR_CANNOT_MAKE;
     }
+    const bool wasGenerationKept = file.isGenerationKept;
     KeepGeneration(found);
     const DWORD error = CommitFile(settingsPath, content.bytes, InPlace::kAfterCopy);
     if (error != ERROR_SUCCESS) {
+        // On a full disk neither may have been possible.
+        file.isGenerationKept = wasGenerationKept;
         // It would be kept once more at every try.
         if (!kept.empty()) DeleteFileW(kept.c_str());
         return error;

@@ -127,5 +127,18 @@ TEST(ChooseSettingsPath, TellsOnceOfAProgramFolderThatCannotBeWritten) {
     EXPECT_EQ(openedPage, WriteErrorPage(false));
 }
 
+TEST(ChooseSettingsPath, MakesANamedFileAFullPathOnce) {
+    const std::wstring folder = test::HelperPath(L"");
+    ASSERT_TRUE(SetCurrentDirectoryW(folder.c_str()));
+    for (const wchar_t* named : {L"named.ini", L"./x/../named.INI", L"x/../named.ini"}) {
+        startOptions.iniPathOverride = named;
+        EXPECT_EQ(ChooseSettingsPath(), 1);
+        EXPECT_TRUE(EqualsIgnoreCase(settingsPath, folder + L"named.ini")) << settingsPath;
+        EXPECT_EQ(startOptions.iniPathOverride, settingsPath) << "so the next start finds it from anywhere";
+    }
+    for (const wchar_t* name : {L"named.ini", L"named.ini.bak", L"Verbatix.ini", L"Verbatix.ini.bak"})
+        DeleteFileW((folder + name).c_str());
+}
+
 }  // namespace
 }  // namespace verbatix
