@@ -24,8 +24,8 @@ LaunchPlan PlanLaunch(std::wstring_view line, bool (*exists)(const std::wstring&
 // Replaces each %NAME% whose variable exists by its value; values beyond 520 characters are left out.
 std::wstring ExpandEnvironment(std::wstring_view text);
 
-// Starts the command line, with elevated rights when asked to or while Ctrl is held on purpose. An empty line does
-// nothing. The result is the shell's, for those who want it.
+// Starts the command line, with elevated rights when asked to or while Ctrl is held on purpose. An empty
+// line does nothing. The result is the shell's, for those who want it.
 bool LaunchCommandLine(bool elevate, const std::wstring& line);
 
 // Opens a file with the shell as LaunchCommandLine does, with that verb (null for the default).
