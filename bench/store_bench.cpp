@@ -4,30 +4,26 @@
 
 #include <cstdio>
 
+#include "bench/measure.h"
 #include "store/entry_syntax.h"
 #include "store/ini_files.h"
 #include "store/list_exchange.h"
 #include "store/list_file.h"
 #include "store/profile.h"
+#include "store/text_file.h"
 
 namespace verbatix::bench {
 
 namespace {
 
 double Milliseconds(const auto& work) {
-    LARGE_INTEGER frequency;
-    LARGE_INTEGER start;
-    LARGE_INTEGER end;
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&start);
+    const double start = Now();
     work();
-    QueryPerformanceCounter(&end);
-    return 1000.0 * static_cast<double>(end.QuadPart - start.QuadPart) /
-           static_cast<double>(frequency.QuadPart);
+    return Now() - start;
 }
 
 void Row(const char* name, double value) {
-    std::printf("%-44s  %10.1f  ms\n", name, value);
+    bench::Row(name, value, "ms");
 }
 
 ListClient Client() {
@@ -67,6 +63,59 @@ double LoadTimeByKey(unsigned count) {
     });
 }
 
+// Like a save with nothing around it: the same bytes into a new file, flushed.
+double PlainWrite(const test::SettingsFolder& folder) {
+    const std::string bytes = test::ReadBytes(settingsPath);
+    const std::wstring path = folder.File(L"plain.bin");
+    return MedianTime(9, [&] { WriteWholeFile(path, CREATE_ALWAYS, bytes); });
+}
+
+void CompareRow(const char* name, double time, double plain) {
+    std::printf("%-58s %12.3f ms, %.2f times one plain write and flush\n", name, time, time / plain);
+}
+
+// As a hand leaves a file: a comment and a blank line between sections.
+void AddCommentsAndBlankLines() {
+    std::wstring text = DecodeByMark(test::ReadBytes(settingsPath));
+    ReplaceAll(text, L"[list_", L"\r\n; the next section\r\n\r\n[list_");
+    test::WriteBytes(settingsPath, AsUtf16File(text));
+}
+
+double SaveOneTime(EntryList& list) {
+    return MedianTime(9, [&] {
+        wchar_t& first = list.at(500).current.text[0];
+        first = first == L'X' ? L'Y' : L'X';
+        SaveList(list, Client(), false, true);
+    });
+}
+
+double SaveAllTime(EntryList& list) {
+    return MedianTime(9, [&] {
+        wchar_t& first = list.at(500).current.text[0];
+        first = first == L'X' ? L'Y' : L'X';
+        SaveList(list, Client(), false, false);
+    });
+}
+
+void BenchCommits(const test::SettingsFolder& folder) {
+    settingsPath = folder.File(L"thousand.ini");
+    EntryList list = MakeList(1000);
+    SaveList(list, Client(), false, false);
+    const double plain = PlainWrite(folder);
+    Row("plain write and flush of 1000 entries", plain);
+    CompareRow("commit of 1000 entries (at most 100 ms)", SaveAllTime(list), plain);
+    AddCommentsAndBlankLines();
+    CompareRow("the same with comments and blank lines", SaveAllTime(list), plain);
+    CompareRow("commit of 1 changed entry of 1000", SaveOneTime(list), plain);
+
+    settingsPath = folder.File(L"ten thousand.ini");
+    EntryList large = MakeList(10000);
+    SaveList(large, Client(), false, false);
+    const double plainLarge = PlainWrite(folder);
+    Row("plain write and flush of 10,000 entries", plainLarge);
+    CompareRow("commit of 1 of 10,000 (at most 30 ms)", SaveOneTime(large), plainLarge);
+}
+
 }  // namespace
 
 void BenchStore() {
@@ -87,11 +136,14 @@ void BenchStore() {
 
     many.at(500).current.text[0] = L'X';
     Row("save 1 changed entry of 1000", Milliseconds([&] { SaveList(many, Client(), false, true); }));
+    BenchCommits(folder);
 
+    settingsPath = folder.File(L"many.ini");
     const std::wstring other = settingsPath;
     settingsPath = folder.File(L"merged.ini");
     EntryList merged = MakeList(0);
-    Row("merge 1000 entries (at most 1000)", Milliseconds([&] { MergeListFile(merged, Client(), other); }));
+    Row("merge 1000 entries (at most 1000)",
+        Milliseconds([&] { ImportListFile(merged, Client(), other); }));
 }
 
 }  // namespace verbatix::bench

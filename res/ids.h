@@ -115,6 +115,7 @@
 #define CMD_HIDE 32782
 #define CMD_LANGUAGE_MENU 2022
 #define CMD_UNSAVED_TEXT 40010  // posted to itself at start
+#define CMD_LIST_DAMAGE 40016   // posted to itself at start
 #define CMD_EXIT 32799
 #define CMD_SHOW_TREE 32800
 #define CMD_GROUP_MENU 1073
@@ -149,5 +150,6 @@
 #define TIMER_RESTORE_CLIPBOARD 4002  // one shot, 200 ms
 #define TIMER_CLOCK_JUMP 12022        // every 100 ms
 #define TIMER_DRAG_SCROLL 4010        // every 60 ms while an entry is dragged
+#define TIMER_LIST_RETRY 4011         // every second while the list cannot be read
 
 #endif

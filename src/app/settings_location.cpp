@@ -12,6 +12,7 @@
 #include "base/language.h"
 #include "base/text.h"
 #include "store/profile.h"
+#include "store/settings_commit.h"
 #include "store/settings_file.h"
 #include "store/settings_path.h"
 
@@ -101,7 +102,16 @@ bool WriteTest(const std::wstring& path, int secondsBack) {
     settingsPath = path;
     const std::wstring stamp = Format(L"%d", static_cast<int>(std::time(nullptr)) - secondsBack);
     constexpr std::size_t kLongestStamp = 112;
-    return WriteProgramText(L"TestIni", stamp) && ReadProgramText(L"TestIni", kLongestStamp) == stamp;
+    constexpr ULONGLONG kPatienceMilliseconds = 2000;
+    const ULONGLONG deadline = GetTickCount64() + kPatienceMilliseconds;
+    for (;;) {
+        if (WriteProgramText(L"TestIni", stamp) && ReadProgramText(L"TestIni", kLongestStamp) == stamp)
+            return true;
+        // A file that another program holds is the right one all the same, and will be let go.
+        if (!IsHeldByAnother(path)) return false;
+        if (GetTickCount64() >= deadline) return true;
+        Sleep(20);
+    }
 }
 
 static bool IsPlainFile(const std::wstring& path) {
@@ -133,6 +143,14 @@ static SettingsFacts GatherFacts() {
     return facts;
 }
 
+// A path as it may be typed: with "/", relative to the current folder. The folder may change later, and the
+// profile functions would look for a bare name in the Windows folder.
+static void MakeFull(std::wstring& path) {
+    wchar_t full[MAX_PATH] = {};
+    const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr);
+    if (length > 0 && length < MAX_PATH) path = full;
+}
+
 static void ShowStartMessage(const StartMessage& message) {
     if (message.kind == StartMessage::kWriteError) {
         ReportWriteError(message.path);
@@ -145,10 +163,11 @@ static void ShowStartMessage(const StartMessage& message) {
 int ChooseSettingsPath() {
     const SettingsProbe probe = {WriteTest, IsPlainFile,
                                  [](const std::wstring& path) { CreateDirectoryW(path.c_str(), nullptr); }};
+    if (HasIniExtension(startOptions.iniPathOverride)) MakeFull(startOptions.iniPathOverride);
     const SettingsChoice choice = DecideSettingsPath(GatherFacts(), probe);
     settingsPath = choice.path;
     // One that was named on the command line has not been through the write test.
-    PrepareSettingsFile(settingsPath);
+    PrepareSettingsFile();
     portableRequested = choice.portableRequested;
     portableActive = choice.portableActive;
     for (const StartMessage& message : choice.messages) ShowStartMessage(message);

@@ -46,8 +46,8 @@ SettingsChoice DecideSettingsPath(const SettingsFacts& facts, const SettingsProb
 // Whether the program's own file name asks for portable use: "_p" anywhere but at its beginning.
 bool AsksForPortableUse(std::wstring_view modulePath);
 
-// Decides by the running program and startOptions.iniPathOverride, shows what is to be shown and sets
-// settingsPath and the two flags below. Returns 1.
+// Decides by the running program and startOptions.iniPathOverride, which it makes a full path, shows what
+// is to be shown and sets settingsPath and the two flags below. Returns 1.
 int ChooseSettingsPath();
 
 // The program's file name asks for portable use; portable use also passed its write test.
@@ -68,7 +68,7 @@ std::wstring WriteErrorPage(bool germanUser);
 extern void (*openWebPage)(const std::wstring& address);
 
 // Makes that file the settings file, writes a time stamp, less `secondsBack`, as "TestIni" to section
-// "Program" and reads it back.
+// "Program" and reads it back. A file that another program keeps locked is tried for 2 s and passes then.
 bool WriteTest(const std::wstring& path, int secondsBack);
 
 }  // namespace verbatix

@@ -61,13 +61,10 @@ static bool IsUpdaterName() {
     return name.find(L"_autoupdate", name.rfind(L'\\') + 1) != std::wstring::npos;
 }
 
-// For a start from any folder. A settings file that was named but not taken is not named again.
+// A settings file that was named but not taken is not named again.
 static StartOptions OptionsOfNextStart() {
     StartOptions options = startOptions;
     if (options.iniPathOverride != settingsPath) options.iniPathOverride.clear();
-    wchar_t path[MAX_PATH] = {};
-    const DWORD length = GetFullPathNameW(options.iniPathOverride.c_str(), MAX_PATH, path, nullptr);
-    if (length > 0 && length < MAX_PATH) options.iniPathOverride = path;
     return options;
 }
 

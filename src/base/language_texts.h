@@ -274,13 +274,28 @@ enum : int {
     kLargeSize = 1351,
     kVeryLargeSize = 1352,
 
+    // The settings file: damage, other programs, what cannot be read or written
+    kDamageFound = 1360,
+    kDamagedKeptIn = 1361,
+    kYesOther = 1362,
+    kNoOther = 1363,
+    kNoGoOn = 1364,
+    kCancelGoOn = 1365,
+    kNotSaved = 1366,
+    kListUnread = 1367,
+    kAskLoadOther = 1368,
+    kOtherListKept = 1369,
+    kMisreadLines = 1370,
+    kWriteProtected = 1371,
+    kNoSettingsFile = 1372,
+
     // State of the hotkeys, notices at the caret
-    kHotkeysRestored = 1370,
-    kHotkeysOutOfReach = 1371,
-    kTextIsOnClipboard = 1372,
-    kPlaceHasClosed = 1373,
-    kMenuNotInFront = 1374,
-    kNothingDone = 1375,
+    kHotkeysRestored = 1380,
+    kHotkeysOutOfReach = 1381,
+    kTextIsOnClipboard = 1382,
+    kPlaceHasClosed = 1383,
+    kMenuNotInFront = 1384,
+    kNothingDone = 1385,
 };
 
 }  // namespace verbatix::text

@@ -5,10 +5,9 @@
 #include <cstdint>
 
 #include "base/debug.h"
-#include "base/product.h"
-#include "base/text.h"
 #include "store/profile.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 #include "store/settings_path.h"
 
 namespace verbatix {
@@ -107,11 +106,6 @@ int AssumedLastBackup(int now) {
     // past every other second.
     constexpr std::int64_t kFarAhead = 86400;
     return static_cast<int>(std::min<std::int64_t>(now * kFarAhead, INT_MAX));
-}
-
-std::wstring BackupFileName(const SYSTEMTIME& time) {
-    return Format(L"%02d-%02d-%02d_%02d-%02d-%02d_%ls.ini", time.wYear, time.wMonth, time.wDay, time.wHour,
-                  time.wMinute, time.wSecond, kProductName);
 }
 
 }  // namespace verbatix

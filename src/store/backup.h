@@ -45,7 +45,4 @@ bool IsBackupDue(int elapsed, bool hourly, bool daily);
 // What stands in for the time of the last backup where none is noted.
 int AssumedLastBackup(int now);
 
-// Name of a copy made at that local time.
-std::wstring BackupFileName(const SYSTEMTIME& time);
-
 }  // namespace verbatix

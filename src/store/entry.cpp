@@ -2,7 +2,10 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstring>
+#include <cwchar>
+#include <iterator>
 
 #include "base/text.h"
 
@@ -11,7 +14,13 @@ namespace verbatix {
 uint32_t nextEntryNumber = 0;
 
 bool Differ(const ListEntry& a, const ListEntry& b) {
-    return std::memcmp(&a, &b, sizeof a) != 0;
+    // Nothing but zeros lies behind a terminator, and of thousands of entries only that is looked at which
+    // says something: all their bytes would take longer than a save.
+    constexpr std::size_t kNumbers = offsetof(ListEntry, keyCode);
+    return std::memcmp(reinterpret_cast<const char*>(&a) + kNumbers,
+                       reinterpret_cast<const char*>(&b) + kNumbers, sizeof a - kNumbers) != 0 ||
+           std::wcsncmp(a.label, b.label, std::size(a.label)) != 0 ||
+           std::wcsncmp(a.text, b.text, std::size(a.text)) != 0;
 }
 
 bool IsBlank(const ListEntry& entry) {

@@ -45,7 +45,7 @@ using EntryList = std::map<int, EntrySlot>;
 // Number of the next entry that is created; only ever incremented while the program runs.
 extern uint32_t nextEntryNumber;
 
-// Whether two records differ in any byte.
+// Whether two records differ.
 bool Differ(const ListEntry& a, const ListEntry& b);
 inline bool IsDirty(const EntrySlot& slot) {
     return Differ(slot.current, slot.saved);

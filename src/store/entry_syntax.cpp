@@ -1,5 +1,7 @@
 #include "store/entry_syntax.h"
 
+#include <cwctype>
+
 #include "base/text.h"
 #include "hotkeys/hotkey_names.h"
 
@@ -13,6 +15,12 @@ std::wstring FormatEntryValue(const ListEntry& entry) {
 
 std::wstring FormatStoredValue(const ListEntry& entry) {
     return FormatEntryValue(entry).append(kEndMarker);
+}
+
+std::wstring StoredLabel(std::wstring_view label) {
+    const auto isBare = [](wchar_t c) { return c > L' ' && c != L'"' && c != L'\'' && !iswspace(c); };
+    if (label.empty() || (isBare(label.front()) && isBare(label.back()))) return std::wstring(label);
+    return L'"' + std::wstring(label) + L'"';
 }
 
 // The value without end marker. Of a value that fills the whole buffer the rest was cut off, perhaps in the

@@ -24,6 +24,10 @@ struct StoredEntry {
 std::wstring FormatEntryValue(const ListEntry& entry);
 std::wstring FormatStoredValue(const ListEntry& entry);
 
+// The value of a label in section "list_label": in quotes where the profile functions would take blanks or
+// quotes at its ends away.
+std::wstring StoredLabel(std::wstring_view label);
+
 // Reads a value, with or without marker, of which at most 4095 characters count. Nothing when it does not
 // begin with a modifier name and "+" or has no "=".
 std::optional<StoredEntry> ReadEntryValue(std::wstring_view value);

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "store/backup.h"
 #include "store/entry_syntax.h"
+#include "store/file_commit.h"
 #include "store/settings_file.h"
 #include "store/stored_texts.h"
 #include "store/text_file.h"
@@ -98,7 +99,7 @@ std::vector<int> AllPositions(const EntryList& list) {
 }
 
 bool WriteExportFile(const std::wstring& path, const std::wstring& text) {
-    return !path.empty() && WriteWholeFile(path, CREATE_ALWAYS, AsUtf16File(text));
+    return !path.empty() && CommitFile(path, AsUtf16File(text)) == ERROR_SUCCESS;
 }
 
 std::wstring ExchangeFilePath() {
@@ -129,10 +130,6 @@ ListToImport ReadListToImport(const std::wstring& path) {
                   [](const EntryTexts& entry) { return entry.value.size() <= kLongestNothing; });
     if (result.entries.empty()) result.problem = ListToImport::kNoEntries;
     return result;
-}
-
-void MergeListFile(EntryList& list, const ListClient& client, const std::wstring& path) {
-    AskAndAdd(list, client, ReadListToImport(path).entries);
 }
 
 void ImportListFile(EntryList& list, const ListClient& client, const std::wstring& path) {

@@ -23,7 +23,8 @@ std::wstring ExportText(const EntryList& list, const std::vector<int>& positions
 // Every entry that is not deleted, in the order of the list.
 std::vector<int> AllPositions(const EntryList& list);
 
-// Writes such a text to a file, in UTF-16 with mark. False when that fails; the file may then be cut short.
+// Writes such a text to a file, in UTF-16 with mark. False when that fails; what was there before is then
+// untouched.
 bool WriteExportFile(const std::wstring& path, const std::wstring& text);
 
 // The file in the user's temporary folder by which one run of the program leaves entries to another, which
@@ -42,12 +43,9 @@ struct ListToImport {
 // reads it.
 ListToImport ReadListToImport(const std::wstring& path);
 
-// Asks whether to add the entries of another settings file; on Yes copies the settings file to the backup
-// folder, appends them and saves everything. No and Cancel leave all as it is.
-void MergeListFile(EntryList& list, const ListClient& client, const std::wstring& path);
-
-// The same for a file that the user has named: one without anything to add is told of instead of asked
-// about, and so is what had to be left out.
+// Asks whether to add the entries of another settings file or export; on Yes copies the settings file to
+// the backup folder, appends them and saves everything in one commit. No and Cancel leave all as it is. A
+// file without anything to add is told of instead of asked about, and so is what had to be left out.
 void ImportListFile(EntryList& list, const ListClient& client, const std::wstring& path);
 
 }  // namespace verbatix

@@ -2,17 +2,17 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <utility>
 #include <vector>
 
 #include "base/language.h"
 #include "base/text.h"
-#include "hotkeys/keyboard_hook.h"
 #include "store/backup.h"
 #include "store/entry_syntax.h"
-#include "store/list_hotkeys.h"
+#include "store/list_damage.h"
 #include "store/profile.h"
-#include "store/profile_section.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 #include "store/settings_file.h"
 #include "store/settings_path.h"
 #include "store/stored_texts.h"
@@ -21,19 +21,20 @@ namespace verbatix {
 
 namespace {
 
-constexpr const wchar_t* kCountKey = L"listcmd_count";
-
-// From this number of entries on whole sections are written.
-constexpr std::size_t kManyEntries = 8;
-
 std::wstring firstRunList;
 
-// The list in the file could not be read: nothing may be written over it.
-bool isListUnread = false;
-// The file holds more entries than were loaded.
-bool isListCut = false;
-// The file that the list was loaded from; empty when there was none.
-std::wstring loadedPath;
+// What the last LoadList met.
+struct Loading {
+    bool isUnread = false;  // the list in the file could not be read: nothing may be written over it
+    // Lines that were left out keep their numbers: there are too many, or they were not understood.
+    bool isGappy = false;
+    int misreadLines = 0;
+};
+
+Loading loading;
+
+// The user has been told that saving fails, and it has not succeeded since.
+bool isFailureTold = false;
 
 void Export(const ListEntry& entry, ExportSink& sink) {
     const std::wstring key = EntryKey(sink.count++) + L'=';
@@ -42,40 +43,19 @@ void Export(const ListEntry& entry, ExportSink& sink) {
     sink.orderLines += key + Format(L"%d", entry.order) + L"\r\n";
 }
 
-// Writes an entry, or what differs from `previous`; false when a write failed.
-bool WriteKeys(const ListEntry& entry, const ListEntry* previous) {
+// The keys of an entry that differ from those of `previous`.
+void AddValues(IniValues& values, const ListEntry& entry, const ListEntry* previous = nullptr) {
     const std::wstring key = EntryKey(entry.number);
-    bool isWritten = true;
     if (!previous || previous->keyCode != entry.keyCode || previous->modifier != entry.modifier ||
         std::wcscmp(previous->text, entry.text) != 0) {
-        isWritten &= WriteProfileText(kTextSection, key.c_str(), FormatStoredValue(entry));
+        values.push_back({kTextSection, key, FormatStoredValue(entry)});
     }
     if (!previous || previous->order != entry.order) {
-        isWritten &= WriteProfileNumber(kOrderSection, key.c_str(), entry.order);
+        values.push_back({kOrderSection, key, Format(L"%d", entry.order)});
     }
     if (!previous || std::wcscmp(previous->label, entry.label) != 0) {
-        isWritten &= WriteProfileText(kLabelSection, key.c_str(), entry.label);
+        values.push_back({kLabelSection, key, StoredLabel(entry.label)});
     }
-    return isWritten;
-}
-
-// The same keys in the same order as WriteKeys for each.
-bool WriteMany(const std::vector<EntrySlot*>& slots) {
-    ProfileValues texts;
-    ProfileValues orders;
-    ProfileValues labels;
-    for (const EntrySlot* slot : slots) {
-        const ListEntry& entry = slot->current;
-        const std::wstring key = EntryKey(entry.number);
-        texts.emplace_back(key, FormatStoredValue(entry));
-        orders.emplace_back(key, Format(L"%d", entry.order));
-        labels.emplace_back(key, entry.label);
-    }
-    // All three are tried: what can be saved is saved.
-    const bool areTextsWritten = WriteSection(kTextSection, texts);
-    const bool areOrdersWritten = WriteSection(kOrderSection, orders);
-    const bool areLabelsWritten = WriteSection(kLabelSection, labels);
-    return areTextsWritten && areOrdersWritten && areLabelsWritten;
 }
 
 // An entry was handed to the file: its text is classified anew, and it is clean unless the write failed.
@@ -87,52 +67,44 @@ void AfterWrite(EntrySlot& slot, const ListClient& client, bool isWritten) {
     if (isNewText && client.classifyEntry) entry.kind = client.classifyEntry(entry.text);
 }
 
-// False when any write failed; entries that are not in the file as they should be stay dirty.
-bool WriteSlots(const std::vector<EntrySlot*>& slots, const ListClient& client) {
-    const bool isMany = slots.size() >= kManyEntries;
-    if (isMany && WriteMany(slots)) {
-        for (EntrySlot* slot : slots) AfterWrite(*slot, client, true);
-        return true;
-    }
-    // A single text may be what the file refuses: the others are saved without it.
-    const bool isHopeless = isMany && !PrepareSettingsFile(settingsPath);
-    bool isAllWritten = true;
-    for (EntrySlot* slot : slots) {
-        const bool isWritten = !isHopeless && WriteKeys(slot->current, nullptr);
-        AfterWrite(*slot, client, isWritten);
-        isAllWritten &= isWritten;
-    }
-    return isAllWritten;
-}
-
 bool Add(EntryList& list, const EntryTexts& entry) {
     return ParseStoredEntry(list, entry.value, entry.label, ToInt(entry.order));
+}
+
+// The entry counts as changed until it has been written.
+void MarkUnwritten(EntrySlot& slot) {
+    slot.saved.number = ~slot.current.number;
 }
 
 void AddStoredEntries(EntryList& list, unsigned count) {
     const StoredTexts stored = ReadEntryTexts(settingsPath, count, mostEntries);
     for (const NumberedTexts& entry : stored.entries) {
-        if (!Add(list, entry.texts)) continue;
-        // Behind a gap or a skipped value an entry gets a smaller number than its key has. That makes it
-        // dirty, so that the next save, which writes the smaller count, also writes it where it counts.
-        list.rbegin()->second.saved.number = entry.number;
+        if (Add(list, entry.texts)) {
+            // Behind a gap an entry gets a smaller number than its key has. That makes it dirty, so that
+            // the next save, which writes the smaller count, also writes it where it counts.
+            list.rbegin()->second.saved.number = entry.number;
+        } else if (!entry.texts.value.empty()) {
+            // A slip of the user's hand: the line keeps its key and its place among the others.
+            ++loading.misreadLines;
+            loading.isGappy = true;
+            nextEntryNumber = std::max(nextEntryNumber, entry.number + 1);
+        }
     }
     // New entries go behind those that were left out.
-    isListCut = stored.isCut;
-    if (isListCut) nextEntryNumber = std::max(nextEntryNumber, stored.end);
+    loading.isGappy |= stored.isCut;
+    if (stored.isCut) nextEntryNumber = std::max(nextEntryNumber, stored.end);
 }
 
 void AddFirstRunList(EntryList& list, const ListClient& client) {
-    for (const EntryTexts& entry : ParseExport(firstRunList)) Add(list, entry);
+    for (const EntryTexts& entry : ParseExport(firstRunList)) {
+        if (Add(list, entry)) MarkUnwritten(list.rbegin()->second);
+    }
     SaveList(list, client, false, false);
 }
 
-bool IsListLost() {
-    return loadedPath == settingsPath && IsSettingsFileLost(settingsPath);
-}
-
 int CountToStore(const EntryList& list) {
-    return static_cast<int>(isListCut ? std::max<std::size_t>(list.size(), nextEntryNumber) : list.size());
+    return static_cast<int>(loading.isGappy ? std::max<std::size_t>(list.size(), nextEntryNumber)
+                                            : list.size());
 }
 
 void RefreshViews(const ListClient& client, bool refresh) {
@@ -140,9 +112,26 @@ void RefreshViews(const ListClient& client, bool refresh) {
 }
 
 void ReportUnsaved(const ListClient& client) {
-    if (!client.showMessage) return;
+    if (!client.showMessage || std::exchange(isFailureTold, true)) return;
     client.showMessage(client.window, (LanguageText(text::kListNotSaved) + L"\n" + settingsPath).c_str(),
                        L"", MB_OK);
+}
+
+// Loads the list into an empty one. False when the file cannot be read within that time.
+bool LoadWithin(unsigned milliseconds, EntryList& list, const ListClient& client) {
+    // Held until everything is read: a file that is locked in between would seem to have no list, and the
+    // next save would write over the user's entries.
+    std::optional<UniqueFile> guard = KeepReadable(settingsPath, milliseconds);
+    loading = {};
+    loading.isUnread = !guard;
+    if (!guard) return false;
+    RememberSettingsFile();
+    const int count = ReadProgramNumber(kCountKey, -1);
+    const bool hasBeenList = FoundDamage() != nullptr;
+    if (count > 0) AddStoredEntries(list, static_cast<unsigned>(count));
+    guard.reset();
+    if (count == -1 && !hasBeenList) AddFirstRunList(list, client);
+    return true;
 }
 
 }  // namespace
@@ -152,39 +141,36 @@ int WriteEntry(const ListEntry& entry, ExportSink* sink, const ListEntry* previo
         Export(entry, *sink);
         return 1;
     }
-    WriteKeys(entry, previous);
+    IniValues values;
+    AddValues(values, entry, previous);
+    WriteSettingsTogether(std::move(values));
     return 1;
 }
 
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly) {
     if (client.collectEdits) client.collectEdits();
     CheckTimedBackup();
-    if (IsListLost()) {
-        // Somebody has deleted the file: what is in memory is all there is.
-        changedOnly = false;
-        SaveSettings();
-        if (!keyboardHook.disabled.empty()) SaveDisabledHotkeys(keyboardHook.disabled);
-    }
     std::vector<EntrySlot*> written;
+    IniValues values;
     for (auto& [position, slot] : list) {
         // These two are the program's own notes; the file has no place for them.
         slot.saved.groupRef = slot.current.groupRef;
         slot.saved.kind = slot.current.kind;
-        if (!changedOnly || IsDirty(slot)) written.push_back(&slot);
+        if (changedOnly && !IsDirty(slot)) continue;
+        written.push_back(&slot);
+        AddValues(values, slot.current);
     }
-    if (isListUnread) {
-        for (EntrySlot* slot : written) AfterWrite(*slot, client, false);
-        return ReportUnsaved(client);
-    }
-    const bool areEntriesWritten = WriteSlots(written, client);
-    const bool isCountWritten = WriteProgramNumber(kCountKey, CountToStore(list));
-    if (areEntriesWritten && isCountWritten && !changedOnly) SettingsFileIsWhole();
-    if (isCountWritten) RefreshViews(client, refresh);
-    if (!areEntriesWritten || !isCountWritten) ReportUnsaved(client);
+    values.push_back({kProgramSection, kCountKey, Format(L"%d", CountToStore(list))});
+    const bool isWritten = !loading.isUnread && WriteSettingsTogether(std::move(values));
+    for (EntrySlot* slot : written) AfterWrite(*slot, client, isWritten);
+    if (!isWritten) return ReportUnsaved(client);
+    isFailureTold = false;
+    RefreshViews(client, refresh);
 }
 
 bool HasUnsaved(const EntryList& list) {
-    return IsListLost() || std::any_of(list.begin(), list.end(), [](const auto& entry) {
+    return IsSettingsFileLost() || HasUnwrittenSettings() ||
+           std::any_of(list.begin(), list.end(), [](const auto& entry) {
                ListEntry saved = entry.second.saved;
                saved.groupRef = entry.second.current.groupRef;
                saved.kind = entry.second.current.kind;
@@ -194,24 +180,44 @@ bool HasUnsaved(const EntryList& list) {
 
 void LoadList(EntryList& list, const ListClient& client) {
     constexpr unsigned kLongestLock = 2000;
-    isListUnread = isListCut = false;
-    // Held until everything is read: a file that is locked in between would seem to have no list, and the
-    // next save would write over the user's entries.
-    std::optional<UniqueFile> guard = KeepReadable(settingsPath, kLongestLock);
-    const int count = guard ? ReadProgramNumber(kCountKey, -1) : 0;
-    loadedPath = guard && *guard ? settingsPath : std::wstring();
-    SettingsFileIsWhole();
-    if (!guard) {
-        isListUnread = true;
-        ReportUnsaved(client);
-    } else if (count == -1) {
-        guard->Reset();
-        AddFirstRunList(list, client);
-    } else if (count > 0) {
-        AddStoredEntries(list, static_cast<unsigned>(count));
-    }
-    guard.reset();
+    isFailureTold = false;
+    const bool isRead = LoadWithin(kLongestLock, list, client);
+    // A lock will end, and the window says that it is waited for.
+    if (!isRead && !IsHeldByAnother(settingsPath)) ReportUnsaved(client);
     RefreshViews(client, false);
+}
+
+bool IsListUnread() {
+    return loading.isUnread;
+}
+
+bool LoadUnreadList(EntryList& list, const ListClient& client) {
+    EntryList loaded;
+    const uint32_t next = std::exchange(nextEntryNumber, 0);
+    if (!LoadWithin(0, loaded, client)) {
+        nextEntryNumber = next;
+        return false;
+    }
+    const EntryList waiting = std::exchange(list, std::move(loaded));
+    for (const auto& [position, slot] : waiting) {
+        const ListEntry& entry = slot.current;
+        if (IsBlank(entry)) continue;
+        AddEntry(list, entry.text, entry.label, entry.keyCode, entry.modifier, -1, entry.order);
+        MarkUnwritten(list.rbegin()->second);
+    }
+    if (HasUnsaved(list)) SaveList(list, client, false, true);
+    RefreshViews(client, false);
+    return true;
+}
+
+void ReloadList(EntryList& list, const ListClient& client) {
+    list.clear();
+    nextEntryNumber = 0;
+    LoadList(list, client);
+}
+
+int MisreadLines() {
+    return loading.misreadLines;
 }
 
 void SetFirstRunList(std::wstring text) {

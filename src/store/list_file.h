@@ -1,7 +1,7 @@
 // The entry list in the settings file: sections "list_text", "list_label" and "list_order" with a key for
 // each entry, and their count in section "Program". (A section "list" with the same keys may stand in
-// files; nothing in it is used and it is never written.) What does not match the syntax is skipped
-// silently; what cannot be read or written at all is reported. UI thread only.
+// files; nothing in it is used and it is never written.) What does not match the syntax is left out and
+// stays in the file; what cannot be written at all is reported. UI thread only.
 #pragma once
 
 #include <windows.h>
@@ -29,23 +29,38 @@ struct ListClient {
 inline std::size_t mostEntries = 40000;
 
 // Writes one entry to the settings file: all of it, or what differs from `previous`. With a sink the entry
-// goes there instead. Always 1; whether a write failed is SaveList's to find out.
+// goes there instead. Always 1, even where the write failed.
 int WriteEntry(const ListEntry& entry, ExportSink* sink = nullptr, const ListEntry* previous = nullptr);
 
 // Makes a timed backup where one is due, then writes the entries that differ from what the file holds, or
-// all, then the count; where the file has been deleted meanwhile, all of them and the options too. A failed
-// write is reported in a message box; an entry that could not be written stays dirty for the next save.
-// `refresh` is passed on to the views.
+// all, and the count, in one commit. A failed write is reported in a message box, once until a save
+// succeeds; all that could not be written stays dirty for the next save. `refresh` is passed on to the
+// views.
 void SaveList(EntryList& list, const ListClient& client, bool refresh, bool changedOnly);
 
-// Whether an entry has changed since it was last read or written, or the file has been deleted meanwhile.
+// Whether an entry or an option has changed since it was last read or written, or the file has been deleted
+// meanwhile.
 bool HasUnsaved(const EntryList& list);
 
-// Fills an empty list from the settings file; a file without a count gets the first-run list. Only keys
-// that are in the file are looked at, so a count that cannot be true costs nothing. A file that is there
-// but cannot be read (locked for more than 2 s) is reported; the list stays empty, and until another
-// LoadList every save reports instead of writing over what the file holds.
+// Fills an empty list from the settings file; a file that has never held a list gets the first-run list.
+// Only keys that are in the file are looked at, so a count that cannot be true costs nothing. Lines that
+// were not understood keep their keys. A file that is there but cannot be read (locked for more than 2 s)
+// leaves the list unread: until it has been read every save reports instead of writing over what the file
+// holds.
 void LoadList(EntryList& list, const ListClient& client);
+
+// Whether the list in the file could not be read yet.
+bool IsListUnread();
+
+// Tries once to read it; entries that were made meanwhile are put behind those of the file and saved. False
+// when it still cannot be read.
+bool LoadUnreadList(EntryList& list, const ListClient& client);
+
+// Reads the list anew, as at start.
+void ReloadList(EntryList& list, const ListClient& client);
+
+// How many lines of the list the last reading could make nothing of.
+int MisreadLines();
 
 // The first-run list in export layout; empty until app/ sets it.
 void SetFirstRunList(std::wstring text);

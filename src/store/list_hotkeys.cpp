@@ -1,6 +1,7 @@
 #include "store/list_hotkeys.h"
 
 #include "store/profile.h"
+#include "store/settings_commit.h"
 
 namespace verbatix {
 

@@ -25,35 +25,17 @@ std::wstring ReadProfileText(const wchar_t* section, const wchar_t* key, std::si
     return ReadProfileTextFrom(settingsPath, section, key, size, old);
 }
 
-bool WriteProfileText(const wchar_t* section, const wchar_t* key, std::wstring_view value) {
-    const std::wstring line = ProfileLine(value);
-    return PrepareSettingsFile(settingsPath, line) &&
-           WritePrivateProfileStringW(section, key, line.c_str(), settingsPath.c_str());
-}
-
 int ReadProfileNumber(const wchar_t* section, const wchar_t* key, int old, int lowest, int highest) {
     const std::wstring text = ReadProfileText(section, key, kNumberTextSize, Format(L"%d", old));
     return BoundedNumber(text, lowest, highest);
-}
-
-bool WriteProfileNumber(const wchar_t* section, const wchar_t* key, int value) {
-    return WriteProfileText(section, key, Format(L"%d", value));
 }
 
 std::wstring ReadProgramText(const wchar_t* key, std::size_t size, std::wstring_view old) {
     return ReadProfileText(kProgramSection, key, size, old);
 }
 
-bool WriteProgramText(const wchar_t* key, std::wstring_view value) {
-    return WriteProfileText(kProgramSection, key, value);
-}
-
 int ReadProgramNumber(const wchar_t* key, int old, int lowest, int highest) {
     return ReadProfileNumber(kProgramSection, key, old, lowest, highest);
-}
-
-bool WriteProgramNumber(const wchar_t* key, int value) {
-    return WriteProfileNumber(kProgramSection, key, value);
 }
 
 std::wstring ProfileLine(std::wstring_view value) {

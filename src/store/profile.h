@@ -1,6 +1,6 @@
-// Texts and numbers in sections of the settings file, by the system's profile functions. Every call opens
-// the file anew; for many keys of a section see profile_section.h. A file that is missing, locked or no
-// file at all reads as empty; a write that fails says so.
+// Texts and numbers in sections of the settings file. They are read by the system's profile functions,
+// every call of which opens the file anew; for many keys of a section see profile_section.h. A file that is
+// missing, locked or no file at all reads as empty. Every write is a commit (see settings_commit.h).
 #pragma once
 
 #include <cstddef>
@@ -19,21 +19,14 @@ std::wstring ReadProfileText(const wchar_t* section, const wchar_t* key, std::si
 std::wstring ReadProfileTextFrom(const std::wstring& path, const wchar_t* section, const wchar_t* key,
                                  std::size_t size, std::wstring_view old = {});
 
-// Writes a value in a form that cannot break the file (see ProfileLine). A character that the file cannot
-// hold makes it a UTF-16 file first. False when the file could not be written.
-bool WriteProfileText(const wchar_t* section, const wchar_t* key, std::wstring_view value);
-
 // A number; text that is none reads as 0. The value is held between the bounds only when neither is -1.
 int ReadProfileNumber(const wchar_t* section, const wchar_t* key, int old, int lowest = -1,
                       int highest = -1);
-bool WriteProfileNumber(const wchar_t* section, const wchar_t* key, int value);
 
 // The same in the section of the program's options.
 inline constexpr const wchar_t* kProgramSection = L"Program";
 std::wstring ReadProgramText(const wchar_t* key, std::size_t size, std::wstring_view old = {});
-bool WriteProgramText(const wchar_t* key, std::wstring_view value);
 int ReadProgramNumber(const wchar_t* key, int old, int lowest = -1, int highest = -1);
-bool WriteProgramNumber(const wchar_t* key, int value);
 
 // What is written for a value: it ends at the first NUL, and each line break character in it is a blank.
 // Otherwise what follows the break would stand in the file as a line, even as a section, of its own.

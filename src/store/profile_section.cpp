@@ -2,14 +2,12 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <cwctype>
 
 #include "base/text.h"
+#include "store/ini_text.h"
 #include "store/profile.h"
-#include "store/section_lines.h"
 #include "store/settings_file.h"
-#include "store/settings_path.h"
 
 namespace verbatix {
 
@@ -122,77 +120,6 @@ std::set<std::wstring, std::less<>> SectionKeys(ProfileSection& section) {
     std::set<std::wstring, std::less<>> keys = Names(section);
     for (const auto& [key, value] : section.values) keys.insert(key);
     return keys;
-}
-
-// --- writing ---
-
-namespace {
-
-bool WriteKeyByKey(const wchar_t* section, const ProfileValues& values) {
-    bool isWritten = true;
-    for (const auto& [key, value] : values) isWritten &= WriteProfileText(section, key.c_str(), value);
-    return isWritten;
-}
-
-// The section's lines with `values` in place of, or behind, the lines they have now.
-ProfileValues Merge(ProfileValues lines, const ProfileValues& values) {
-    std::map<std::wstring, std::size_t> places;
-    for (std::size_t i = 0; i < lines.size(); ++i) places.emplace(FoldKey(lines[i].first), i);
-    for (const auto& [key, value] : values) {
-        const auto [place, isNew] = places.emplace(FoldKey(key), lines.size());
-        if (isNew) {
-            lines.emplace_back(key, value);
-        } else {
-            lines[place->second].second = value;
-        }
-    }
-    return lines;
-}
-
-bool WriteWhole(const wchar_t* section, const ProfileValues& lines) {
-    std::wstring block;
-    for (const auto& [key, value] : lines) {
-        block.append(key).append(L"=").append(TrimBlanks(value)).push_back(L'\0');
-    }
-    block.push_back(L'\0');
-    return WritePrivateProfileSectionW(section, block.c_str(), settingsPath.c_str()) != 0;
-}
-
-std::optional<ProfileValues> LinesInFile(const wchar_t* section) {
-    const std::optional<std::wstring> text = ReadSettingsFile(settingsPath);
-    return text ? PlainSectionLines(*text, section) : std::nullopt;
-}
-
-// The lines that the file does not hold as they were meant. Values with blanks or quotes at an end are
-// always among them: how those stand in the file is for the single call to decide.
-ProfileValues NotAsMeant(const wchar_t* section, const ProfileValues& meant) {
-    const std::optional<ProfileValues> inFile = LinesInFile(section);
-    if (!inFile) return meant;
-    std::map<std::wstring, std::wstring_view> found;
-    for (const auto& [key, value] : *inFile) found.emplace(FoldKey(key), value);
-    ProfileValues missing;
-    for (const auto& line : meant) {
-        const auto place = found.find(FoldKey(line.first));
-        if (place == found.end() || place->second != line.second) missing.push_back(line);
-    }
-    return missing;
-}
-
-}  // namespace
-
-bool WriteSection(const wchar_t* section, const ProfileValues& values) {
-    ProfileValues clean;
-    std::wstring all;
-    for (const auto& [key, value] : values) {
-        clean.emplace_back(key, ProfileLine(value));
-        all += clean.back().second;
-    }
-    if (!PrepareSettingsFile(settingsPath, all)) return false;
-    const std::optional<ProfileValues> lines = LinesInFile(section);
-    if (!lines) return WriteKeyByKey(section, clean);
-    const ProfileValues meant = Merge(*lines, clean);
-    if (!WriteWhole(section, meant)) return WriteKeyByKey(section, meant);
-    return WriteKeyByKey(section, NotAsMeant(section, meant));
 }
 
 }  // namespace verbatix

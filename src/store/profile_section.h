@@ -1,6 +1,6 @@
-// A whole section of a settings file in one pass, because every single profile call reads and, when it
-// writes, rewrites the whole file: a list of 1,000 entries would take seconds. The results are those of the
-// single calls; wherever that is not certain, a key is read or written by a call of its own.
+// A whole section of a settings file in one pass, because every single profile call reads the whole file: a
+// list of 1,000 entries would take seconds. The results are those of the single calls; wherever that is not
+// certain, a key is read by a call of its own.
 #pragma once
 
 #include <map>
@@ -8,8 +8,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace verbatix {
 
@@ -38,14 +36,5 @@ int SectionNumber(ProfileSection& section, std::wstring_view key, int old, int l
 
 // The folded names of all keys in the section.
 std::set<std::wstring, std::less<>> SectionKeys(ProfileSection& section);
-
-// Key and value.
-using ProfileValues = std::vector<std::pair<std::wstring, std::wstring>>;
-
-// Writes the values into a section of the settings file, in that order, leaving its other keys alone: as so
-// many WriteProfileText calls would. The section is written as a whole only where it stands in the file
-// once and holds nothing but plain, different keys; the result is read back, and what is not as it was
-// meant is written key by key. False when a write failed.
-bool WriteSection(const wchar_t* section, const ProfileValues& values);
 
 }  // namespace verbatix

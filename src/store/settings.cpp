@@ -7,6 +7,7 @@
 #include "ids.h"
 #include "store/profile.h"
 #include "store/profile_section.h"
+#include "store/settings_commit.h"
 #include "store/settings_path.h"
 
 namespace verbatix {
@@ -86,15 +87,11 @@ void ChangeSetting(int Settings::*value, int newValue) {
     }
 }
 
-void SaveSettings() {
-    const Settings defaults;
-    for (const SettingRow& row : kTable) {
-        const int value = settings.*row.value;
-        // What holds for these without a file depends on the system.
-        if (value != defaults.*row.value || row.group == SettingGroup::kStart) {
-            WriteProfileNumber(row.section, row.key, value);
-        }
-    }
+bool HasUnwrittenSettings() {
+    return HasWaitingSettings([](const IniValue& value) {
+        return std::any_of(std::begin(kTable), std::end(kTable),
+                           [&](const SettingRow& row) { return value.key == row.key; });
+    });
 }
 
 bool RunSettingCommand(int command) {

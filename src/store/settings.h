@@ -1,5 +1,6 @@
 // The program's options: process-wide integers, read once at start, written at once whenever one changes.
-// A failed write is not reported; the value in memory stays changed. UI thread only.
+// A failed write is not reported here; the value in memory stays changed and is written with whatever is
+// written next. UI thread only.
 #pragma once
 
 #include <optional>
@@ -66,8 +67,8 @@ void LoadSettings(SettingGroup group = SettingGroup::kMain);
 // Changes a value and writes it.
 void ChangeSetting(int Settings::*value, int newValue);
 
-// Writes every value that is not what holds without a file.
-void SaveSettings();
+// Whether an option that was changed could not be written yet.
+bool HasUnwrittenSettings();
 
 // Carries an options-menu command out: flips its value (0 becomes 1, all else 0) or sets it. False when no
 // setting has that command.

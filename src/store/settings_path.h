@@ -1,6 +1,8 @@
 // Where the one settings file lies. Kept here, chosen at start by app/.
 #pragma once
 
+#include <windows.h>
+
 #include <string>
 
 namespace verbatix {
@@ -11,5 +13,8 @@ extern std::wstring settingsPath;
 
 // The folder beside the settings file that keeps copies of it; empty when `path` holds no backslash.
 std::wstring BackupFolderOf(const std::wstring& path);
+
+// Name of a copy made at that local time; the names of later ones are greater.
+std::wstring BackupFileName(const SYSTEMTIME& time);
 
 }  // namespace verbatix

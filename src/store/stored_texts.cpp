@@ -9,7 +9,7 @@ namespace verbatix {
 
 // Sizes of the values that are read, terminator included.
 static constexpr std::size_t kValueSize = 4096;
-static constexpr std::size_t kLabelSize = 256;
+static constexpr std::size_t kLabelSize = kLabelLimit + 4;  // it may stand in quotes
 static constexpr std::size_t kOrderSize = 16;
 
 StoredTexts ReadEntryTexts(const std::wstring& path, unsigned limit, std::size_t most) {

@@ -12,6 +12,8 @@ namespace verbatix {
 inline constexpr const wchar_t* kTextSection = L"list_text";
 inline constexpr const wchar_t* kLabelSection = L"list_label";
 inline constexpr const wchar_t* kOrderSection = L"list_order";
+// In section "Program": how many entries there are.
+inline constexpr const wchar_t* kCountKey = L"listcmd_count";
 
 struct NumberedTexts {
     unsigned number = 0;

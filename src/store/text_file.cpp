@@ -56,20 +56,17 @@ bool IsUtf8WithoutMark(std::string_view bytes) {
                                nullptr, 0) > 0;
 }
 
-static std::wstring FromUtf16(std::string_view bytes, unsigned lowByte) {
-    std::wstring text(bytes.size() / 2, L'\0');
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto low = static_cast<unsigned char>(bytes[2 * i + lowByte]);
-        const auto high = static_cast<unsigned char>(bytes[2 * i + 1 - lowByte]);
-        text[i] = static_cast<wchar_t>(high << 8 | low);
-    }
+static std::wstring FromUtf16(std::string_view bytes, bool isBigEndian) {
+    std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / 2);
+    if (!isBigEndian) return text;
+    for (wchar_t& c : text) c = static_cast<wchar_t>((c & 0xff) << 8 | c >> 8);
     return text;
 }
 
 std::wstring DecodeByMark(std::string_view bytes) {
     switch (EncodingByMark(bytes)) {
-        case Encoding::kUtf16: return FromUtf16(bytes.substr(kUtf16Mark.size()), 0);
-        case Encoding::kUtf16BigEndian: return FromUtf16(bytes.substr(kUtf16BigEndianMark.size()), 1);
+        case Encoding::kUtf16: return FromUtf16(bytes.substr(kUtf16Mark.size()), false);
+        case Encoding::kUtf16BigEndian: return FromUtf16(bytes.substr(kUtf16BigEndianMark.size()), true);
         case Encoding::kUtf8: return FromBytes(bytes.substr(kUtf8Mark.size()), CP_UTF8);
         default: return FromBytes(bytes, CP_ACP);
     }
@@ -80,8 +77,11 @@ std::wstring DecodeText(std::string_view bytes) {
 }
 
 std::string AsUtf16File(std::wstring_view text) {
-    return std::string(kUtf16Mark)
-        .append(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
+    std::string bytes;
+    bytes.reserve(kUtf16Mark.size() + text.size() * sizeof(wchar_t));
+    bytes.append(kUtf16Mark);
+    bytes.append(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
+    return bytes;
 }
 
 }  // namespace verbatix

@@ -74,6 +74,7 @@ TEST(FindHtmlFragment, ReadsOthersAndIsNotFooled) {
         {"StartFragment:10\r\nEndFragment:5000\r\n", "(none)"},
         {"StartFragment:4294967306\r\nEndFragment:4294967310\r\n", "(none)"},
         {"StartFragment:00\r\nEndFragment:9999999999\r\n", "(none)"},
+        {"StartFragment:-5\r\nEndFragment:05\r\n", "(none)"},
         {"StartFragment:10 EndFragment:12", "(none)"},
         // The first of two counts; words are 0; the offsets may point anywhere in the data.
         {"StartFragment:00\r\nStartFragment:10\r\nEndFragment:05\r\n", "Start"},
@@ -89,6 +90,7 @@ TEST(FindHtmlFragment, ReadsOthersAndIsNotFooled) {
     EXPECT_EQ(ValueAfterKey(L"aab1a2b", L"aab", L"a"), L"");
     EXPECT_EQ(ValueAfterKey(L"abc1;a", L"abc", L";"), L"1");
     EXPECT_EQ(ValueAfterKey(L"\ra:1", L"a:", L"\r"), L"");
+    EXPECT_EQ(ValueAfterKey(L"abcdef;", L"xy", L";"), L"");
 }
 
 UINT HtmlFormat() {

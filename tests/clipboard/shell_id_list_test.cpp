@@ -56,6 +56,11 @@ TEST(ReadShellIdLists, YieldsListsOrNothing) {
     EXPECT_EQ(lists->parent, List({"drive", "folder"}));
     EXPECT_EQ(lists->items, (std::vector<std::string>{List({"one"}), List({"sub", "two"}), List({})}));
     EXPECT_TRUE(ReadShellIdLists(Block({List({"folder"})})));
+    std::vector<std::string> longest(8, std::string(65533, 'x'));
+    longest.push_back("1234");  // 512 KB with all sizes and the terminator
+    EXPECT_TRUE(ReadShellIdLists(Block({List(longest)})));
+    longest.back() += '5';
+    EXPECT_FALSE(ReadShellIdLists(Block({List(longest)})));
 
     const auto with = [&](std::size_t number, std::size_t value) {
         return std::string(kGood).replace(number * 4, 4, Number(static_cast<std::uint32_t>(value)));
@@ -68,12 +73,12 @@ TEST(ReadShellIdLists, YieldsListsOrNothing) {
         {"count whose offsets wrap around", with(0, 0x3FFFFFFF)},
         {"count that takes lists for offsets", with(0, 4)},
         {"parent at the header", with(1, 0)},
+        {"item in the zeros of an offset", with(2, 6)},
         {"item at the end", with(2, kGood.size())},
         {"item on the last byte", with(3, kGood.size() - 1)},
         {"half a terminator", kGood.substr(0, kGood.size() - 1)},
         {"an item of one byte", Block({List({}), std::string("\1\0\0\0", 4)})},
         {"one list over and over", shared + List({std::string(60000, 'x')})},
-        {"longer than a path", Block({List(std::vector(20, std::string(60000, 'x')))})},
     };
     for (const auto& [what, block] : rows) EXPECT_FALSE(ReadShellIdLists(block)) << what;
 }

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -134,6 +135,28 @@ TEST(Start, FindsItsSettingsFile) {
     }
 }
 
+TEST(Start, NoFileKeepsTheProgramFromStarting) {
+    const std::wstring list = SettingsText({{L"Ctrl+Q", L"kept"}});
+    std::string noise(4000, '\0');
+    for (std::size_t i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>(i * i >> 7);
+    const std::pair<std::string, int> files[] = {
+        {noise, -1},
+        {Utf16File(list.substr(0, list.size() / 2)), -1},
+        {Utf16File(list + L"listcmd_count=7\r\n"), 1},
+        {Utf16File(
+             L"[Program]\r\nlistcmd_count=300000000\r\n[list_text]\r\ntext_000=Ctrl+Q=kept<E<N<D|\r\n"),
+         1},
+    };
+    for (const auto& [bytes, entries] : files) {
+        ProgramRun run;
+        ASSERT_TRUE(WriteBytes(run.SettingsFile(), bytes));
+        ASSERT_TRUE(run.Start(L"-bg")) << ::testing::PrintToString(bytes);
+        const auto rows = SendMessageW(GetDlgItem(run.MainDialog(), IDC_LIST), LVM_GETITEMCOUNT, 0, 0);
+        EXPECT_TRUE(entries < 0 || rows == entries) << rows;
+        EXPECT_EQ(run.Exit(), 1);
+    }
+}
+
 TEST(Start, RefusesASettingsFileOfAnotherKind) {
     ProgramRun run;
     run.StartPlain(L"-bg \"-ini:" + run.Place().File(L"list.txt") + L"\"");
@@ -158,9 +181,9 @@ TEST(Start, ReportsAPathItCannotWriteAndRunsOn) {
         ProgramRun run;
         run.StartPlain(L"-bg \"-ini:" + path + L"\"");
         // The first run's list cannot be written either, which is said by name of the file.
-        const HWND box = run.Program().WaitForVisibleWindow(L"#32770");
-        ASSERT_TRUE(box) << ::testing::PrintToString(path);
-        EXPECT_NE(WindowText(GetDlgItem(box, 0xFFFF)).find(path.substr(0, 200)), std::wstring::npos);
+        const HWND first = run.Program().WaitForVisibleWindow(L"#32770");
+        ASSERT_TRUE(first) << ::testing::PrintToString(path);
+        EXPECT_NE(WindowText(GetDlgItem(first, 0xFFFF)).find(path.substr(0, 200)), std::wstring::npos);
         // Every box there is, until the program runs.
         EXPECT_TRUE(WaitFor(
             [&] {
@@ -169,7 +192,13 @@ TEST(Start, ReportsAPathItCannotWriteAndRunsOn) {
                 return run.MainDialog() != nullptr && !dialog;
             },
             15000));
-        EXPECT_EQ(run.Exit(), 1);
+        // The first run's list is lost with the program, which is asked about.
+        PostMessageW(run.MainDialog(), WM_COMMAND, CMD_EXIT, 0);
+        EXPECT_TRUE(WaitFor([&] {
+            const HWND box = run.Program().WaitForVisibleWindow(L"#32770", nullptr, 0);
+            if (box && !GetDlgItem(box, IDC_LIST)) PostMessageW(box, WM_COMMAND, IDYES, 0);
+            return WaitForSingleObject(run.Program().Handle(), 0) == WAIT_OBJECT_0;
+        }));
     }
 }
 

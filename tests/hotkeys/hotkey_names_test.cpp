@@ -12,14 +12,18 @@ namespace verbatix {
 namespace {
 
 TEST(KeyName, EveryNameReadsBackWhateverFollowsIt) {
-    const std::pair<unsigned, const wchar_t*> rows[] = {
-        {9, L"TAB"},    {27, L"ESC"},    {32, L"Space"},  {37, L"Left"}, {40, L"Down"}, {46, L"Del"},
-        {96, L"NUM_0"}, {106, L"NUM_*"}, {107, L"NUM_+"}, {112, L"F1"},  {121, L"F10"}, {123, L"F12"},
-        {219, L"["},    {220, L"^"},     {221, L"]"},     {65, L"A"},    {124, L"|"},   {186, L"\xba"},
+    std::vector<std::pair<unsigned, std::wstring>> rows = {
+        {9, L"TAB"},     {27, L"ESC"},    {32, L"Space"},  {37, L"Left"},   {38, L"Up"},
+        {39, L"Right"},  {40, L"Down"},   {46, L"Del"},    {106, L"NUM_*"}, {107, L"NUM_+"},
+        {108, L"NUM_,"}, {109, L"NUM_-"}, {110, L"NUM_."}, {111, L"NUM_/"}, {219, L"["},
+        {220, L"^"},     {221, L"]"},     {65, L"A"},      {124, L"|"},     {186, L"\xba"},
     };
+    for (unsigned digit = 0; digit < 10; ++digit)
+        rows.emplace_back(96 + digit, L"NUM_" + std::to_wstring(digit));
+    for (unsigned f = 1; f <= 12; ++f) rows.emplace_back(111 + f, L"F" + std::to_wstring(f));
     for (const auto& [key, name] : rows) {
         EXPECT_EQ(FormatKeyName(key), name);
-        EXPECT_EQ(ParseKeyName(std::wstring(name) + L"=F5 Space"), key) << name;
+        EXPECT_EQ(ParseKeyName(name + L"=F5 Space"), key) << name;
     }
     for (unsigned key = 1; key < 256; ++key) {
         // The codes 91, 93 and 94 are the characters by which 219, 221 and 220 are called.
@@ -41,28 +45,27 @@ TEST(KeyName, ReadsWhatIsNoName) {
 }
 
 TEST(ModifierName, LongerNamesWinAndUnknownCodesAreLeftWin) {
-    const struct {
-        const wchar_t* text;
-        unsigned code;
-        const wchar_t* rest;
-    } rows[] = {
+    const std::tuple<const wchar_t*, unsigned, const wchar_t*> rows[] = {
         {L"Ctrl-Alt+A", 2, L"+A"},   {L"Ctrl-x", 4, L"-x"},
         {L"Alt-Gr+F5", 3, L"+F5"},   {L"Alt+F5", 5, L"+F5"},
         {L"R-Win+A", 1, L"R-Win+A"}, {L"ctrl+A", 77, L"ctrl+A"},
         {L"Ctr", 77, L"Ctr"},        {L"", 77, L""},
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, expected, rest] : rows) {
         unsigned code = 77;
-        EXPECT_EQ(ParseModifierPrefix(row.text, code), row.rest) << row.text;
-        EXPECT_EQ(code, row.code) << row.text;
+        EXPECT_EQ(ParseModifierPrefix(text, code), rest) << text;
+        EXPECT_EQ(code, expected) << text;
     }
     LanguageTexts texts;
     const int numbers[] = {34, 35, 36, 37, 38, 39, 81, 150, 151, 152, 34, 34};
     for (const int number : numbers) texts[number] = std::to_wstring(number);
     SetLanguageTexts(texts, {});
+    const wchar_t* const names[] = {L"L-Win",  L"R-Win",   L"Ctrl-Alt", L"Alt-Gr",  L"Ctrl",  L"Alt",
+                                    L"R-Ctrl", L"L-Mouse", L"M-Mouse",  L"R-Mouse", L"L-Win", L"L-Win"};
     for (unsigned code = 0; code < 12; ++code) {
         std::wstring name;
         EXPECT_TRUE(AppendModifierName(code, name));
+        EXPECT_EQ(name, names[code]);
         unsigned readBack = 77;
         const std::wstring text = name + L"+A";
         ParseModifierPrefix(text, readBack);
@@ -71,7 +74,7 @@ TEST(ModifierName, LongerNamesWinAndUnknownCodesAreLeftWin) {
     }
     SetLanguageTexts({}, {});
     std::wstring name;
-    EXPECT_FALSE(AppendModifierName(0xffffffff, name));
+    EXPECT_FALSE(AppendModifierName(12, name));
     EXPECT_EQ(name, L"L-Win");
 }
 

@@ -106,6 +106,10 @@ TEST_F(DecideKeyTest, PicksTheActionByTheEntriesAndTheState) {
         EXPECT_EQ(decision.modifier, 4U);
     }
     EXPECT_EQ(decision.text, &tables->texts[4]['R']);
+    AddHotkey(*tables, 'Y', 0, L"by the first code");
+    stateWord = 1;
+    EXPECT_EQ(Decide('Y'), KeyAction::TriggerEntry);
+    stateWord = kCtrlDown;
     state.busy = true;
     EXPECT_EQ(Decide('Q'), KeyAction::TriggerNothing);
     EXPECT_EQ(Decide('W'), KeyAction::TriggerMenu);
@@ -142,28 +146,32 @@ TEST_F(DecideKeyTest, LetsPendingKeysGoAtTheNextEventThatIsNoTrigger) {
         stateWord = word;
         EXPECT_EQ(Decide('Q'), KeyAction::PassAfterRelease);
     }
-    EXPECT_TRUE(PendingReleaseStrokes(-1).empty());
-    EXPECT_EQ(PendingReleaseStrokes(2), (std::vector<KeyStroke>{{VK_LCONTROL, 2}, {VK_LMENU, 2}}));
-    EXPECT_EQ(PendingReleaseStrokes(6), (std::vector<KeyStroke>{{VK_RCONTROL, 2}}));
+    const std::map<int, std::vector<KeyStroke>> releases = {{2, {{VK_LCONTROL, 2}, {VK_LMENU, 2}}},
+                                                            {3, {{VK_RMENU, 2}}},
+                                                            {4, {{VK_LCONTROL, 2}}},
+                                                            {5, {{VK_LMENU, 2}}},
+                                                            {6, {{VK_RCONTROL, 2}}}};
+    for (int code = -1; code < 10; ++code) {
+        const auto strokes = releases.find(code);
+        EXPECT_EQ(PendingReleaseStrokes(code),
+                  strokes == releases.end() ? std::vector<KeyStroke>() : strokes->second);
+    }
 }
 
 TEST_F(DecideKeyTest, SwallowsRepeatsWithinTheGuard) {
-    const struct {
-        std::optional<ULONGLONG> last;
-        ULONGLONG now;
-        bool swallowed;
-    } rows[] = {{{}, 5, false},  // the machine has just started, and this is the first press
-                {1000, 1000, true},
-                {1000, 1300, true},
-                {1000, 1301, false},
-                {0, 300, true},
-                {0xffff'ff00, 0x1'0000'0000, true},
-                {0xffff'ff00, 0x1'0000'0100, false}};
-    for (const auto& row : rows) {
-        state.lastTrigger = row.last;
-        now = row.now;
+    const std::tuple<std::optional<ULONGLONG>, ULONGLONG, bool> rows[] = {
+        {{}, 5, false},  // the machine has just started, and this is the first press
+        {1000, 1000, true},
+        {1000, 1300, true},
+        {1000, 1301, false},
+        {0, 300, true},
+        {0xffff'ff00, 0x1'0000'0000, true},
+        {0xffff'ff00, 0x1'0000'0100, false}};
+    for (const auto& [last, time, swallowed] : rows) {
+        state.lastTrigger = last;
+        now = time;
         for (const DWORD key : {DWORD{'Q'}, DWORD{'W'}}) {
-            EXPECT_EQ(Decide(key) == KeyAction::Swallow, row.swallowed) << row.now;
+            EXPECT_EQ(Decide(key) == KeyAction::Swallow, swallowed) << now;
         }
     }
 }

@@ -45,7 +45,7 @@ TEST(CollectMenuRows, TakesTheEntriesOfTheHotkeyInListOrder) {
     const auto collected = [&](unsigned key, unsigned modifier) {
         return CollectMenuRows(list, key, modifier).value_or(std::vector<MenuRow>());
     };
-    add(L"first", L"One");
+    add(L"first", L"On");
     add(L"other key", L"", 'X');
     add(L"other modifier", L"", kKey, 4);
     add(L"second", L"2");  // one character is no menu label
@@ -57,7 +57,7 @@ TEST(CollectMenuRows, TakesTheEntriesOfTheHotkeyInListOrder) {
     add(L"charmap:a,,/b, ,&\xd83d\xde00,", L"a label that does not count here", 'C');
     add(L" charmap:a,b", L"", 'C');
     const auto rows = collected(kKey, kCtrlAlt);
-    ASSERT_EQ(LabelsOf(rows), (Texts{L"One", L"second", L"no text"}));
+    ASSERT_EQ(LabelsOf(rows), (Texts{L"On", L"second", L"no text"}));
     EXPECT_TRUE(rows[0].text == L"first" && rows[0].labelIsMenuLabel && !rows[1].labelIsMenuLabel);
     EXPECT_TRUE(rows[1].order == 7 && rows[1].position == 3 && !rows[1].piece);
     EXPECT_EQ(rows[1].number, list.at(3).current.number);
@@ -117,7 +117,7 @@ TEST(OrderMenuRows, FollowsTheSettingsAndKeepsEveryDuplicate) {
         Texts labels;
         for (int count = 0; count < 40; ++count) {
             labels.push_back(std::wstring(random() % 3, L'x') + std::wstring(random() % 5, L'0') +
-                             std::wstring(random() % 2, L'1'));
+                             std::wstring(random() % 2, L' ') + std::wstring(random() % 2, L'1'));
         }
         rows = LabelledRows(labels);
         OrderMenuRows(rows, {1, false, false});
@@ -212,24 +212,19 @@ std::vector<UINT> ItemIds(HMENU menu) {
 }
 
 TEST(MakeMenuHandle, BreaksIntoColumnsAndNumbersByRow) {
-    const struct {
-        std::size_t items;
-        MenuSpace space;
-        bool fits;
-        std::vector<std::size_t> breaks;
-    } rows[] = {
+    const std::tuple<std::size_t, MenuSpace, bool, std::vector<std::size_t>> rows[] = {
         {10, {10, 5}, true, {}},           {11, {10, 20}, true, {6}},         {11, {10, 19}, false, {}},
         {31, {10, 40}, true, {8, 16, 24}}, {5, {0, 100}, true, {1, 2, 3, 4}},
     };
-    for (const auto& row : rows) {
+    for (const auto& [items, space, fits, expected] : rows) {
         MenuNode menu;
-        menu.children.resize(row.items);
-        EXPECT_EQ(BreakIntoColumns(menu, row.space, [](const std::wstring&) { return 10; }), row.fits);
+        menu.children.resize(items);
+        EXPECT_EQ(BreakIntoColumns(menu, space, [](const std::wstring&) { return 10; }), fits);
         std::vector<std::size_t> breaks;
-        for (std::size_t item = 0; item < row.items; ++item) {
+        for (std::size_t item = 0; item < items; ++item) {
             if (menu.children[item].flags & MF_MENUBARBREAK) breaks.push_back(item);
         }
-        EXPECT_EQ(breaks, row.breaks) << row.items;
+        EXPECT_EQ(breaks, expected) << items;
     }
     std::vector<MenuRow> labelled = LabelledRows({L"text", L"Group/item", L"MenuBreakName:Heading"});
     const MenuNode tree = BuildMenuTree(labelled);

@@ -13,7 +13,7 @@ namespace {
 class AimedExecution : public test::SelectionTarget {
   protected:
     AimedExecution() {
-        SetLanguageTexts({{1372, L"on the clipboard"}, {1373, L"gone"}, {1375, L"nothing"}}, {});
+        SetLanguageTexts({{1382, L"on the clipboard"}, {1383, L"gone"}, {1385, L"nothing"}}, {});
     }
     ~AimedExecution() override {
         settings.restoreOldClipboard = 0;

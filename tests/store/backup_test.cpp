@@ -8,6 +8,7 @@
 #include "store/list_file.h"
 #include "store/profile.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 
 namespace verbatix {
 namespace {
@@ -74,15 +75,12 @@ TEST_F(Backup, SavesMakeOneWhenTheTimeHasCome) {
     DeleteFileW(CopyFolder().c_str());
     EXPECT_EQ(SaveAfter(0, true, false), 0u);
 
-    const struct {
-        int elapsed;
-        bool hourly, daily, isDue;
-    } rows[] = {
+    const std::tuple<int, bool, bool, bool> rows[] = {
         {3600, true, true, false},  {3601, true, false, true}, {86400, false, true, false},
         {86401, false, true, true}, {-1, true, true, false},   {INT_MIN, true, true, false},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(IsBackupDue(row.elapsed, row.hourly, row.daily), row.isDue) << row.elapsed;
+    for (const auto& [elapsed, hourly, daily, isDue] : rows)
+        EXPECT_EQ(IsBackupDue(elapsed, hourly, daily), isDue) << elapsed;
 }
 
 TEST_F(Backup, CommandsSwitchCopyAndOpenOrSayThatThereIsNoFolder) {

@@ -23,46 +23,39 @@ std::vector<int> Orders(const EntryList& list) {
 }
 
 TEST(MoveEntry, ClosesUpAndKeepsTheNumbersInListOrder) {
-    const struct {
-        int from;
-        int to;
-        bool moved;
-        const wchar_t* texts;
-    } cases[] = {{0, 3, true, L"bcdae"},
-                 {4, 0, true, L"eabcd"},
-                 {2, 2, false, L"abcde"},
-                 {0, 5, false, L"abcde"},
-                 {-1, 2, false, L"abcde"}};
-    for (const auto& row : cases) {
+    const std::tuple<int, int, bool, const wchar_t*> cases[] = {{0, 3, true, L"bcdae"},
+                                                                {4, 0, true, L"eabcd"},
+                                                                {2, 2, false, L"abcde"},
+                                                                {0, 5, false, L"abcde"},
+                                                                {-1, 2, false, L"abcde"}};
+    for (const auto& [from, to, moved, texts] : cases) {
         EntryList list;
         nextEntryNumber = 0;
         for (const wchar_t* text : {L"a", L"b", L"c", L"d", L"e"}) Add(list, text, 'Q', 7);
-        EXPECT_EQ(MoveEntry(list, row.from, row.to), row.moved) << row.from << row.to;
-        EXPECT_EQ(Texts(list), row.texts);
+        EXPECT_EQ(MoveEntry(list, from, to), moved) << from << to;
+        EXPECT_EQ(Texts(list), texts);
         uint32_t number = 0;
         for (const auto& [position, slot] : list) EXPECT_EQ(slot.current.number, number++);
-        EXPECT_EQ(IsDirty(list.at(0)), row.texts[0] != L'a');
+        EXPECT_EQ(IsDirty(list.at(0)), texts[0] != L'a');
         // The way back leaves nothing to write.
-        MoveEntry(list, row.to, row.from);
+        MoveEntry(list, to, from);
         for (const auto& [position, slot] : list) EXPECT_FALSE(IsDirty(slot));
     }
 }
 
 TEST(AlignOrders, TouchesOnlyTheHotkeysOwnAndOnlyWhereNeeded) {
-    const struct {
-        std::vector<int> before;
-        std::vector<int> after;
-    } cases[] = {{{10, 5, 20, 3}, {10, 5, 20, 3}},  // Q: 10, 20 ascend already
-                 {{20, 5, 10, 3}, {0, 5, 2, 3}},    //
-                 {{10, 5, 10, 3}, {0, 5, 2, 3}}};   // equal ones are ordered by their labels
-    for (const auto& row : cases) {
+    const std::pair<std::vector<int>, std::vector<int>> cases[] = {
+        {{10, 5, 20, 3}, {10, 5, 20, 3}},  // Q: 10, 20 ascend already
+        {{20, 5, 10, 3}, {0, 5, 2, 3}},    //
+        {{10, 5, 10, 3}, {0, 5, 2, 3}}};   // equal ones are ordered by their labels
+    for (const auto& [before, after] : cases) {
         EntryList list;
-        for (std::size_t i = 0; i < 4; ++i) Add(list, L"t", i % 2 ? 'W' : 'Q', row.before[i]);
+        for (std::size_t i = 0; i < 4; ++i) Add(list, L"t", i % 2 ? 'W' : 'Q', before[i]);
         AlignOrders(list, 'Q', 4);
-        EXPECT_EQ(Orders(list), row.after);
+        EXPECT_EQ(Orders(list), after);
         AlignOrders(list, 0, 4);
         AlignOrders(list, 'Q', 5);
-        EXPECT_EQ(Orders(list), row.after);
+        EXPECT_EQ(Orders(list), after);
     }
 }
 

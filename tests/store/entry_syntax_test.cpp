@@ -8,11 +8,7 @@ namespace verbatix {
 namespace {
 
 TEST(EntryValue, ReadsWhatTheFileHolds) {
-    const struct {
-        const wchar_t* value;
-        unsigned modifier, key;
-        const wchar_t* text;
-    } rows[] = {
+    const std::tuple<const wchar_t*, unsigned, unsigned, const wchar_t*> rows[] = {
         {L"Ctrl+C=a=b<E<N<D|", 4, 67, L"a=b"},
         {L"Ctrl-Alt+NUM_+=x", 2, 107, L"x"},
         {L"L-Mouse+Space=  x  <E<N<D|", 7, 32, L"  x  "},
@@ -21,12 +17,12 @@ TEST(EntryValue, ReadsWhatTheFileHolds) {
         {L"L-Win+A=x<E<N<D", 0, 65, L"x<E<N<D"},
         {L"L-Win+Unknown=x", 0, L'U', L"x"},
     };
-    for (const auto& row : rows) {
-        const std::optional<StoredEntry> entry = ReadEntryValue(row.value);
-        ASSERT_TRUE(entry) << row.value;
-        EXPECT_EQ(entry->modifier, row.modifier) << row.value;
-        EXPECT_EQ(entry->key, row.key) << row.value;
-        EXPECT_EQ(entry->text, row.text) << row.value;
+    for (const auto& [value, modifier, key, text] : rows) {
+        const std::optional<StoredEntry> entry = ReadEntryValue(value);
+        ASSERT_TRUE(entry) << value;
+        EXPECT_EQ(entry->modifier, modifier) << value;
+        EXPECT_EQ(entry->key, key) << value;
+        EXPECT_EQ(entry->text, text) << value;
     }
     for (const wchar_t* value : {L"", L"<E<N<D|", L"Shift+A=x", L"Ctrl-Shift+A=x", L" Ctrl+A=x",
                                  L"Ctrl A=x", L"Ctrl", L"Ctrl+A"}) {
@@ -59,11 +55,15 @@ TEST(EntryValue, EveryHotkeyComesBack) {
         EXPECT_EQ(FormatStoredValue(again.at(position).current), FormatStoredValue(slot.current));
         EXPECT_EQ(again.at(position).current.keyCode, slot.current.keyCode);
     }
+    EXPECT_FALSE(ParseStoredEntry(again, L"no entry", L"", 0));
+    EXPECT_EQ(again.size(), list.size());
 }
 
 TEST(EntryKey, HasThreeDigitsAndMore) {
     EXPECT_EQ(EntryNumberOfKey(L"TEXT_012"), 12u);
-    for (const wchar_t* key : {L"", L"text_7", L"text_0007", L"text_-01", L"text_4294967296"}) {
+    EXPECT_EQ(EntryNumberOfKey(L"text_999999999"), 999999999u);
+    for (const wchar_t* key :
+         {L"", L"text_7", L"text_0007", L"text_-01", L"text_1000000000", L"text_4294967296"}) {
         EXPECT_FALSE(EntryNumberOfKey(key)) << key;
     }
 }

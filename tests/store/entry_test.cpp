@@ -49,11 +49,11 @@ TEST(AddEntry, KeyIsOneSignedByte) {
     }
 }
 
-TEST(UpdateEntry, TakesTheEditorsFieldsOnlyAndAnyByteMakesItDirty) {
+TEST(UpdateEntry, TakesTheEditorsFieldsOnlyAndAnyChangeMakesItDirty) {
     EntryList list;
     AddEntry(list, L"old", L"label", 65, 0, -1, 5);
-    void (*const changes[])(ListEntry&) = {[](ListEntry& entry) { entry.text[4103] = L'x'; },
-                                           [](ListEntry& entry) { entry.label[263] = L'x'; },
+    void (*const changes[])(ListEntry&) = {[](ListEntry& entry) { entry.text[3] = L'x'; },
+                                           [](ListEntry& entry) { entry.label[4] = L'\0'; },
                                            [](ListEntry& entry) { entry.kind = 3; }};
     for (const auto change : changes) {
         const auto slot = std::make_unique<EntrySlot>(list.at(0));

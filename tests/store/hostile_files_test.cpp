@@ -25,7 +25,7 @@ void ReadWithEverything(const std::string& bytes) {
     ListClient client;
     client.showMessage = [](HWND, const wchar_t*, const wchar_t*, UINT) WINAPI { return IDNO; };
     LoadList(list, client);
-    MergeListFile(list, client, settingsPath);
+    ImportListFile(list, client, settingsPath);
     for (const auto& [position, slot] : list) {
         ASSERT_EQ(slot.current.text[4095], L'\0');
         ASSERT_EQ(slot.current.label[255], L'\0');

@@ -5,10 +5,12 @@
 
 #include "base/handle.h"
 #include "base/language.h"
+#include "store/entry_moves.h"
 #include "store/entry_syntax.h"
 #include "store/ini_files.h"
 #include "store/profile.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 
 namespace verbatix {
 namespace {
@@ -141,6 +143,8 @@ TEST(SaveList, ReportsAFileThatCannotBeWritten) {
     EXPECT_EQ(asked.message, L"Not saved:\n" + settingsPath + L"||0");
     EXPECT_EQ(asked.calls, L"");
     EXPECT_TRUE(IsDirty(list.at(0)));
+    SaveList(list, Client(), false, true);
+    EXPECT_EQ(asked.message, L"") << "told once";
     settingsPath = folder.File(L"Verbatix.ini");
     SaveList(list, Client(), false, true);
     EXPECT_EQ(asked.message, L"");
@@ -167,7 +171,6 @@ TEST(SaveList, ADeletedFileIsWrittenAnew) {
         EntryList list = Loaded();
         EXPECT_FALSE(HasUnsaved(list));
         lose();
-        EXPECT_TRUE(HasUnsaved(list));
         text += L" changed";
         CopyText(list.at(1).current.text, text);
         SaveList(list, Client(), true, true);
@@ -180,30 +183,6 @@ TEST(SaveList, ADeletedFileIsWrittenAnew) {
         EXPECT_EQ(ReadProgramNumber(L"topmost", 0), 1);
     }
     settings = {};
-}
-
-TEST(SaveList, ATextThatTheFileRefusesIsReportedAndKeptForTheNextSave) {
-    for (const int changed : {2, 10}) {  // key by key, and whole sections
-        const SettingsFolder folder;
-        WriteBytes(settingsPath, "[Program]\r\nlistcmd_count=0\r\n");
-        WriteBytes(folder.File(L"Backup"), "a file where the folder should be");
-        EntryList list;
-        for (int i = 0; i < changed; ++i) AddEntry(list, L"old", L"", 65, 4, -1, 0);
-        SaveList(list, Client(), false, false);
-        ASSERT_EQ(asked.message, L"");
-        for (auto& [position, slot] : list) CopyText(slot.current.text, L"new", kTextLimit);
-        CopyText(list.at(1).current.text, L"\x4e2d", kTextLimit);
-        SaveList(list, Client(), false, true);
-        EXPECT_NE(asked.message, L"");
-        EXPECT_STREQ(list.at(1).saved.text, L"old");
-        EXPECT_STREQ(list.at(0).saved.text, L"new");
-
-        DeleteFileW(folder.File(L"Backup").c_str());
-        SaveList(list, Client(), false, true);
-        EXPECT_EQ(asked.message, L"");
-        EXPECT_EQ(ReadProfileText(L"list_text", L"text_001", 100), L"Ctrl+A=\x4e2d<E<N<D|");
-        EXPECT_STREQ(list.at(1).saved.text, L"\x4e2d");
-    }
 }
 
 TEST(LoadList, AFileWithoutACountGetsTheFirstRunList) {
@@ -222,6 +201,10 @@ TEST(LoadList, AFileWithoutACountGetsTheFirstRunList) {
     EXPECT_STREQ(list.at(1).current.text, L"second \x20ac");
     EXPECT_EQ(list.at(1).current.order, 9);
     ExpectSameEntries(list, Loaded());
+    SetFirstRunList(L"[list_text]\ntext_000=L-Win+A=first\n");
+    settingsPath = folder.File(L"missing\\Verbatix.ini");
+    EXPECT_TRUE(HasUnsaved(Loaded())) << "it could not be saved";
+    SetFirstRunList({});
 }
 
 TEST(LoadList, BelievesNoCountBoundsItsMemoryAndCutsWhatIsTooLong) {
@@ -256,45 +239,75 @@ TEST(LoadList, BelievesNoCountBoundsItsMemoryAndCutsWhatIsTooLong) {
     EXPECT_EQ(list.at(0).current.order, INT_MAX);
 }
 
-TEST(LoadList, AnEntryBehindAGapIsNotLostByTheNextSave) {
+TEST(LoadList, WhatItDoesNotUnderstandKeepsItsKeyAndItsPlace) {
     const SettingsFolder folder;
-    WriteList(L"4", L"text_000=Ctrl+A=a\r\ntext_001=Shift+A=x\r\ntext_003=Ctrl+B=b\r\n");
+    WriteList(L"6",
+              L"text_000=Ctrl+A=a\r\ntext_001=Crtl+B=mine<E<N<D|\r\ntext_002=Ctrl+C=c\r\n"
+              L"text_003=\r\ntext_005=Ctrl+D=d\r\n[list_label]\r\ntext_001=kept\r\n");
     EntryList list = Loaded();
-    ASSERT_EQ(list.size(), 2u);
-    SaveList(list, Client(), false, true);
+    EXPECT_EQ(MisreadLines(), 1);
+    ASSERT_EQ(list.size(), 3u);
+    MoveEntry(list, 0, 2);
+    AddEntry(list, L"new", L"", 65, 4, -1, 0);
+    list.at(3).current.order = 9;
+    for (const bool changedOnly : {true, false}) {
+        SaveList(list, Client(), false, changedOnly);
+        EXPECT_EQ(ReadProfileText(L"list_text", L"text_001", 100), L"Crtl+B=mine<E<N<D|");
+        EXPECT_EQ(ReadProfileText(L"list_label", L"text_001", 100), L"kept");
+        const EntryList again = Loaded();
+        ASSERT_EQ(again.size(), 4u);
+        for (const auto& [position, slot] : list) {
+            EXPECT_STREQ(again.at(position).current.text, slot.current.text);
+            EXPECT_EQ(again.at(position).current.number, slot.current.number);
+        }
+    }
+    // The slip of the hand is mended.
+    WriteProfileText(L"list_text", L"text_001", L"Ctrl+B=mine<E<N<D|");
+    list = Loaded();
+    EXPECT_EQ(MisreadLines(), 0);
+    ASSERT_EQ(list.size(), 5u);
+    EXPECT_STREQ(list.at(1).current.text, L"mine");
+}
+
+TEST(LoadList, LabelsKeepTheirOuterBlanksAndQuotes) {
+    const SettingsFolder folder;
+    nextEntryNumber = 0;
+    EntryList list;
+    const std::wstring longest(255, L'"');
+    for (const wchar_t* label : {L" both ", L"\"quoted\"", L"'", L"\"", L"a ", L"\t\x2003", longest.c_str(),
+                                 L"plain \"in\" the middle"}) {
+        AddEntry(list, L"text", label, 65, 4, -1, 0);
+    }
+    SaveList(list, Client(), false, false);
     ExpectSameEntries(list, Loaded());
 }
 
-TEST(LoadList, AFileThatCannotBeReadIsNotWrittenOver) {
+TEST(LoadList, AFileThatCannotBeReadIsNotWrittenOverAndReadLater) {
     const SettingsFolder folder;
     SetFirstRunList(L"[list_text]\ntext_000=Ctrl+B=first run\n");
-    SetLanguageTexts({{53, L"Not saved:"}}, {});
     WriteList(L"1", L"text_000=Ctrl+A=mine\r\n");
     const std::string original = ReadBytes(settingsPath);
-    EntryList list;
-    {
-        const UniqueFile lock(
-            CreateFileW(settingsPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-        list = Loaded();
-        EXPECT_TRUE(list.empty());
-        EXPECT_EQ(asked.message, L"Not saved:\n" + settingsPath + L"||0");
-    }
+    UniqueFile lock(CreateFileW(settingsPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    EntryList list = Loaded();
+    EXPECT_TRUE(list.empty());
+    EXPECT_TRUE(IsListUnread());
+    EXPECT_EQ(asked.message, L"") << "the window tells of it";
     AddEntry(list, L"new", L"", 65, 4, -1, 0);
     SaveList(list, Client(), true, false);
     EXPECT_NE(asked.message, L"");
-    EXPECT_EQ(asked.calls, L"");
+    EXPECT_FALSE(LoadUnreadList(list, Client()));
+    lock.Reset();
     EXPECT_EQ(ReadBytes(settingsPath), original);
-
-    list = Loaded();
-    ASSERT_EQ(list.size(), 1u);
-    SaveList(list, Client(), true, false);
-    EXPECT_EQ(asked.message, L"") << "once it has been read it is written again";
+    EXPECT_TRUE(LoadUnreadList(list, Client()));
+    EXPECT_FALSE(IsListUnread());
     SetFirstRunList({});
-    SetLanguageTexts({}, {});
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_STREQ(list.at(0).current.text, L"mine");
+    ExpectSameEntries(list, Loaded());
 }
 
-TEST(MergeListFile, AppendsOnYesAndSavesAll) {
-    SetLanguageTexts({{128, L"Add them?"}, {129, L"Entries"}}, {});
+TEST(ImportListFile, AppendsOnYesAndSavesAll) {
+    SetLanguageTexts({{128, L"Add them?"}, {129, L"Entries"}, {1301, L"{1} left out"}}, {});
     for (const int answer : {IDNO, IDCANCEL, IDYES}) {
         const SettingsFolder folder;
         const std::wstring other = folder.File(L"other.ini");
@@ -305,8 +318,9 @@ TEST(MergeListFile, AppendsOnYesAndSavesAll) {
                              L"[list_label]\r\ntext_005=Label\r\n[list_order]\r\ntext_005=-3\r\n"));
         EntryList list;
         AddEntry(list, L"mine", L"", 65, 0, -1, 0);
-        MergeListFile(list, Client(answer), other);
-        EXPECT_EQ(asked.message, L"Entries: 3\n\nAdd them?|Verbatix|3");
+        ImportListFile(list, Client(answer), other);
+        const std::wstring beyond = answer == IDYES ? L"1 left out|Verbatix|48" : L"";
+        EXPECT_EQ(asked.message, L"Entries: 3\n\nAdd them?|Verbatix|3" + beyond);
         EXPECT_EQ(settingsPath, folder.File(L"Verbatix.ini"));
         if (answer != IDYES) {
             EXPECT_EQ(list.size(), 1u);
@@ -322,7 +336,7 @@ TEST(MergeListFile, AppendsOnYesAndSavesAll) {
     SetLanguageTexts({}, {});
 }
 
-TEST(MergeListFile, TakesWhatEditorsSave) {
+TEST(ImportListFile, TakesWhatEditorsSave) {
     const std::wstring text = L"[list_text]\r\ntext_000=Ctrl+A=\xe4\xf6";
     const std::string utf8 = ToBytes(text, CP_UTF8);
     std::string bigEndian = Utf16File(text);
@@ -336,7 +350,7 @@ TEST(MergeListFile, TakesWhatEditorsSave) {
         WriteBytes(other, bytes);
         SetEnvironmentVariableW(L"TMP", folder.Path().c_str());
         EntryList list;
-        MergeListFile(list, Client(), other);
+        ImportListFile(list, Client(), other);
         EXPECT_EQ(FilesIn(folder.Path()).size(), 3u) << "two files and the backups: no copy is left";
         ASSERT_EQ(list.size(), 1u) << testing::PrintToString(bytes);
         EXPECT_STREQ(list.at(0).current.text, L"\xe4\xf6");

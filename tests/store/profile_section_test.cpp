@@ -81,7 +81,7 @@ TEST(ReadSection, HoldsSectionsLargerThanItsFirstBuffer) {
     }
 }
 
-TEST(Section, OfAFileThatIsNoneIsEmptyAndCannotBeWritten) {
+TEST(Section, OfAFileThatIsNoneIsEmpty) {
     const SettingsFolder folder;
     for (const std::wstring& path : {folder.Path(), std::wstring(L"Q:\\x.ini"), std::wstring(),
                                      folder.File(std::wstring(300, L'x'))}) {
@@ -90,60 +90,6 @@ TEST(Section, OfAFileThatIsNoneIsEmptyAndCannotBeWritten) {
         EXPECT_EQ(SectionText(section, L"a", 16, L"old"), L"old");
         EXPECT_EQ(SectionNumber(section, L"a", -1), -1);
         EXPECT_TRUE(SectionKeys(section).empty());
-        EXPECT_FALSE(WriteSection(L"S", {{L"a", L"1"}})) << path;
-    }
-}
-
-// Writes `values` as a section into one file and key by key into another like it.
-void ExpectSameAsSingleWrites(const SettingsFolder& folder, const std::string* bytes,
-                              const wchar_t* section, const ProfileValues& values) {
-    std::string results[2];
-    for (const bool isSection : {false, true}) {
-        settingsPath = folder.File(isSection ? L"section.ini" : L"single.ini");
-        DeleteFileW(settingsPath.c_str());
-        if (bytes) WriteBytes(settingsPath, *bytes);
-        if (isSection) {
-            EXPECT_TRUE(WriteSection(section, values));
-        } else {
-            for (const auto& [key, value] : values)
-                EXPECT_TRUE(WriteProfileText(section, key.c_str(), value));
-        }
-        // Blanks at a line's end may stand there until the system rewrites the file; nobody can read them.
-        EXPECT_TRUE(WriteProfileText(L"zz", L"next", L"write"));
-        results[isSection] = ReadBytes(settingsPath);
-    }
-    ASSERT_EQ(results[0], results[1]) << "written into\n"
-                                      << testing::PrintToString(bytes ? *bytes : "(no file)");
-}
-
-TEST(WriteSection, LeavesTheFileThatSingleWritesLeave) {
-    const SettingsFolder folder;
-    const ProfileValues lists[] = {
-        {{L"b", L"new"}, {L"z", L"last"}, {L"a", L"first"}},
-        {{L"a", L" blank "}, {L"b", L"\"quoted\""}, {L"c", {}}, {L"d", L"  "}, {L"e", L"\t'x'"}},
-        {{L"a", L"\x416"}, {L"n", L"line\r\nbreak"}, {L"A", L"twice"}, {L"m", L"=x=;"}, {L"o", L"\xd83d"}},
-        {},
-    };
-    for (const ProfileValues& values : lists) {
-        ExpectSameAsSingleWrites(folder, nullptr, L"S", values);
-        for (const wchar_t* file : kFiles) {
-            for (const std::string& bytes : {ToBytes(file, CP_ACP), Utf16File(file)}) {
-                if (values.empty() && bytes.size() <= 2) continue;  // the section writer begins the file
-                ExpectSameAsSingleWrites(folder, &bytes, L"S", values);
-                if (HasFatalFailure()) return;
-            }
-        }
-    }
-    HostileFiles files(77);
-    for (int i = 0; i < 100 && !HasFatalFailure(); ++i) {
-        const std::string bytes = files.Next();
-        ProfileValues values;
-        for (unsigned count = files.Below(6) + 1; count > 0; --count) {
-            values.emplace_back(
-                files.Pick({L"text_000", L"text_001", L"text_002", L"text_999", L"TEXT_000"}),
-                files.RandomValue());
-        }
-        ExpectSameAsSingleWrites(folder, &bytes, L"list_text", values);
     }
 }
 

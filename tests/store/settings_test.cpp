@@ -20,25 +20,67 @@ void LoadAll() {
     LoadSettings();
 }
 
-TEST(Settings, EveryKeyKeepsItsDefaultAndComesBackFromItsOwnSection) {
+struct Option {
+    const wchar_t* key;
+    int Settings::*value;
+    int defaultValue;
+    int command = 0;  // flips it
+    bool ofProduct = false;
+    bool isRead = true;  // with the main dialog's
+};
+
+// What files of users hold and what is so where they hold nothing.
+constexpr Option kOptions[] = {
+    {L"m_set_focus", &Settings::setFocus, 0, CMD_SET_FOCUS},
+    {L"m_grouping", &Settings::grouping, 1, 40013},
+    {L"m_show_tree", &Settings::showTree, 0, 32800},
+    {L"tray_if_close", &Settings::trayIfClose, 1, 2},
+    {L"hide_if_close", &Settings::hideIfClose, 0, 6},
+    {L"start_tray", &Settings::startTray, 0, 3},
+    {L"start_hiden", &Settings::startHidden, 0, 4},
+    {L"tray_if_minimize", &Settings::trayIfMinimize, 1, 5},
+    {L"topmost", &Settings::topmost, 0, CMD_TOPMOST},
+    {L"use_time_format", &Settings::useTimeFormat, 1, 1113},
+    {L"use_date_format", &Settings::useDateFormat, 1, 1112},
+    {L"restore_old_clipboard", &Settings::restoreOldClipboard, 0, 1115},
+    {L"use_menu_sort", &Settings::useMenuSort, 1},
+    {L"use_ignore_case", &Settings::useIgnoreCase, 1, 3000},
+    {L"show_menu_tooltip", &Settings::showMenuTooltip, 0, 3001},
+    {L"sort_col", &Settings::sortColumn, -1},
+    {L"SortDescending", &Settings::sortDescending, 0},
+    {L"use_backup_h", &Settings::useBackupHourly, 0, 4001},
+    {L"use_backup_d", &Settings::useBackupDaily, 0, 4002},
+    {L"use_autocomplete", &Settings::useAutocomplete, 1, CMD_SUGGEST_WORDS},
+    {L"size", &Settings::size, 0},
+    {L"hide_info", &Settings::hideInfo, 0},
+    {L"m_use_system_icons", &Settings::useSystemIcons, 1, 0, true},
+    {L"m_use_menu_order", &Settings::useMenuOrder, 1, 3002, true},
+    {L"lng", &Settings::language, 0, 0, false, false},
+    {L"disable_dark_theme", &Settings::disableDarkTheme, 0, 3004, false, false},
+    {L"soft_paint", &Settings::softPaint, 1, CMD_SOFT_PAINT, false, false},
+};
+
+TEST(Settings, EveryKeyHasItsDefaultAndComesBackFromItsOwnSection) {
     const SettingsFolder folder;
     LoadAll();
-    const Settings defaults;
-    for (const SettingRow& row : SettingTable())
-        EXPECT_EQ(settings.*row.value, defaults.*row.value) << row.key;
+    for (const Option& option : kOptions)
+        EXPECT_EQ(settings.*option.value, option.defaultValue) << option.key;
     EXPECT_EQ(test::ReadBytes(settingsPath), "") << "reading writes nothing";
-    settings.language = 4;
-    LoadSettings(SettingGroup::kStart);
-    EXPECT_EQ(settings.language, 4) << "what the system's language chose";
+    EXPECT_EQ(std::size(kOptions) * sizeof(int), sizeof(Settings));
+    EXPECT_EQ(SettingTable().size(), std::size(kOptions));
 
-    EXPECT_EQ(SettingTable().size() * sizeof(int), sizeof(Settings)) << "a setting without a row";
     int value = 100;
-    for (const SettingRow& row : SettingTable()) ChangeSetting(row.value, ++value);
-    LoadAll();
-    value = 100;
-    for (const SettingRow& row : SettingTable()) {
-        EXPECT_EQ(settings.*row.value, ++value) << row.key;
-        EXPECT_EQ(ReadProfileNumber(row.section, row.key, 0), value);
+    for (const Option& option : kOptions) ChangeSetting(option.value, ++value);
+    for (const bool isMain : {true, false}) {
+        settings = {};
+        LoadSettings(isMain ? SettingGroup::kMain : SettingGroup::kStart);
+        value = 100;
+        for (const Option& option : kOptions) {
+            EXPECT_EQ(ReadProfileNumber(option.ofProduct ? L"Verbatix" : L"Program", option.key, 0),
+                      ++value);
+            EXPECT_EQ(settings.*option.value, option.isRead == isMain ? value : option.defaultValue)
+                << option.key;
+        }
     }
     settings = {};
 }
@@ -62,32 +104,32 @@ TEST(Settings, HandEditedNumbersAndForeignSections) {
 TEST(Settings, CommandsFlipAndSetAndWriteAtOnce) {
     const SettingsFolder folder;
     settings = {};
-    const std::pair<int, const wchar_t*> rows[] = {
-        {2, L"tray_if_close"},
-        {3, L"start_tray"},
-        {4, L"start_hiden"},
-        {1112, L"use_date_format"},
-        {1115, L"restore_old_clipboard"},
-        {3000, L"use_ignore_case"},
-        {CMD_TOPMOST, L"topmost"},
-        {CMD_SET_FOCUS, L"m_set_focus"},
-        {CMD_SOFT_PAINT, L"soft_paint"},
-    };
-    for (const auto& [command, key] : rows) {
-        const bool before = IsSettingChecked(command).value();
+    for (const Option& option : kOptions) {
+        if (option.command == 0) continue;
+        const bool before = IsSettingChecked(option.command).value();
+        EXPECT_EQ(before, option.defaultValue != 0) << option.key;
         for (const bool after : {!before, before}) {
-            EXPECT_TRUE(RunSettingCommand(command));
-            EXPECT_EQ(ReadProgramNumber(key, -9), after) << key;
-            EXPECT_EQ(IsSettingChecked(command), after);
+            EXPECT_TRUE(RunSettingCommand(option.command));
+            EXPECT_EQ(ReadProfileNumber(option.ofProduct ? L"Verbatix" : L"Program", option.key, -9),
+                      after);
+            EXPECT_EQ(settings.*option.value, after) << option.key;
+            EXPECT_EQ(IsSettingChecked(option.command), after);
         }
     }
     for (const int choice : {2, 0, 1}) {
         EXPECT_TRUE(RunSettingCommand(2000 + choice));
         EXPECT_EQ(ReadProgramNumber(L"use_menu_sort", -9), choice);
-        for (const int other : {0, 1, 2}) EXPECT_EQ(IsSettingChecked(2000 + other), other == choice);
+        EXPECT_TRUE(RunSettingCommand(CMD_SIZE_FIRST + choice));
+        EXPECT_EQ(ReadProgramNumber(L"size", -9), choice);
+        for (const int other : {0, 1, 2}) {
+            EXPECT_EQ(IsSettingChecked(2000 + other), other == choice);
+            EXPECT_EQ(IsSettingChecked(CMD_SIZE_FIRST + other), other == choice);
+        }
     }
-    for (const int command : {0, 1, 7, 1116, 1999, 2003, 3003})
+    for (const int command : {0, 1, 7, 1116, 1999, 2003, 3003, CMD_SIZE_FIRST + 3}) {
         EXPECT_FALSE(RunSettingCommand(command)) << command;
+        EXPECT_FALSE(IsSettingChecked(command)) << command;
+    }
     settings.startTray = -7;
     settingsPath = folder.Path();
     RunSettingCommand(3);
@@ -102,14 +144,18 @@ TEST(Settings, WindowPlaceAndDisabledHotkeysComeBack) {
     EXPECT_FALSE(LoadWindowPlace());
     SaveWindowPlace(place);
     EXPECT_EQ(LoadWindowPlace(), place);
+    EXPECT_EQ(ReadProgramText(L"WinRC", 100), FormatWindowPlace(place));
+    EXPECT_TRUE(ParseWindowPlace(L"-100000;-100000;100000;100000;1"));
     for (const wchar_t* value : {L"", L";;;;;", L"1;2;3;4", L"0;0;0;0;1;x,y,w,h,SW", L"a;b;c;d;e;f",
-                                 L"0;0;2147483647;5;1;", L"-2147483648;0;5;5;1;", L"1,2,3,4,5"}) {
+                                 L"0;0;2147483647;5;1;", L"-2147483648;0;5;5;1;", L"1,2,3,4,5",
+                                 L"-100001;0;5;5;1", L"0;0;5;100001;1", L"5;0;5;9;1", L"0;9;5;9;1"}) {
         EXPECT_FALSE(ParseWindowPlace(value)) << value;
     }
     EXPECT_TRUE(LoadDisabledHotkeys().empty());
     const DisabledHotkeys disabled = {{4, {{65, true}, {186, true}}}, {9, {{32, true}}}};
     EXPECT_TRUE(SaveDisabledHotkeys(disabled));
     EXPECT_EQ(LoadDisabledHotkeys(), disabled);
+    EXPECT_EQ(ReadProgramText(L"m_disables_keys", 100), L"Ctrl+A|Ctrl+\xba|R-Mouse+Space|");
     settingsPath = folder.Path();
     EXPECT_FALSE(SaveDisabledHotkeys(disabled));
 }

@@ -4,6 +4,7 @@
 #include "base/product.h"
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
+#include "store/file_commit.h"
 #include "store/list_exchange.h"
 #include "store/settings.h"
 #include "store/settings_path.h"
@@ -73,7 +74,7 @@ void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
     int count = 0;
     const std::wstring text = CurrentText(positions, count);
     // The settings file holds more than the list.
-    const bool isOurs = EqualsIgnoreCase(path, settingsPath);
+    const bool isOurs = EqualsIgnoreCase(path, settingsPath) || IsSameFile(path, settingsPath);
     if (!isOurs && WriteExportFile(path, text)) return Confirm(kProductName, text::kEntriesWritten, count);
     Tell(LanguageText(text::kCannotWrite) + L"\n" + path);
 }

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "ids.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 #include "ui/editor/editor.h"
 #include "ui/state/main_window.h"
 #include "ui/state/program_client.h"
@@ -44,9 +45,12 @@ bool RunLanguageCommand(int command) {
         return false;
     const int number = command - CMD_LANGUAGE_FIRST;
     if (!programClient.languageNames().contains(number)) return true;
-    SaveEdits(Warn::kNever);
-    if (!programClient.useLanguage(number)) return true;
-    ChangeSetting(&Settings::language, number);
+    if (!programClient.useLanguage(number)) return SaveEdits(Warn::kNever), true;
+    {
+        const SettingsBatch together;
+        ChangeSetting(&Settings::language, number);
+        SaveEdits(Warn::kNever);
+    }
     SendMessageW(mainWindow.window, WM_LANGUAGE_CHANGED, 0, 0);
     return true;
 }

@@ -8,10 +8,13 @@
 #include "base/text.h"
 #include "ui/state/hotkey_state.h"
 #include "ui/state/main_window.h"
+#include "ui/state/notice.h"
 
 namespace verbatix {
 
 void UpdateStatusBar() {
+    const std::wstring notice = ShownNotice();
+    if (!notice.empty()) return TellInStatusBar(notice);
     SendMessageW(mainWindow.statusBar, SB_SIMPLE, FALSE, 0);
     const std::wstring total = std::to_wstring(mainWindow.entryCount);
     const std::wstring count = IsFiltered() ? FillIn(LanguageText(text::kShownCount),

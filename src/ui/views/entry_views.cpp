@@ -8,6 +8,7 @@
 
 #include "ids.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 #include "ui/editor/editor.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
@@ -89,7 +90,7 @@ static void SortByColumn(int column) {
     int sortColumn = settings.sortColumn;
     int descending = settings.sortDescending;
     ClickColumn(column, sortColumn, descending);
-    // With a large list a write takes longer than the sorting.
+    const SettingsBatch together;
     if (sortColumn != settings.sortColumn) ChangeSetting(&Settings::sortColumn, sortColumn);
     if (descending != settings.sortDescending) ChangeSetting(&Settings::sortDescending, descending);
     RefreshViews(true);

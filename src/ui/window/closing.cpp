@@ -12,6 +12,7 @@
 #include "store/list_exchange.h"
 #include "store/profile.h"
 #include "store/settings.h"
+#include "store/settings_commit.h"
 #include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/look/window_place.h"
@@ -23,6 +24,8 @@ namespace verbatix {
 
 // Where a text is that could not be saved; read once, at the next start.
 static constexpr const wchar_t* kUnsavedTextKey = L"unsaved_text";
+// The file that this run has kept one in.
+static std::wstring keptText;
 
 // Hidden without an icon the window would be out of reach.
 static void HideBehindIcon() {
@@ -67,8 +70,13 @@ void MinimizeMainWindow() {
 }
 
 bool SaveForExit() {
-    if (!SaveAll(Warn::kAlways)) return ShowMainWindow(), false;
-    RememberWindowPlace(mainWindow.window);
+    bool isSaved = false;
+    {
+        const SettingsBatch together;
+        RememberWindowPlace(mainWindow.window);
+        isSaved = SaveAll(Warn::kAlways);
+    }
+    if (!isSaved) return ShowMainWindow(), false;
     return !HasUnsaved(mainWindow.entries) ||
            MessageBoxW(mainWindow.window, LanguageText(text::kAskLoseChanges).c_str(), kProductName,
                        MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
@@ -98,15 +106,25 @@ static std::wstring KeepInFile(const std::wstring& text) {
 }
 
 void SaveWithoutAsking() {
+    const SettingsBatch together;
+    RememberWindowPlace(mainWindow.window);
     // Whoever ends the program does not wait for an answer.
     const auto showMessage = std::exchange(mainWindow.listClient.showMessage, nullptr);
     if (!SaveEdits(Warn::kNever)) {
-        const std::wstring path = KeepInFile(FieldText(IDC_TEXT));
-        if (!path.empty()) WriteProgramText(kUnsavedTextKey, path);
+        if (!keptText.empty()) DeleteFileW(keptText.c_str());
+        keptText = KeepInFile(FieldText(IDC_TEXT));
+        if (!keptText.empty()) WriteProgramText(kUnsavedTextKey, keptText);
     }
     // The other entries, whatever became of that text.
     if (HasUnsaved(mainWindow.entries)) SaveList(mainWindow.entries, mainWindow.listClient, false, true);
     mainWindow.listClient.showMessage = showMessage;
+}
+
+void ForgetUnsavedText() {
+    const std::wstring path = std::exchange(keptText, {});
+    if (path.empty()) return;
+    WriteProgramText(kUnsavedTextKey, L"");
+    DeleteFileW(path.c_str());
 }
 
 void TellOfUnsavedText() {

@@ -30,9 +30,13 @@ void LeaveProgram(int dialogCode);
 // Both. Where the first one fails the program goes on running.
 void ExitProgram(int dialogCode);
 
-// For an end that does not wait for the user: the session ends, another program wants this one to end.
+// For an end that does not wait for the user: the session ends, another program wants this one to end. The
+// window's place is written too.
 // A text that is too long is kept in a file beside the backups, which the next start tells of.
 void SaveWithoutAsking();
 void TellOfUnsavedText();
+
+// The session goes on after all: the text is still in its field, and the file is not needed.
+void ForgetUnsavedText();
 
 }  // namespace verbatix

@@ -6,7 +6,6 @@
 #include <span>
 
 #include "base/debug.h"
-#include "base/handle.h"
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
@@ -16,7 +15,7 @@
 #include "paste/executor.h"
 #include "store/backup.h"
 #include "store/settings.h"
-#include "store/settings_path.h"
+#include "store/settings_commit.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/insert_menu.h"
 #include "ui/editor/word_completion.h"
@@ -31,6 +30,7 @@
 #include "ui/shell/import.h"
 #include "ui/shell/language_menu.h"
 #include "ui/shell/web_pages.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/tree_view.h"
@@ -40,6 +40,7 @@
 #include "ui/window/paste_commands.h"
 #include "ui/window/restart.h"
 #include "ui/window/showing.h"
+#include "ui/window/store_watch.h"
 
 namespace verbatix {
 
@@ -62,17 +63,6 @@ void CallWithId(int id, LPARAM) {
 }
 
 void Nothing(int, LPARAM) {}
-
-// Opened for writing once before it is shown: that tells a file that is there from one that is not, and an
-// editor is not started on nothing.
-void OpenSettingsFile() {
-    SaveAll(Warn::kOnce);
-    UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!check) return;
-    check.Reset();
-    ShellExecuteW(mainWindow.window, L"open", settingsPath.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-}
 
 // Says so where the folder is missing all the same: a file of its name may be in the way.
 bool HasBackupFolder() {
@@ -117,8 +107,12 @@ void SwitchViewOption(int id) {
 }
 
 void SwitchTree(int id) {
-    if (!SaveEdits(Warn::kAlways)) return;
+    // The option and what is typed are written together.
+    const SettingsBatch together;
+    const bool isEdited = editor.edited;
+    if (!TakeEditsOver(Warn::kAlways)) return;
     RunSettingCommand(id);
+    if (isEdited) KeepEntries();
     ShowChosenView();
     RefreshViews(true);
     RefreshMenuChecks(mainWindow.menuBar);
@@ -256,6 +250,7 @@ constexpr Command kMainCommands[] = {
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
     {CMD_UNSAVED_TEXT, Call<TellOfUnsavedText>},
+    {CMD_LIST_DAMAGE, Call<AskAboutFoundDamage>},
 };
 
 void OnFilterNotification(int code) {

@@ -22,6 +22,7 @@
 #include "ui/look/window_place.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
+#include "ui/state/notice.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/window/closing.h"
@@ -30,6 +31,7 @@
 #include "ui/window/menu_bar.h"
 #include "ui/window/paste_commands.h"
 #include "ui/window/showing.h"
+#include "ui/window/store_watch.h"
 #include "ui/window/timers.h"
 
 namespace verbatix {
@@ -82,6 +84,7 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.listClient.classifyEntry = [](const wchar_t* text) {
         return static_cast<int>(ParseCommand(text).kind);
     };
+    WatchStore();
     LoadList(mainWindow.entries, mainWindow.listClient);
     StartHotkeys(dialog);
 
@@ -93,13 +96,16 @@ static void OnInitDialog(HWND dialog) {
     LayOutColumns(mainWindow.list);
     ApplyTheme(dialog);
     RefreshViews(false);
+    OnListRead();
     // Later: a box in the middle of the start would hold up the rest of it.
     PostMessageW(dialog, WM_COMMAND, CMD_UNSAVED_TEXT, 0);
+    PostMessageW(dialog, WM_COMMAND, CMD_LIST_DAMAGE, 0);
     // Somebody who opens the window for the first time sees what an entry is made of.
     SelectFirstEntry();
 }
 
 static LRESULT OnNotify(const NMHDR& header) {
+    if (header.hwndFrom == mainWindow.statusBar && header.code == NM_CLICK) OnNoticeClick();
     if (header.hwndFrom != mainWindow.list && header.hwndFrom != mainWindow.tree) return 0;
     if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(DialogControl(IDC_TEXT));
     if (const std::optional<LRESULT> answer = OnRenameNotify(header)) return *answer;
@@ -170,8 +176,8 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_LANGUAGE_CHANGED: return OnLanguageChanged(), TRUE;
         // Asked and told: whichever comes first, nothing may be waiting for a timer then. No question: the
         // session does not wait for an answer.
-        case WM_QUERYENDSESSION:
-        case WM_ENDSESSION: return SaveWithoutAsking(), RememberWindowPlace(dialog), FALSE;
+        case WM_QUERYENDSESSION: return SaveWithoutAsking(), FALSE;
+        case WM_ENDSESSION: return wParam ? SaveWithoutAsking() : ForgetUnsavedText(), FALSE;
         case WM_CLOSE: return CloseMainWindow(), TRUE;
         case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);

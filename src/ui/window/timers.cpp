@@ -12,7 +12,9 @@
 #include "ui/editor/editor.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
 #include "ui/window/hook_watch.h"
+#include "ui/window/store_watch.h"
 
 namespace verbatix {
 
@@ -73,6 +75,7 @@ constexpr Timer kTimers[] = {
     {TIMER_CPY_LAUNCH, true, RunStep<TIMER_CPY_LAUNCH, OnCpyLaunchTimer>},
     {TIMER_EDITOR_UPDATE, true, OnEditorTimer},
     {TIMER_DRAG_SCROLL, false, OnDragTimer},
+    {TIMER_LIST_RETRY, false, OnListRetryTimer},
 };
 
 }  // namespace

@@ -47,11 +47,7 @@ PixelImage Draw(const std::vector<std::string>& rows) {
 }
 
 TEST(FindContent, LeavesThePlainBorderOut) {
-    const struct {
-        std::vector<std::string> rows;
-        int margin;
-        PixelArea area;
-    } cases[] = {
+    const std::tuple<std::vector<std::string>, int, PixelArea> cases[] = {
         {{"     ", "  #  ", " ##  ", "     ", "     "}, 0, {1, 1, 3, 3}},
         {{"     ", "  #  ", " ##  ", "     ", "     "}, 1, {0, 0, 4, 4}},
         {{"##  ", "#   ", "    "}, 0, {0, 0, 2, 2}},          // content touches two sides
@@ -60,8 +56,8 @@ TEST(FindContent, LeavesThePlainBorderOut) {
         {{"###", "###"}, 0, {0, 0, 3, 2}},                    // one grey has no content
         {{}, 3, {0, 0, 0, 0}},
     };
-    for (const auto& row : cases) {
-        EXPECT_EQ(FindContent(Draw(row.rows), row.margin), row.area) << testing::PrintToString(row.rows);
+    for (const auto& [rows, margin, area] : cases) {
+        EXPECT_EQ(FindContent(Draw(rows), margin), area) << testing::PrintToString(rows);
     }
     EXPECT_EQ(Crop({3, 3, {1, 2, 3, 4, 5, 6, 7, 8, 9}}, {1, 1, 3, 3}).pixels,
               (std::vector<std::uint32_t>{5, 6, 8, 9}));

@@ -18,6 +18,9 @@ TEST(GeneratedTexts, AreMadeOfTheSelection) {
         {L"CString CString a=b=;;", L"CString a;{char w[]={'b','=',';','\\0'};a=w;} //b=;"},
         {L"ä & \té",
          L"CString str_ae_und__e;{char w[]={'ä',' ','&',' ','\t','é','\\0'};str_ae_und__e=w;} //ä & \té"},
+        {L"öüÖÄÜß_",
+         L"CString str_oeueOeAeUess_;{char w[]={'ö','ü','Ö','Ä','Ü','ß','_','\\0'};str_oeueOeAeUess_=w;} //"
+         L"öüÖÄÜß_"},
         {L"CString a=\"\";", L""},
     };
     for (const auto& [selection, source] : sources)
@@ -53,6 +56,8 @@ TEST_F(Generators, WriteAPageAnewAndOpenIt) {
 }
 
 TEST_F(Generators, PasteNothingWithoutUsableSelection) {
+    Select(L"x");
+    EXPECT_EQ(Generate(L"%plain_text_to_tmp_html%"), 0);
     Select(L"single");
     EXPECT_EQ(Generate(L"%mix_al_rows%"), 1);
     SelectNothing();

@@ -24,7 +24,15 @@ TEST(Commands, ArePrefixesAtTheVeryStart) {
         {L"copy_slot:3", CommandKind::CopySlot, L"3", false, L'3'},
         {L"copy_slot:", CommandKind::CopySlot, L""},
         {L"save_slot: 3", CommandKind::SaveSlot, L" 3", false, L'3'},
+        {L"save_slot:3", CommandKind::SaveSlot, L"3"},
+        {L"paste_slot:191", CommandKind::PasteSlots, L"191"},
+        {L"sys:MonitorOff", CommandKind::Builtin, L"MonitorOff"},
         {L"runx:a\\nb", CommandKind::RunLines, L"a\nb"},
+        {L"runX:a", CommandKind::RunLines, L"a"},
+        {L"runa:a", CommandKind::RunLines, L"a", true},
+        {L"runA:a", CommandKind::RunLines, L"a", true},
+        {L"img:a.png", CommandKind::Image, L"a.png"},
+        {L"cpy:a b", CommandKind::Cpy, L"a b"},
         {L"cmd:", CommandKind::Run, L""},
         {L"run:c:\\new\\name.exe", CommandKind::Run, L"c:\\new\\name.exe"},
         {L"cm%nc%d:x%nc%y", CommandKind::Run, L"xy"},
@@ -43,23 +51,19 @@ TEST(Commands, ArePrefixesAtTheVeryStart) {
 }
 
 TEST(Commands, ReplaceByRules) {
-    const struct {
-        const wchar_t* entry;
-        const wchar_t* subject;
-        const wchar_t* result;
-        std::size_t count;
-    } rows[] = {
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*, std::size_t> rows[] = {
         {L"replace:a=>b\\na=>", L"banana", L"bnn", 3},  // the first line is no rule
         {L"replace:\\na=>b\\nb=>c", L"ab", L"cc", 3},   // one rule after the other
         {L"replace:\\na=>b=>c", L"xa", L"xb=>c", 1},    // split at the first arrow
         {L"replace:\\n%09=>%13%10", L"a\tb", L"a\r\nb", 1},
         {L"replace:\\n%25=>x", L"50%25", L"50x", 1},  // beyond the control codes
         {L"replace:\\n=>x\\nno rule", L"ab", L"ab", 0},
+        {L"replace:\\na=>b\r\\n%nc%c=>d", L"ac", L"bd", 2},  // as it comes from a file
     };
-    for (const auto& row : rows) {
-        const ReplaceResult result = ApplyReplaceRules(row.entry, row.subject);
-        EXPECT_EQ(result.text, row.result) << row.entry;
-        EXPECT_EQ(result.count, row.count) << row.entry;
+    for (const auto& [entry, subject, text, count] : rows) {
+        const ReplaceResult result = ApplyReplaceRules(entry, subject);
+        EXPECT_EQ(result.text, text) << entry;
+        EXPECT_EQ(result.count, count) << entry;
     }
     // Each rule makes ten of one, until the next would be beyond the limit.
     std::wstring rules = L"replace:";
@@ -99,6 +103,7 @@ TEST(CommandLines, AreToldFromFiles) {
         {L"C:\\%VERBATIX_TEST%", {L"C:\\Value", L"", home}},
         {L"\"C:\\my tool.exe\" a %VERBATIX_TEST%",
          {L"\"C:\\my tool.exe\"", L"a Value", L"\"C:\\my tool.exe\""}},
+        {L"\"\" a", {L"\"\"", L"a", home}},
         {L"\"never closes", {L"\"never", L"closes", home}},
         {L"SHELL:Downloads a", {L"SHELL:Downloads a", L"", home}},
         {L"%VERBATIX_TEST% x", {L"%VERBATIX_TEST%", L"x", home}},  // the shell expands the program

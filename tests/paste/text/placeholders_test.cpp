@@ -14,19 +14,28 @@ std::wstring Known(std::wstring text, bool useDates) {
 }
 
 TEST(Placeholders, WhatIsKnown) {
-    const struct {
-        const wchar_t* text;
-        const wchar_t* withDates;
-        const wchar_t* withoutDates;
-    } rows[] = {
+    const wchar_t* const rows[][3] = {
         {L"%TAB%x%TA%TAB%B%", L"\tx%TA\tB%", L"\tx%TA\tB%"},
         {L"%computer_name%%YYYY%", L"PC2026", L"PC%YYYY%"},
         {L"%user_name%.", L"Ann 05.", L"Ann %DD%."},  // in the text before the codes are read
         {L"%T%nc%AB%", L"%T<---F_DGDSFHFHFDJBVBC--->AB%", L"%T<---F_DGDSFHFHFDJBVBC--->AB%"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Known(row.text, true), row.withDates);
-        EXPECT_EQ(Known(row.text, false), row.withoutDates);
+    for (const auto& [text, withDates, withoutDates] : rows) {
+        EXPECT_EQ(Known(text, true), withDates);
+        EXPECT_EQ(Known(text, false), withoutDates);
+    }
+}
+
+// The selection is copied, and the names are asked for, only for a text that needs them.
+TEST(Placeholders, WhatATextNeeds) {
+    const std::tuple<const wchar_t*, bool, bool> rows[] = {
+        {L"%copy_text%", true, false},  {L"a%copy_text_mix_lc_uc%", true, false},
+        {L"%user_name%", false, true},  {L"a%computer_name%", false, true},
+        {L"%copy_html%", false, false}, {L"%pptxt%", false, false},
+    };
+    for (const auto& [text, copies, names] : rows) {
+        EXPECT_EQ(UsesCopiedText(text), copies) << text;
+        EXPECT_EQ(UsesNames(text), names) << text;
     }
 }
 
@@ -37,20 +46,26 @@ std::wstring WithCopied(std::wstring text, const std::wstring& copied) {
 
 TEST(Placeholders, CopyFamilyTransformsAccumulateInTableOrder) {
     std::setlocale(LC_ALL, "");
-    const struct {
-        const wchar_t* text;
-        const wchar_t* copied;
-        const wchar_t* replaced;
-    } rows[] = {
+    const wchar_t* const rows[][3] = {
         {L"%copy_text%-%copy_text%", L"é €", L"é €-é €"},
         // Whatever their order in the text, the table's order counts.
         {L"%copy_text_uc%, %copy_text%", L"éB", L"ÉB, éB"},
         {L"%copy_text_ucFirstWord%, %copy_text_lc%", L"ONE TWO", L"One two, one two"},
         {L"%copy_text_UC%%copy_tex%", L"x", L"%copy_text_UC%%copy_tex%"},
+        {L"%copy_text_ucFirstAllWords%", L"-oNE tWO", L"-ONE TWO"},
+        {L"%copy_text_ucFirstWord%", L"-oNE tWO", L"-ONE tWO"},
+        {L"%copy_text_lc_ucFirstWord%", L"-oNE tWO", L"-One two"},
+        {L"%copy_text_lc_ucFirstAllWords%", L"-oNE tWO", L"-One Two"},
+        {L"%copy_text_escape%<%copy_text_uc%", L"é€", L"É&#x20ac;<É€"},
         // A token inside the copied text meets the passes that are still to come.
         {L"%copy_text%", L"%copy_text_uc%", L"%COPY_TEXT_UC%"},
     };
-    for (const auto& row : rows) EXPECT_EQ(WithCopied(row.text, row.copied), row.replaced) << row.text;
+    for (const auto& [text, copied, replaced] : rows) EXPECT_EQ(WithCopied(text, copied), replaced) << text;
+}
+
+std::wstring WithSelection(std::wstring line, const std::wstring& selection) {
+    ReplaceRunTokens(line, selection);
+    return line;
 }
 
 TEST(Placeholders, GrowthHasALimit) {
@@ -63,12 +78,27 @@ TEST(Placeholders, GrowthHasALimit) {
     EXPECT_EQ(text, L"a%x%b%x%");
     EXPECT_TRUE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion / 2 - 1, L'y')));
     EXPECT_EQ(text.size(), kLongestExpansion);
+    text = L"%x%%x%" + std::wstring(kLongestExpansion - 2, L'z');
+    EXPECT_FALSE(ReplaceToken(text, L"%x%", L"yy"));
+    EXPECT_TRUE(ReplaceToken(text, L"%x%", L"y"));
+    text = L"a%x%";
+    EXPECT_FALSE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion, L'y')));
+    EXPECT_TRUE(ReplaceToken(text, L"%x%", std::wstring(kLongestExpansion - 1, L'y')));
+    // A transform that makes eight characters of one, and one that makes three, are not begun.
+    const std::wstring eighth(kLongestExpansion / 8, L'y');
+    EXPECT_EQ(WithCopied(L"%copy_text_escape%", eighth), eighth);
+    EXPECT_EQ(WithCopied(L"%copy_text_escape%", eighth + L"y"), L"%copy_text_escape%");
+    const std::wstring third(kLongestExpansion / 3, L'y');
+    EXPECT_EQ(WithSelection(L"%cpy_txt_urlencode%", third), third);
+    EXPECT_EQ(WithSelection(L"%cpy_txt_urlencode%", third + L"y"), L"%cpy_txt_urlencode%");
+    EXPECT_EQ(WithSelection(L"%cpy%|%pptxt%|%cpy_txt_urlencode%", L"a b"), L"a b|a b|a%20b");
 }
 
 TEST(Placeholders, PrefixControlCodesAndDelivery) {
-    std::wstring text = L"pastehtml:pastehtml:";
+    std::wstring text = L"pastehtml:x pastehtml:";
     EXPECT_TRUE(TakeHtmlPrefix(text));
-    EXPECT_EQ(text, L"pastehtml:");
+    EXPECT_FALSE(TakeHtmlPrefix(text));
+    EXPECT_EQ(text, L"x pastehtml:");
     const std::wstring signs(4095, L'%');
     for (const auto& [coded, replaced] : {std::pair{L"a%09b%13%10c%05%24", L"a\tb\r\nc\x05\x18"},
                                           {L"%04%25%99%5%%%09%1%100", L"%04%25%99%5%%\t%1\n0"},

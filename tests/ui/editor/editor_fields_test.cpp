@@ -14,10 +14,7 @@ namespace verbatix::test {
 namespace {
 
 TEST(KeyFromInput, TakesAnyCaseAndRefusesWhatIsNoKey) {
-    const struct {
-        const wchar_t* input;
-        unsigned key;
-    } rows[] = {
+    const std::pair<const wchar_t*, unsigned> rows[] = {
         {L"", 0},
         {L"Q", 'Q'},
         {L" q ", 'Q'},
@@ -30,8 +27,8 @@ TEST(KeyFromInput, TakesAnyCaseAndRefusesWhatIsNoKey) {
         {L"=", 0},
         {L"\x4e2d", 0},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(KeyFromInput(row.input), row.key) << ::testing::PrintToString(row.input);
+    for (const auto& [input, key] : rows)
+        EXPECT_EQ(KeyFromInput(input), key) << ::testing::PrintToString(input);
 }
 
 TEST(KeyFromInput, EveryOfferedKeySurvivesTheFile) {

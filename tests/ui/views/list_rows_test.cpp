@@ -12,33 +12,25 @@ class ListRows : public ::testing::Test {
   protected:
     void SetUp() override {
         SetLanguageTexts({}, {{36, L"Ctrl + Alt"}, {38, L"Ctrl"}});
-        const struct {
-            const wchar_t* text;
-            const wchar_t* label;
-            unsigned key;
-            unsigned modifier;
-        } rows[] = {
+        const std::tuple<const wchar_t*, const wchar_t*, unsigned, unsigned> rows[] = {
             {L"zebra", L"b", 'Q', 4}, {L"\x00c4pfel", L"B", 'A', 2}, {L"", L"", 'X', 4},
             {L"Birne", L"a", 0, 4},   {L"apfel", L"C", 'B', 4},
         };
-        for (const auto& row : rows) AddEntry(list_, row.text, row.label, row.key, row.modifier, -1, 0);
+        for (const auto& [text, label, key, modifier] : rows)
+            AddEntry(list_, text, label, key, modifier, -1, 0);
     }
 
     EntryList list_;
 };
 
 TEST_F(ListRows, FilterLooksAtHotkeyLabelAndText) {
-    const struct {
-        const wchar_t* filter;
-        bool ignoreCase;
-        std::vector<int> rows;
-    } cases[] = {
+    const std::tuple<const wchar_t*, bool, std::vector<int>> cases[] = {
         {L"", true, {0, 1, 3, 4}}, {L"PFEL", true, {1, 4}}, {L"PFEL", false, {}},
         {L"\x00e4", true, {1}},    {L"b", false, {0}},      {L"Ctrl", true, {0, 1, 4}},
     };
-    for (const auto& row : cases) {
-        const ListOrder order = {row.filter, row.ignoreCase, -1, false, -1};
-        EXPECT_EQ(ShownRows(list_, order), row.rows) << ::testing::PrintToString(row.filter);
+    for (const auto& [filter, ignoreCase, rows] : cases) {
+        const ListOrder order = {filter, ignoreCase, -1, false, -1};
+        EXPECT_EQ(ShownRows(list_, order), rows) << ::testing::PrintToString(filter);
     }
     EXPECT_EQ(CountEntries(list_), 4U);
 }

@@ -122,20 +122,17 @@ TEST_F(TreeTest, ADropMovesGroupsHotkeysAndTakesPlaces) {
 
 TEST_F(TreeTest, StepsGoPastEntriesAndWholeGroups) {
     Fill({{'Q', L"a"}, {'W', L"x"}, {'Q', L"G/c"}, {'Q', L"G/d"}, {'Q', L"b"}});
-    const struct {
-        const wchar_t* what;
-        bool down;
-        const wchar_t* tree;
-    } steps[] = {{L"a", true, L"(G: c d) a b"},  {L"a", true, L"(G: c d) b a"}, {L"a", true, L""},
-                 {L"b", false, L"b (G: c d) a"}, {L"c", true, L"b (G: d c) a"}, {L"d", false, L""}};
-    for (const auto& row : steps) {
-        const int position = Position(row.what);
-        const auto step = StepInTree(tree_, list_, position, row.down);
-        ASSERT_EQ(step.has_value(), *row.tree != L'\0') << ::testing::PrintToString(row.what);
+    const std::tuple<const wchar_t*, bool, const wchar_t*> steps[] = {
+        {L"a", true, L"(G: c d) a b"},  {L"a", true, L"(G: c d) b a"}, {L"a", true, L""},
+        {L"b", false, L"b (G: c d) a"}, {L"c", true, L"b (G: d c) a"}, {L"d", false, L""}};
+    for (const auto& [what, down, tree] : steps) {
+        const int position = Position(what);
+        const auto step = StepInTree(tree_, list_, position, down);
+        ASSERT_EQ(step.has_value(), *tree != L'\0') << ::testing::PrintToString(what);
         if (!step) continue;
         PlaceEntry(list_, position, *step);
         Build();
-        EXPECT_EQ(Show(), L"<Ctrl + Q: " + std::wstring(row.tree) + L"> <Ctrl + W: x>");
+        EXPECT_EQ(Show(), L"<Ctrl + Q: " + std::wstring(tree) + L"> <Ctrl + W: x>");
     }
 }
 

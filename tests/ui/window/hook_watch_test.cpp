@@ -28,7 +28,7 @@ class HookWatchTest : public ::testing::Test {
   protected:
     HookWatchTest() {
         SetLanguageTexts(
-            {{1058, L"active"}, {1059, L"paused"}, {1060, L"refused"}, {1370, L"restored {1}"}}, {});
+            {{1058, L"active"}, {1059, L"paused"}, {1060, L"refused"}, {1380, L"restored {1}"}}, {});
         settingsPath = folder_.File(L"list.ini");
         EXPECT_TRUE(WriteBytes(settingsPath, Utf16File(SettingsText({{L"Ctrl-Alt+W", L"text w"}}))));
         thread.Run([] { CreateMainWindow(GetModuleHandleW(nullptr)); });
