@@ -42,22 +42,30 @@ static void PostCommand(WORD command) {
     if (window) PostMessageW(window, WM_COMMAND, command, 0);
 }
 
-static void Execute(const PressedEntry& entry) {
+HookIsBusy::HookIsBusy()
+    : before_(std::exchange(keyboardHook.trigger.busy, true)), start_(GetTickCount64()) {}
+
+HookIsBusy::~HookIsBusy() {
     constexpr ULONGLONG kMayHaveCostTheHook = 200;
-    if (!keyboardHook.client.executeEntry) return;
-    keyboardHook.press = entry.press;
-    keyboardHook.trigger.busy = true;
-    const ULONGLONG start = GetTickCount64();
-    keyboardHook.client.executeEntry(entry.text);
     const ULONGLONG end = GetTickCount64();
-    keyboardHook.trigger.busy = false;
+    keyboardHook.trigger.busy = before_;
     keyboardHook.trigger.claims.OnBlindTime(end);
     keyboardHook.lastEventAt = static_cast<DWORD>(end);
-    if (end - start > kMayHaveCostTheHook) PostCommand(CMD_REINSTALL_HOOK);
+    if (end - start_ > kMayHaveCostTheHook) PostCommand(CMD_REINSTALL_HOOK);
+}
+
+static void Execute(const PressedEntry& entry) {
+    if (!keyboardHook.client.executeEntry) return;
+    keyboardHook.press = entry.press;
+    const HookIsBusy busy;
+    keyboardHook.client.executeEntry(entry.text);
 }
 
 void RunPressedEntry() {
-    if (const auto entry = std::exchange(pressedEntry, std::nullopt)) Execute(*entry);
+    const auto entry = std::exchange(pressedEntry, std::nullopt);
+    if (!entry) return;
+    keyboardHook.trigger.busy = false;  // it was so for this entry
+    Execute(*entry);
 }
 
 static bool FitsInsideHook(const std::wstring& text) {
@@ -140,10 +148,9 @@ static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM p
     const ULONGLONG now = GetTickCount64();
     const KeyDecision decision = DecideKey(event, keyboardHook.tables, keyboardHook.disabled,
                                            keyboardHook.trigger, {ReadStateWord, IsKeyDown}, now);
+    if (decision.action <= KeyAction::PassAfterRelease && IsUsersPress(event)) HideNotice();
     switch (decision.action) {
-        case KeyAction::PassOn:
-            if (IsUsersPress(event)) HideNotice();
-            return CallNextHookEx(nullptr, code, message, parameter);
+        case KeyAction::PassOn: return CallNextHookEx(nullptr, code, message, parameter);
         case KeyAction::PassAfterRelease: ReleasePendingKeys(); return 0;
         case KeyAction::SwallowAfterRelease: ReleasePendingKeys(); break;
         case KeyAction::Swallow: break;

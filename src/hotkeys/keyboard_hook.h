@@ -53,6 +53,20 @@ struct KeyboardHook {
 
 extern KeyboardHook keyboardHook;
 
+// An execution, or what else no entry may be executed in the middle of: a hotkey pressed meanwhile is
+// swallowed. One that took long may have cost the hook, which is then installed anew.
+class HookIsBusy {
+  public:
+    HookIsBusy();
+    ~HookIsBusy();
+    HookIsBusy(const HookIsBusy&) = delete;
+    HookIsBusy& operator=(const HookIsBusy&) = delete;
+
+  private:
+    bool before_;
+    ULONGLONG start_;
+};
+
 // An execution's step outside of the hook, from a timer or a posted message. A hotkey pressed meanwhile is
 // not executed in the middle of it, but behind it.
 class DeferredStep {

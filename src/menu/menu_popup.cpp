@@ -89,8 +89,8 @@ static LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam,
             if (LOWORD(wParam) == WA_INACTIVE && pasteMenu.phase == Phase::Open) EndMenu();
             return DefWindowProcW(window, message, wParam, lParam);
         case WM_ENTERIDLE:
-            // Lost before the menu was up.
-            if (GetForegroundWindow() != window) EndMenu();
+            // Lost before the menu was up. On its way to another window it is nobody's.
+            if (const HWND front = GetForegroundWindow(); front && front != window) EndMenu();
             return 0;
         default: return DefWindowProcW(window, message, wParam, lParam);
     }
@@ -217,22 +217,6 @@ static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuCli
 
 // ---- From the request to the choice
 
-namespace {
-
-// An entry pressed on the keyboard would now be pasted into the menu, or into the execution of a choice.
-class HookIsBusy {
-  public:
-    HookIsBusy() : before_(std::exchange(keyboardHook.trigger.busy, true)) {}
-    ~HookIsBusy() { keyboardHook.trigger.busy = before_; }
-    HookIsBusy(const HookIsBusy&) = delete;
-    HookIsBusy& operator=(const HookIsBusy&) = delete;
-
-  private:
-    bool before_;
-};
-
-}  // namespace
-
 // The item chosen among the rows, 0 for none.
 static UINT Choose() {
     const HotkeyPress& request = pasteMenu.request;
@@ -265,6 +249,8 @@ static void ShowAndCarryOut(const EntryList& list, const MenuOptions& options, c
     OrderMenuRows(pasteMenu.rows, options);
     UINT item = 0;
     {
+        // An entry pressed on the keyboard would be pasted into the menu, or into the execution of a
+        // choice.
         const HookIsBusy busy;
         pasteMenu.phase = Phase::Open;
         item = Choose();

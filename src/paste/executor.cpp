@@ -28,7 +28,7 @@ ExecutorClient executorClient;
 static ProgramAndParameters pendingProgram;
 static HWND pendingWindow;  // of its press
 
-static HWND pressWindow;  // of the execution that runs, or ran last
+static HWND aimedAt;  // by the execution that runs, or ran last
 
 static constexpr DWORD kPasteWait = 20;
 static constexpr UINT kStepMilliseconds = 200;
@@ -47,13 +47,13 @@ bool TellMissedStrokes() {
     const Aim aim = StrokeAim();
     AimStrokes(nullptr);
     if (aim == Aim::Free) return false;
-    const int onClipboard = IsWindow(pressWindow) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
+    const int onClipboard = IsWindow(aimedAt) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
     NoticeAtCaret(LanguageText(aim == Aim::PasteMissed ? onClipboard : text::kNothingDone));
     return true;
 }
 
 static void Aimed(HWND window) {
-    pressWindow = window;
+    aimedAt = window;
     AimStrokes(window);
 }
 
@@ -145,7 +145,7 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
         case CommandKind::Run: LaunchCommandLine(false, command.argument); break;
         case CommandKind::Cpy:
             pendingProgram = SplitProgram(command.argument);
-            pendingWindow = pressWindow;
+            pendingWindow = aimedAt;
             RestartTimer(TIMER_CPY_COPY);
             break;
     }

@@ -204,6 +204,27 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
     EXPECT_EQ(run_.Exit(), 1);
 }
 
+// Held for longer than Windows, and the bench, wait for a hook.
+TEST_F(EntryCommands, AHeldKeyDoesNotReachTheBoxOfItsEntry) {
+    Start({{L"Ctrl-Alt+Space", L"sys:ShellBrowser"}});
+    for (const BYTE modifier : {BYTE{VK_LCONTROL}, BYTE{VK_LMENU}}) HoldDown(modifier);
+    PressKeyDown(VK_SPACE);
+    HWND box = nullptr;
+    ASSERT_TRUE(
+        WaitFor([&] { return (box = FindWindowW(L"#32770", L"")) && GetForegroundWindow() == box; }));
+    const ULONGLONG start = GetTickCount64();
+    while (GetTickCount64() - start < 2500) {
+        PressKeyDown(VK_SPACE);
+        Linger(30);
+    }
+    for (const BYTE key : {BYTE{VK_SPACE}, BYTE{VK_LMENU}, BYTE{VK_LCONTROL}}) LetKeyUp(key);
+    Linger(100);
+    EXPECT_TRUE(IsWindow(box));
+    PlayStroke({}, VK_SPACE);
+    EXPECT_TRUE(WaitFor([&] { return !IsWindow(box); }));
+    EXPECT_EQ(target_->Text(), L"");
+}
+
 LRESULT CALLBACK CloseWithoutFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const auto edit = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == WM_KILLFOCUS) PostMessageW(window, WM_CLOSE, 0, 0);

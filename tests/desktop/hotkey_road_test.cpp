@@ -34,19 +34,11 @@ const Press kModifiers[] = {
     {L"R-Mouse", {}, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP},
 };
 
-// What the program does not let go itself, a button or the right Ctrl, comes up before the key: held beyond
-// the guard it would make the key's release a second press.
 void Play(const Press& press, BYTE key) {
-    const bool isRightControl =
-        std::find(press.held.begin(), press.held.end(), VK_RCONTROL) != press.held.end();
-    if (!press.mouseDown && !isRightControl) return PlayStroke(press.held, key);
-    for (const BYTE modifier : press.held) HoldDown(modifier);
     if (press.mouseDown) mouse_event(press.mouseDown, 0, 0, 0, 0);
-    Linger(50);
-    PressKeyDown(key);
+    if (press.mouseDown) Linger(50);
+    PlayStroke(press.held, key);
     if (press.mouseUp) mouse_event(press.mouseUp, 0, 0, 0, 0);
-    for (const BYTE modifier : press.held) LetKeyUp(modifier);
-    LetKeyUp(key);
 }
 
 TEST(HotkeyRoad, EveryModifierPutsItsTextIntoTheTarget) {

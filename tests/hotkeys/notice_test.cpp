@@ -16,8 +16,6 @@ HWND ShownNotice() {
 }
 
 TEST(NoticeCorner, StaysInsideTheWorkAreaAndOffTheCaretsLine) {
-    constexpr RECT kWorkArea = {-1000, 0, 1000, 700};
-    constexpr SIZE kSize = {300, 40};
     const struct {
         RECT caret;
         POINT corner;
@@ -27,7 +25,8 @@ TEST(NoticeCorner, StaysInsideTheWorkAreaAndOffTheCaretsLine) {
                 {{-1200, 690, -1199, 900}, {-1000, 646}},
                 {{100, 5, 101, 695}, {100, 0}}};
     for (const auto& [caret, corner] : rows) {
-        const POINT found = NoticeCorner({{caret.left, caret.bottom}, caret}, kSize, kWorkArea);
+        const POINT found =
+            NoticeCorner({{caret.left, caret.bottom}, caret}, {300, 40}, {-1000, 0, 1000, 700});
         EXPECT_TRUE(found.x == corner.x && found.y == corner.y) << found.x << "," << found.y;
     }
 }

@@ -3,53 +3,36 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <vector>
 
 namespace verbatix {
 namespace {
 
 TEST(ExecutionTime, OfAnEntryDecidesWhetherItFitsIntoTheHook) {
-    constexpr ExecutionFacts kSaves = {true, false};
-    constexpr ExecutionFacts kBusy = {false, true};
     const struct {
-        const wchar_t* text;
-        DWORD limitThatFits;  // the smallest of 300 and 1000, or 0: none
-        ExecutionFacts facts = {};
+        DWORD limit;  // of 300 and 1000 the smallest that the entries fit into; 0: none
+        std::vector<const wchar_t*> texts;
     } rows[] = {
-        {L"plain text, %YYYY%-%MM%", 300},
-        {L"", 300},
-        {L"a%send_tab%b", 300},
-        {L"a%send_tab%%sleep_100%b%send_enter%", 1000},
-        {L"%send_tab%%sleep_500%", 0},
-        {L"%sleep_500%", 300},  // without a key it stays text
-        {L"<%copy_text_uc%>", 1000},
-        {L"%copy_html%%copy_text%", 1000},
-        {L"%mix_al_rows%", 1000},
-        {L"replace:a=>b", 1000},
-        {L"copy_slot:1", 300},
-        {L"cpy:notepad.exe %cpy%", 300},
-        {L"paste_slot:1", 300},
-        {L"paste_slot:12", 0},
-        {L"sys:MonitorOff", 300},
-        {L"sys:Txt2Key:abc", 0},
-        {L"sys:nothing of that name", 0},
-        {L"run:notepad.exe", 0},
-        {L"cmd:notepad.exe", 0},
-        {L"runX:notepad.exe", 0},
-        {L"img:C:\\picture.png", 0},
-        {L"on %C%", 0},
-        {L"at %T%", 0},
-        {L"%phtml%", 0},
-        {L"%pptxt%", 0},
-        {L"%plain_text_to_tmp_html%", 0},
-        {L"plain text", 0, kSaves},
-        {L"plain text", 0, kBusy},
+        {300,
+         {L"plain text, %YYYY%-%MM%", L"", L"a%send_tab%b", L"%sleep_500%", L"copy_slot:1", L"paste_slot:1",
+          L"cpy:notepad.exe %cpy%", L"sys:MonitorOff"}},
+        {1000,
+         {L"a%send_tab%%sleep_100%b%send_enter%", L"<%copy_text_uc%>", L"%copy_html%%copy_text%",
+          L"%mix_al_rows%", L"replace:a=>b"}},
+        {0,
+         {L"%send_tab%%sleep_500%", L"paste_slot:12", L"sys:Txt2Key:abc", L"sys:nothing of that name",
+          L"run:notepad.exe", L"cmd:notepad.exe", L"runX:notepad.exe", L"img:C:\\picture.png", L"on %C%",
+          L"at %T%", L"%phtml%", L"%pptxt%", L"%plain_text_to_tmp_html%"}},
     };
-    for (const auto& [text, limitThatFits, facts] : rows) {
-        const auto estimate = EstimateExecution(text, facts);
-        EXPECT_EQ(FitsWell(estimate, 300), limitThatFits == 300) << text;
-        EXPECT_EQ(FitsWell(estimate, 1000), limitThatFits != 0) << text;
+    for (const auto& [limit, texts] : rows) {
+        for (const wchar_t* const text : texts) {
+            const auto estimate = EstimateExecution(text, {});
+            EXPECT_EQ(FitsWell(estimate, 300), limit == 300) << text;
+            EXPECT_EQ(FitsWell(estimate, 1000), limit != 0) << text;
+        }
     }
+    EXPECT_FALSE(EstimateExecution(L"plain text", {.savesClipboard = true}));
+    EXPECT_FALSE(EstimateExecution(L"plain text", {.clipboardIsBusy = true}));
 }
 
 }  // namespace

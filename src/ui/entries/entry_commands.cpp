@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
+#include "hotkeys/pause.h"
 #include "ids.h"
 #include "paste/executor.h"
 #include "store/list_file.h"
@@ -67,7 +68,7 @@ HWND WindowBehind() {
 
 bool GiveForeground(HWND window) {
     BringToFront(window);
-    for (int i = 0; i < 50 && GetForegroundWindow() != window; ++i) Sleep(10);
+    for (int i = 0; i < 50 && GetForegroundWindow() != window; ++i) Pause(10);
     return GetForegroundWindow() == window;
 }
 
@@ -130,10 +131,8 @@ void TestEntry() {
     if (!target || !GiveForeground(target)) return Tell(text::kNoWindowToTest);
     executorClient.targetWindow = target;
     executorClient.pressWindow = target;
-    // As for a hotkey: one pressed meanwhile is swallowed.
-    keyboardHook.trigger.busy = true;
+    const HookIsBusy busy;
     ExecuteEntry(text);
-    keyboardHook.trigger.busy = false;
 }
 
 }  // namespace verbatix
