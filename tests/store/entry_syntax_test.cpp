@@ -81,6 +81,7 @@ TEST(Export, ReadsOrdinaryAndHostileTextsInKeyOrder) {
          L"[list_label]\r\ntext_000= label\r\n[list_order]\r\ntext_001=7\r\n",
          L"(Ctrl+A=a  , label,)(Alt+B=b=c,,7)"},
         {L"[list_text]\ntext_1000=d\ntext_999=c\ntext_10000=e\ntext_002=a", L"(a,,)(c,,)(d,,)(e,,)"},
+        {L"[list_text]=x\ntext_000=a", L"(a,,)"},
         {L"[list_text", L""},
         {L"[list_label]\ntext_000=x", L""},
     };

@@ -57,6 +57,15 @@ TEST_F(Generators, WriteAPageAnewAndOpenIt) {
     DeleteFileW(opened[1].c_str());
 }
 
+TEST_F(Generators, PasteWhatTheyMake) {
+    Select(L"Hi");
+    EXPECT_EQ(Generate(L"%mix_the_string%"), 1);
+    EXPECT_TRUE(TargetShows(L"CString str_Hi;{char w[]={'H','i','\\0'};str_Hi=w;} //Hi"));
+    Select(L"a\r\na");
+    EXPECT_EQ(Generate(L"%mix_al_rows%"), 1);
+    EXPECT_TRUE(TargetShows(L"a\r\na\r\n"));
+}
+
 TEST_F(Generators, PasteNothingWithoutUsableSelection) {
     Select(L"x");
     EXPECT_EQ(Generate(L"%plain_text_to_tmp_html%"), 0);

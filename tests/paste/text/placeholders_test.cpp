@@ -24,6 +24,10 @@ TEST(Placeholders, WhatIsKnown) {
         EXPECT_EQ(Known(text, true), withDates);
         EXPECT_EQ(Known(text, false), withoutDates);
     }
+    KnownFacts timeOnly = {L"", L"", {{2026, 3, 4, 5, 9, 5, 7, 0}, false, true}};
+    std::wstring text = L"%hh%-%DD%";
+    ReplaceKnown(text, timeOnly);
+    EXPECT_EQ(text, L"09-%DD%");
 }
 
 // The selection is copied, and the names are asked for, only for a text that needs them.

@@ -55,6 +55,7 @@ TEST(WordList, ReadsFilesOfAnyKindAndSize) {
     EXPECT_FALSE(FileHasWords(path));
     const std::pair<std::string, bool> rows[] = {
         {"", false},
+        {"\xff\xfe", false},
         {"\xef\xbb\xbf \r\n", false},
         {std::string(9000, ' ') + "end", true},
         {"\xef\xbb\xbf"
