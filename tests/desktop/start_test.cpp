@@ -124,7 +124,8 @@ TEST(Start, FindsItsSettingsFile) {
     };
     for (const auto& row : rows) {
         const std::wstring roaming = RoamingFile();
-        DeleteFileW(roaming.c_str());
+        // Both, or there has been a list.
+        for (const wchar_t* ending : {L"", L".bak"}) DeleteFileW((roaming + ending).c_str());
         ProgramRun run(row.programName);
         run.StartPlain(L"-bg");
         ASSERT_TRUE(WaitFor([&] { return run.MainDialog() != nullptr; }, 15000));
