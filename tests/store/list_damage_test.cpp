@@ -84,6 +84,7 @@ TEST(ListDamage, IsAskedAboutAndMended) {
     } rows[] = {
         {"empty", "", IDYES, 0, 20},
         {"only the mark", "\xff\xfe", IDYES, 0, 20},
+        {"only blank lines", Utf16File(L"\r\n\r\n"), IDYES, 0, 20},
         {"torn", full.substr(0, 401), IDYES, 5, 20},
         {"torn, the backup chosen", full.substr(0, 401), IDNO, 5, 15},
         {"torn, nothing chosen", full.substr(0, 401), IDCANCEL, 5, 5},

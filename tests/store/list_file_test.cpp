@@ -297,7 +297,8 @@ TEST(LoadList, AFileThatCannotBeReadIsNotWrittenOverAndReadLater) {
     EXPECT_NE(asked.message, L"");
     EXPECT_FALSE(LoadUnreadList(list, Client()));
     lock.Reset();
-    EXPECT_EQ(ReadBytes(settingsPath), original);
+    SaveList(list, Client(), true, false);
+    EXPECT_EQ(ReadBytes(settingsPath), original) << "it has not been read yet";
     EXPECT_TRUE(LoadUnreadList(list, Client()));
     EXPECT_FALSE(IsListUnread());
     SetFirstRunList({});
