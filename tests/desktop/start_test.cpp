@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "ids.h"
+#include "store/ini_files.h"
 #include "support/program_run.h"
 #include "support/wait.h"
 
@@ -124,8 +125,10 @@ TEST(Start, FindsItsSettingsFile) {
     };
     for (const auto& row : rows) {
         const std::wstring roaming = RoamingFile();
-        // Both, or there has been a list.
+        // All of them, or there has been a list.
         for (const wchar_t* ending : {L"", L".bak"}) DeleteFileW((roaming + ending).c_str());
+        const std::wstring backups = BackupFolderOf(roaming);
+        for (const std::wstring& name : FilesIn(backups)) DeleteFileW((backups + L"\\" + name).c_str());
         ProgramRun run(row.programName);
         run.StartPlain(L"-bg");
         ASSERT_TRUE(WaitFor([&] { return run.MainDialog() != nullptr; }, 15000));
