@@ -116,6 +116,7 @@
 #define CMD_LANGUAGE_MENU 2022
 #define CMD_UNSAVED_TEXT 40010  // posted to itself at start
 #define CMD_LIST_DAMAGE 40016   // posted to itself at start
+#define CMD_SAVE_REST 40017     // posted to itself when a save succeeds after one that failed
 #define CMD_EXIT 32799
 #define CMD_SHOW_TREE 32800
 #define CMD_GROUP_MENU 1073

@@ -16,8 +16,8 @@ void PutNotice(Notice notice, std::wstring text, void (*onClick)()) {
     notices[notice] = {std::move(text), onClick};
 }
 
-void TakeNoticeDown(Notice notice) {
-    notices.erase(notice);
+bool TakeNoticeDown(Notice notice) {
+    return notices.erase(notice) != 0;
 }
 
 std::wstring ShownNotice() {

@@ -11,7 +11,8 @@ enum class Notice { kListUnread, kNotSaved, kOtherList, kMisreadLines };
 
 // Puts a notice up; a click on it calls `onClick`, unless that is null.
 void PutNotice(Notice notice, std::wstring text, void (*onClick)() = nullptr);
-void TakeNoticeDown(Notice notice);
+// False when it was not up.
+bool TakeNoticeDown(Notice notice);
 
 // The text to show now; empty when there is nothing to say.
 std::wstring ShownNotice();

@@ -133,6 +133,10 @@ void Uninstall() {
                 MB_OK | MB_ICONINFORMATION);
 }
 
+void SaveRest(int, LPARAM) {
+    SaveAll(Warn::kNever);
+}
+
 void ToSlot(int, LPARAM character) {
     const DeferredStep running;
     SaveSlot(static_cast<wchar_t>(character));
@@ -251,6 +255,7 @@ constexpr Command kMainCommands[] = {
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
     {CMD_UNSAVED_TEXT, Call<TellOfUnsavedText>},
     {CMD_LIST_DAMAGE, Call<AskAboutFoundDamage>},
+    {CMD_SAVE_REST, SaveRest},
 };
 
 void OnFilterNotification(int code) {

@@ -81,8 +81,10 @@ void OfferKept() {
 }
 
 void OnWritten() {
-    TakeNoticeDown(Notice::kNotSaved);
+    if (!TakeNoticeDown(Notice::kNotSaved)) return;
     if (mainWindow.statusBar) UpdateStatusBar();
+    // It may have been an option alone: entries that could not be written before can be now.
+    PostMessageW(mainWindow.window, WM_COMMAND, CMD_SAVE_REST, 0);
 }
 
 void OnNotWritten(DWORD error) {
