@@ -113,7 +113,7 @@ TEST(PlainSectionLines, AreThoseOfASectionThatNothingDisturbs) {
     const auto shown = [](std::wstring_view text) {
         const auto lines = PlainSectionLines(text, L"S");
         std::wstring result = lines ? L"" : kDisturbed;
-        for (const auto& [key, value] : lines.value_or(Lines())) result += key + L"=" + value + L"|";
+        for (const auto& [key, value] : lines.value_or(Lines())) result.append(key + L"=" + value + L"|");
         return result;
     };
     for (const auto& [text, lines] : rows) EXPECT_EQ(shown(text), lines) << text;
