@@ -1,7 +1,5 @@
 #include "app/start.h"
 
-#include <commctrl.h>
-
 #include <clocale>
 #include <cstdlib>
 #include <ctime>
@@ -14,6 +12,7 @@
 #include "app/single_instance.h"
 #include "app/system_version.h"
 #include "base/com_apartment.h"
+#include "base/common_controls.h"
 #include "base/product.h"
 #include "base/text.h"
 #include "ids.h"
@@ -28,12 +27,8 @@
 
 namespace verbatix {
 
-static void InitialiseControls() {
-    constexpr DWORD kClasses = 0x5FF;  // the common controls up to the native font and the page scroller
-    const INITCOMMONCONTROLSEX controls = {sizeof controls, kClasses};
-    InitCommonControlsEx(&controls);
-    InitCommonControls();
-}
+// The common controls up to the native font and the page scroller.
+static constexpr DWORD kControlGroups = 0x5FF;
 
 // Names of months, the long date and the letters that count as such follow the user's language, and no two
 // runs mix letters alike.
@@ -81,7 +76,7 @@ static void TellWindowAboutProgram() {
 
 int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     const ComApartment apartment;  // for the shell: its folders, dialogs and drag and drop
-    InitialiseControls();
+    RegisterCommonControls(kControlGroups);
     InitialiseRuntime();
     ArgumentList arguments;
     SplitCommandLine(arguments, commandLine ? commandLine : L"", L':');

@@ -26,9 +26,6 @@ namespace Flat = Gdiplus::DllExports;
 class GdiPlus {
   public:
     GdiPlus() : library_(LoadSystemLibrary(L"gdiplus.dll")) {
-        // Older systems keep it side by side with other versions, where its bare name leads before any
-        // folder is searched.
-        if (!library_) library_.Reset(LoadLibraryW(L"gdiplus.dll"));
         if (!library_ || !FindAll()) return;
         const Gdiplus::GdiplusStartupInput input;
         started_ = startup_(&token_, &input, nullptr) == Gdiplus::Ok;
@@ -60,8 +57,7 @@ class GdiPlus {
 
     template <typename Function>
     bool Find(Function& function, const char* name) {
-        function =
-            reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library_.Get(), name)));
+        function = FindFunction<Function>(library_.Get(), name);
         return function != nullptr;
     }
 

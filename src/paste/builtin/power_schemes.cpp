@@ -9,7 +9,7 @@ namespace verbatix {
 
 template <typename Function>
 static void Find(Function& function, const UniqueModule& library, const char* name) {
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library.Get(), name)));
+    function = FindFunction<Function>(library.Get(), name);
 }
 
 PowerFunctions LoadPowerFunctions() {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/common_controls.h"
 #include "base/text.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
@@ -105,8 +106,7 @@ INT_PTR CALLBACK TimeProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
 
 // The button that closed the dialog, or -1 when it could not be shown.
 INT_PTR ShowOverForeground(int dialog, DLGPROC procedure, const SYSTEMTIME& shown) {
-    const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
-    InitCommonControlsEx(&classes);
+    RegisterCommonControls(ICC_DATE_CLASSES | ICC_STANDARD_CLASSES);
     const KeptForeground kept;
     return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(dialog), nullptr, procedure,
                            reinterpret_cast<LPARAM>(&shown));

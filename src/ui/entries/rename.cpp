@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/common_controls.h"
 #include "base/language.h"
 #include "base/product.h"
 #include "ids.h"
@@ -62,8 +63,8 @@ LRESULT CALLBACK KeepOverLabel(HWND edit, UINT message, WPARAM wParam, LPARAM lP
             place->cy = static_cast<int>(cell.bottom - cell.top);
         }
     }
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(edit, KeepOverLabel, id);
-    return DefSubclassProc(edit, message, wParam, lParam);
+    if (message == WM_NCDESTROY) RemoveSubclass(edit, KeepOverLabel, id);
+    return PassToSubclassed(edit, message, wParam, lParam);
 }
 
 bool Rename(const Renaming& what) {
@@ -128,7 +129,7 @@ static LRESULT BeginRenameRow(int position) {
     renaming.wholeLabel = true;
     const HWND edit = ListView_GetEditControl(mainWindow.list);
     FillEdit(edit, mainWindow.entries.at(position).current.label);
-    SetWindowSubclass(edit, KeepOverLabel, 1, 0);
+    AddSubclass(edit, KeepOverLabel, 1);
     return FALSE;
 }
 

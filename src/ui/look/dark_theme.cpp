@@ -1,12 +1,11 @@
 #include "ui/look/dark_theme.h"
 
 #include <commctrl.h>
-#include <dwmapi.h>
-#include <uxtheme.h>
 
 #include <string>
 
-#include "base/handle.h"
+#include "base/common_controls.h"
+#include "base/system_library.h"
 #include "ids.h"
 #include "store/settings.h"
 #include "ui/state/main_window.h"
@@ -23,6 +22,25 @@ constexpr COLORREF kLine = RGB(80, 80, 80);
 constexpr unsigned long kFirstDarkBuild = 17763;
 
 bool isDark = false;
+
+// Neither is imported: see base/system_library.h.
+HMODULE ThemeLibrary() {
+    static const UniqueModule library = LoadSystemLibrary(L"uxtheme.dll");
+    return library.Get();
+}
+
+void SetTheme(HWND control, const wchar_t* name) {
+    static const auto setTheme =
+        FindFunction<HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR)>(ThemeLibrary(), "SetWindowTheme");
+    if (setTheme) setTheme(control, name, nullptr);
+}
+
+HRESULT SetWindowAttribute(HWND window, DWORD attribute, BOOL value) {
+    static const UniqueModule library = LoadSystemLibrary(L"dwmapi.dll");
+    static const auto setAttribute =
+        FindFunction<HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD)>(library.Get(), "DwmSetWindowAttribute");
+    return setAttribute ? setAttribute(window, attribute, &value, sizeof value) : E_NOTIMPL;
+}
 
 HBRUSH Brush(COLORREF color) {
     static const HBRUSH back = CreateSolidBrush(kBack);
@@ -51,8 +69,8 @@ bool DarkThemeWanted() {
 void DarkenTitleBar(HWND window, BOOL dark) {
     constexpr DWORD kUseImmersiveDarkMode = 20;
     constexpr DWORD kBefore2020 = 19;
-    if (FAILED(DwmSetWindowAttribute(window, kUseImmersiveDarkMode, &dark, sizeof dark))) {
-        DwmSetWindowAttribute(window, kBefore2020, &dark, sizeof dark);
+    if (FAILED(SetWindowAttribute(window, kUseImmersiveDarkMode, dark))) {
+        SetWindowAttribute(window, kBefore2020, dark);
     }
 }
 
@@ -109,18 +127,18 @@ LRESULT CALLBACK StatusBarProcedure(HWND bar, UINT message, WPARAM wParam, LPARA
                                     DWORD_PTR) noexcept {
     if (message == WM_PAINT && isDark) return PaintStatusBar(bar), 0;
     if (message == WM_ERASEBKGND && isDark) return 1;
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(bar, StatusBarProcedure, id);
-    return DefSubclassProc(bar, message, wParam, lParam);
+    if (message == WM_NCDESTROY) RemoveSubclass(bar, StatusBarProcedure, id);
+    return PassToSubclassed(bar, message, wParam, lParam);
 }
 
 // The heads of the columns ask the list for the colour of their texts.
 LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                DWORD_PTR) noexcept {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(list, ListProcedure, id);
-    if (message != WM_NOTIFY || !isDark) return DefSubclassProc(list, message, wParam, lParam);
+    if (message == WM_NCDESTROY) RemoveSubclass(list, ListProcedure, id);
+    if (message != WM_NOTIFY || !isDark) return PassToSubclassed(list, message, wParam, lParam);
     const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
     if (header.code != NM_CUSTOMDRAW || header.hwndFrom != ListView_GetHeader(list)) {
-        return DefSubclassProc(list, message, wParam, lParam);
+        return PassToSubclassed(list, message, wParam, lParam);
     }
     const auto& draw = *reinterpret_cast<const NMCUSTOMDRAW*>(lParam);
     if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
@@ -132,13 +150,9 @@ LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lP
 
 void AllowDarkMenus(unsigned long build) {
     if (build < kFirstDarkBuild || settings.disableDarkTheme != 0) return;
-    const HMODULE uxtheme = GetModuleHandleW(L"uxtheme.dll");
-    if (!uxtheme) return;
     // Set which mode is preferred (1: what Windows' settings say), and have the menus look at it again.
-    const auto setMode = reinterpret_cast<int(WINAPI*)(int)>(
-        reinterpret_cast<void*>(GetProcAddress(uxtheme, MAKEINTRESOURCEA(135))));
-    const auto flush = reinterpret_cast<void(WINAPI*)()>(
-        reinterpret_cast<void*>(GetProcAddress(uxtheme, MAKEINTRESOURCEA(136))));
+    const auto setMode = FindFunction<int(WINAPI*)(int)>(ThemeLibrary(), MAKEINTRESOURCEA(135));
+    const auto flush = FindFunction<void(WINAPI*)()>(ThemeLibrary(), MAKEINTRESOURCEA(136));
     if (setMode) setMode(1);
     if (flush) flush();
 }
@@ -149,12 +163,12 @@ void ApplyTheme(HWND dialog) {
     isDark = wanted;
     DarkenTitleBar(dialog, isDark);
     for (HWND control = GetWindow(dialog, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
-        SetWindowTheme(control, isDark ? ThemeOf(control) : nullptr, nullptr);
+        SetTheme(control, isDark ? ThemeOf(control) : nullptr);
     }
     const HWND header = ListView_GetHeader(GetDlgItem(dialog, IDC_LIST));
-    SetWindowTheme(header, isDark ? L"DarkMode_ItemsView" : nullptr, nullptr);
-    SetWindowSubclass(mainWindow.statusBar, StatusBarProcedure, 0, 0);
-    SetWindowSubclass(GetDlgItem(dialog, IDC_LIST), ListProcedure, 0, 0);
+    SetTheme(header, isDark ? L"DarkMode_ItemsView" : nullptr);
+    AddSubclass(mainWindow.statusBar, StatusBarProcedure, 0);
+    AddSubclass(GetDlgItem(dialog, IDC_LIST), ListProcedure, 0);
     ColorViews(dialog);
     RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }

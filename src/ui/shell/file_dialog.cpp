@@ -3,6 +3,7 @@
 #include <commdlg.h>
 
 #include "base/language.h"
+#include "base/system_library.h"
 #include "base/text.h"
 
 namespace verbatix {
@@ -15,7 +16,7 @@ static std::wstring FileKinds() {
     return kinds;
 }
 
-static std::wstring Ask(HWND owner, BOOL(WINAPI* dialog)(OPENFILENAMEW*), int title, DWORD flags,
+static std::wstring Ask(HWND owner, const char* dialog, int title, DWORD flags,
                         const wchar_t* proposedName) {
     constexpr std::size_t kLongestPath = 0x8000;
     std::wstring path(kLongestPath, L'\0');
@@ -31,17 +32,19 @@ static std::wstring Ask(HWND owner, BOOL(WINAPI* dialog)(OPENFILENAMEW*), int ti
     request.lpstrDefExt = L"txt";
     // The settings file may be named relative to the folder that the program was started in.
     request.Flags = flags | OFN_NOCHANGEDIR | OFN_EXPLORER | OFN_HIDEREADONLY;
-    if (!dialog(&request)) return {};
+    const UniqueModule library = LoadSystemLibrary(L"comdlg32.dll");
+    const auto show = FindFunction<BOOL(WINAPI*)(OPENFILENAMEW*)>(library.Get(), dialog);
+    if (!show || !show(&request)) return {};
     path.resize(path.find(L'\0'));
     return path;
 }
 
 std::wstring AskFileToRead(HWND owner) {
-    return Ask(owner, GetOpenFileNameW, text::kImportTitle, OFN_FILEMUSTEXIST, L"");
+    return Ask(owner, "GetOpenFileNameW", text::kImportTitle, OFN_FILEMUSTEXIST, L"");
 }
 
 std::wstring AskFileToWrite(HWND owner, const wchar_t* proposedName) {
-    return Ask(owner, GetSaveFileNameW, text::kExportTitle, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST,
+    return Ask(owner, "GetSaveFileNameW", text::kExportTitle, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST,
                proposedName);
 }
 

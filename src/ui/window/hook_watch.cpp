@@ -19,9 +19,8 @@ namespace verbatix {
 // Looked up, like every library that not each Windows must have.
 static void AskForSessionChanges(HWND window) {
     static const UniqueModule library = LoadSystemLibrary(L"wtsapi32.dll");
-    if (!library) return;
-    const auto ask = reinterpret_cast<BOOL(WINAPI*)(HWND, DWORD)>(
-        reinterpret_cast<void*>(GetProcAddress(library.Get(), "WTSRegisterSessionNotification")));
+    const auto ask =
+        FindFunction<BOOL(WINAPI*)(HWND, DWORD)>(library.Get(), "WTSRegisterSessionNotification");
     if (ask) ask(window, NOTIFY_FOR_THIS_SESSION);
 }
 

@@ -1,0 +1,20 @@
+// The calls into the library of the common controls, which is not imported (see system_library.h): Windows
+// keeps it side by side, and the manifest says which version is meant. Without it controls and subclasses
+// are missing, and nothing else fails. UI thread only.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+namespace verbatix {
+
+// Registers the window classes of these ICC_... groups; false when one is missing.
+bool RegisterCommonControls(DWORD groups);
+
+// As SetWindowSubclass, RemoveWindowSubclass and DefSubclassProc.
+bool AddSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id);
+bool RemoveSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id);
+LRESULT PassToSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+}  // namespace verbatix
