@@ -2,7 +2,17 @@
 
 #include <algorithm>
 
+#include "hotkeys/pause.h"
+
 namespace verbatix {
+
+ClipboardSession::ClipboardSession(DWORD patience) : open_(OpenClipboard(nullptr) != FALSE) {
+    constexpr DWORD kStep = 8;
+    for (DWORD waited = 0; !open_ && waited < patience; waited += kStep) {
+        Pause(kStep);
+        open_ = OpenClipboard(nullptr) != FALSE;
+    }
+}
 
 UniqueGlobal MakeClipboardBlock(std::string_view bytes, std::size_t size) {
     UniqueGlobal block(GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, size));

@@ -1,5 +1,4 @@
-// Plain text on the clipboard. Each function opens the clipboard once, closes it again, and reports a busy
-// clipboard by its result alone.
+// Plain text on the clipboard. Each function reports a clipboard that stays busy by its result alone.
 #pragma once
 
 #include <string>

@@ -62,18 +62,22 @@ int SaveClipboard(SavedClipboard& store) {
 }
 
 int RestoreClipboard(const SavedClipboard& store) {
-    if (store.entries.empty()) return 0;
-    // Emptied and closed first, so that the former owner has let go before the new data comes.
-    if (const ClipboardSession emptied; emptied) EmptyClipboard();
-    const ClipboardSession clipboard;
-    if (!clipboard) return store.Count();
+    PutSavedClipboard(store, kClipboardPatience);
+    return store.Count();
+}
+
+bool PutSavedClipboard(const SavedClipboard& store, DWORD patience) {
+    if (store.entries.empty()) return true;
+    const ClipboardSession clipboard(patience);
+    if (!clipboard) return false;
+    EmptyClipboard();
     for (const auto& [key, entry] : store.entries) {
         // Released entries are offered too; the system refuses format 0, and nobody minds.
         const std::string_view bytes(static_cast<const char*>(entry.data.Get()),
                                      entry.data ? entry.size : 0);
         GiveToClipboard(entry.format, MakeClipboardBlock(bytes, bytes.size()));
     }
-    return store.Count();
+    return true;
 }
 
 static bool isKept = false;  // previousClipboard waits to be given back

@@ -49,6 +49,9 @@ int SaveClipboard(SavedClipboard& store);
 // also when the clipboard was busy; a store that was never saved into leaves the clipboard as it is.
 int RestoreClipboard(const SavedClipboard& store);
 
+// The same, with the patience of a ClipboardSession. False when the clipboard was busy.
+bool PutSavedClipboard(const SavedClipboard& store, DWORD patience);
+
 // Saves the clipboard into previousClipboard, to be given back once. Until then it does nothing more: what
 // comes onto the clipboard meanwhile is the program's own. When nothing can be saved, the clipboard being
 // empty or busy, nothing will be given back either; never what was saved earlier.

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "base/debug.h"
+#include "clipboard/paste_content.h"
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
@@ -48,8 +49,7 @@ void CopySlot(wchar_t character, bool restoreOldClipboard) {
 void PasteSlot(wchar_t character) {
     const int slot = SlotIndexFromChar(character);
     DebugLine(L"Paste: %d slot: %d\n", clipboardSlots[slot].Count(), slot);
-    RestoreClipboard(clipboardSlots[slot]);
-    SendPaste(kBeforePaste);
+    if (PutSavedToPaste(clipboardSlots[slot])) SendPaste(kBeforePaste);
 }
 
 void PasteSlots(std::wstring_view digits) {
@@ -58,8 +58,8 @@ void PasteSlots(std::wstring_view digits) {
         if (!NamesSlot(character)) continue;
         if (!first) Pause(kBetweenPastes);
         first = false;
-        RestoreClipboard(clipboardSlots[SlotIndexFromChar(character)]);
-        if (!SendPaste(kBeforePaste)) return;
+        const SavedClipboard& slot = clipboardSlots[SlotIndexFromChar(character)];
+        if (!PutSavedToPaste(slot) || !SendPaste(kBeforePaste)) return;
     }
 }
 

@@ -5,6 +5,7 @@
 #include "base/language.h"
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
+#include "clipboard/paste_content.h"
 #include "clipboard/saved_clipboard.h"
 #include "clipboard/slots.h"
 #include "hotkeys/key_simulation.h"
@@ -39,16 +40,20 @@ static void RestartTimer(UINT_PTR timer) {
 }
 
 void DeliverText(const std::wstring& text) {
-    FinishForDelivery(text);
-    SendPaste(kPasteWait);
+    if (FinishForDelivery(text)) SendPaste(kPasteWait);
+}
+
+static int MissedText(Aim aim) {
+    if (aim == Aim::Withheld) return text::kClipboardBusy;
+    if (aim != Aim::PasteMissed) return text::kNothingDone;
+    return IsWindow(pressWindow) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
 }
 
 bool TellMissedStrokes() {
     const Aim aim = StrokeAim();
     AimStrokes(nullptr);
     if (aim == Aim::Free) return false;
-    const int onClipboard = IsWindow(pressWindow) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
-    NoticeAtCaret(LanguageText(aim == Aim::PasteMissed ? onClipboard : text::kNothingDone));
+    NoticeAtCaret(LanguageText(MissedText(aim)));
     return true;
 }
 
@@ -109,8 +114,7 @@ static void PostSlotCommand(WPARAM command, wchar_t slot) {
 }
 
 static void ReplaceInSelection(const std::wstring& entryText) {
-    if (!MaySendStroke()) return;
-    ClearClipboard();
+    if (!MaySendStroke() || !ClearForCopy()) return;
     SendCopy();
     Pause(100);
     std::wstring selection;
@@ -118,8 +122,7 @@ static void ReplaceInSelection(const std::wstring& entryText) {
     const ReplaceResult result = ApplyReplaceRules(entryText, std::move(selection));
     if (result.count == 0) return;
     Pause(25);
-    ClipboardPutText(result.text);
-    SendPaste(kPasteWait);
+    if (PutTextToPaste(result.text)) SendPaste(kPasteWait);
 }
 
 static void Launch(bool elevate, const std::wstring& line) {

@@ -1,10 +1,15 @@
 // Where the strokes of an execution go when another window has come to the front since the press.
 #include "paste/executor.h"
 
+#include <atomic>
+#include <thread>
+
 #include "base/language.h"
 #include "hotkeys/notice.h"
 #include "selection_target.h"
 #include "store/settings.h"
+#include "support/foreign_clipboard.h"
+#include "support/message_box.h"
 #include "support/program_run.h"
 
 namespace verbatix {
@@ -13,7 +18,8 @@ namespace {
 class AimedExecution : public test::SelectionTarget {
   protected:
     AimedExecution() {
-        SetLanguageTexts({{1382, L"on the clipboard"}, {1383, L"gone"}, {1385, L"nothing"}}, {});
+        SetLanguageTexts(
+            {{1322, L"in use"}, {1382, L"on the clipboard"}, {1383, L"gone"}, {1385, L"nothing"}}, {});
     }
     ~AimedExecution() override {
         settings.restoreOldClipboard = 0;
@@ -74,6 +80,46 @@ TEST_F(AimedExecution, StrokesGoOnlyIntoTheWindowOfThePress) {
     ExecuteEntry(L"sys:MonitorOn");  // one without strokes does not pass its aim on
     ExecuteEntry(L"!");
     EXPECT_TRUE(TargetShows(L"a text!"));
+}
+
+TEST_F(AimedExecution, NothingForeignIsPastedFromAClipboardInUse) {
+    SaveClipboard(clipboardSlots[5]);
+    for (const wchar_t* text :
+         {L"a text", L"pastehtml:a text", L"a%send_tab%b", L"replace:\nselected=>done", L"paste_slot:55",
+          L"<%copy_html%>", L"%mix_the_string%", L"sys:CopyHtmlCode2TxtPaste", L"img:missing.png"}) {
+        HideNotice();
+        Select(L"selected");
+        const test::Process holder = test::HoldClipboard();
+        const test::MessageBoxAnswer box;
+        StrokesOf('V');
+        ExecuteEntry(text);
+        EXPECT_EQ(StrokesOf('V'), 0) << text;
+        EXPECT_EQ(Notice(), L"in use") << text;
+    }
+    // It waits for one that only looks at what has come.
+    for (const wchar_t* text : {L"a text", L"paste_slot:5"}) {
+        Select(L"selected");
+        ClipboardPutText(L"a text");
+        SaveClipboard(clipboardSlots[5]);
+        ClipboardPutText(L"old text");
+        std::atomic<bool> isOpen = false;
+        std::thread reader([&] {
+            isOpen = test::WaitFor([] { return OpenClipboard(nullptr) != FALSE; });
+            Sleep(150);
+            CloseClipboard();
+        });
+        EXPECT_TRUE(test::WaitFor([&] { return isOpen.load(); }));
+        ExecuteEntry(text);
+        reader.join();
+        EXPECT_TRUE(TargetShows(L"a text")) << text << test::WindowText(edit);
+    }
+}
+
+TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
+    Select(L"");
+    PostMessageW(target, WM_APP, 400, 0);
+    ExecuteEntry(L"a%send_tab%b%send_enter%c");
+    EXPECT_TRUE(TargetShows(L"a\tb\r\nc")) << test::WindowText(edit);
 }
 
 }  // namespace

@@ -147,6 +147,7 @@ void CopyToSlot(int, LPARAM character) {
 void FromSlot(int, LPARAM character) {
     const DeferredStep running;
     PasteSlot(static_cast<wchar_t>(character));
+    TellMissedStrokes();
 }
 
 void Insert(int id) {
