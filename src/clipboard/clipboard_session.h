@@ -20,6 +20,11 @@ inline constexpr DWORD kClipboardPatience = 300;  // ms
 class ClipboardSession {
   public:
     explicit ClipboardSession(DWORD patience = kClipboardPatience);
+
+    // Opens it for reading. False also while the program that filled it hangs: what it has only promised
+    // would be waited for without an end.
+    static ClipboardSession ForReading();
+
     ClipboardSession(const ClipboardSession&) = delete;
     ClipboardSession& operator=(const ClipboardSession&) = delete;
     ~ClipboardSession() { Close(); }
@@ -30,8 +35,14 @@ class ClipboardSession {
     bool Close() { return std::exchange(open_, false) && CloseClipboard(); }
 
   private:
+    struct Closed {};
+    explicit ClipboardSession(Closed) : open_(false) {}
+
     bool open_;
 };
+
+// Whether the clipboard can be opened and filled at once. Emptying it waits for an owner that hangs.
+bool IsClipboardAtHand();
 
 // A global memory block of somebody else, locked for as long as the object lives. False for a null handle
 // and for what is no global memory.

@@ -19,7 +19,7 @@ bool ClipboardPutText(std::wstring_view text) {
 }
 
 bool ClipboardGetText(std::wstring& text) {
-    const ClipboardSession clipboard;
+    const ClipboardSession clipboard = ClipboardSession::ForReading();
     if (!clipboard) return false;
     const bool isWide = IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE;
     const LockedBlock block(GetClipboardData(isWide ? CF_UNICODETEXT : CF_TEXT));

@@ -51,7 +51,7 @@ bool HtmlClipboardGet(std::wstring& fragment, std::wstring& raw) {
     std::size_t size = 0;
     bool found = false;
     {
-        const ClipboardSession clipboard;
+        const ClipboardSession clipboard = ClipboardSession::ForReading();
         const LockedBlock block(clipboard ? GetClipboardData(HtmlFormat()) : nullptr);
         found = static_cast<bool>(block);
         size = block.Bytes().size();

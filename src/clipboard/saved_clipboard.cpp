@@ -48,7 +48,7 @@ static bool SaveFormat(SavedClipboard& store, int key, UINT format) {
 }
 
 int SaveClipboard(SavedClipboard& store) {
-    const ClipboardSession clipboard;
+    const ClipboardSession clipboard = ClipboardSession::ForReading();
     if (!clipboard) return 0;
     if (EnumClipboardFormats(0)) {
         ReleaseSavedData(store);
@@ -86,8 +86,12 @@ void KeepPreviousClipboard() {
     if (!isKept) isKept = SaveClipboard(previousClipboard) > 0;
 }
 
-void GiveBackPreviousClipboard() {
-    if (std::exchange(isKept, false)) RestoreClipboard(previousClipboard);
+void GiveBackPreviousClipboard(DWORD patience) {
+    if (isKept && PutSavedClipboard(previousClipboard, patience)) isKept = false;
+}
+
+bool IsPreviousClipboardKept() {
+    return isKept;
 }
 
 void DropPreviousClipboard() {

@@ -42,7 +42,7 @@ extern bool keepClipboardOnce;
 // Copies every format of the clipboard that is global memory into the store, in place of what it held.
 // GDI objects and metafile pictures, formats without data, and formats that cannot be copied are left out.
 // An empty clipboard leaves the store as it was. Returns the number of formats copied, 0 when the clipboard
-// is busy.
+// is busy or its owner hangs.
 int SaveClipboard(SavedClipboard& store);
 
 // Replaces the clipboard's content by the store's, which stays in the store. Returns the store's count,
@@ -57,8 +57,12 @@ bool PutSavedClipboard(const SavedClipboard& store, DWORD patience);
 // empty or busy, nothing will be given back either; never what was saved earlier.
 void KeepPreviousClipboard();
 
-// Restores what KeepPreviousClipboard has saved, if anything waits to be given back.
-void GiveBackPreviousClipboard();
+// Restores what KeepPreviousClipboard has saved, if anything waits to be given back; it waits on when the
+// clipboard is not to be had within those milliseconds.
+void GiveBackPreviousClipboard(DWORD patience);
+
+// Whether something waits to be given back.
+bool IsPreviousClipboardKept();
 
 // Lets the clipboard stay as it is now: what was saved is not given back.
 void DropPreviousClipboard();

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "base/debug.h"
+#include "clipboard/clipboard_session.h"
 #include "clipboard/paste_content.h"
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/key_simulation.h"
@@ -43,7 +44,7 @@ void CopySlot(wchar_t character, bool restoreOldClipboard) {
     Pause(kAnswerTime);
     SaveClipboard(clipboardSlots[slot]);
     DebugLine(L"Copy: %d slot: %d\n", clipboardSlots[slot].Count(), slot);
-    if (restoreOldClipboard) GiveBackPreviousClipboard();
+    if (restoreOldClipboard) GiveBackPreviousClipboard(kClipboardPatience);
 }
 
 void PasteSlot(wchar_t character) {

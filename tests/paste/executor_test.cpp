@@ -6,6 +6,7 @@
 
 #include "base/language.h"
 #include "hotkeys/notice.h"
+#include "paste/steps/expansion.h"
 #include "selection_target.h"
 #include "store/settings.h"
 #include "support/foreign_clipboard.h"
@@ -14,6 +15,8 @@
 
 namespace verbatix {
 namespace {
+
+using test::ClipboardRecordKind;
 
 class AimedExecution : public test::SelectionTarget {
   protected:
@@ -113,6 +116,64 @@ TEST_F(AimedExecution, NothingForeignIsPastedFromAClipboardInUse) {
         reader.join();
         EXPECT_TRUE(TargetShows(L"a text")) << text << test::WindowText(edit);
     }
+}
+
+TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
+    settings.restoreOldClipboard = 1;
+    Execute(L"a text", target);
+    EXPECT_TRUE(TargetShows(L"a text"));
+    {
+        const test::Process holder = test::HoldClipboard();
+        OnRestoreTimer();
+    }
+    EXPECT_EQ(Clipboard(), L"a text");
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"old text");
+
+    const auto executeWhileTheTargetHangs = [&] {
+        Select(L"selected");
+        PostMessageW(target, WM_APP, 700, 0);
+        ExecuteEntry(L"a text");
+        OnRestoreTimer();
+        EXPECT_EQ(Clipboard(), L"a text");
+    };
+    const auto comesBack = [] {
+        OnRestoreTimer();
+        return Clipboard() == L"old text";
+    };
+    executeWhileTheTargetHangs();
+    EXPECT_TRUE(test::WaitFor(comesBack));
+    EXPECT_TRUE(TargetShows(L"a text"));
+    // What he copies meanwhile is the user's clipboard then.
+    executeWhileTheTargetHangs();
+    const test::Process other = test::PutForeignAndStay({{CF_UNICODETEXT, test::WideBytes(L"new")}});
+    EXPECT_FALSE(comesBack());
+    EXPECT_TRUE(TargetShows(L"new"));
+    EXPECT_EQ(Clipboard(), L"new");
+
+    Execute(L"cpy:missing.exe", target);
+    OnRestoreTimer();
+    Select(L"selected");
+    OnCpyCopyTimer();
+    OnRestoreTimer();
+    OnCpyLaunchTimer();
+    EXPECT_EQ(CapturedText, L"selected");
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"old text");
+}
+
+TEST_F(AimedExecution, AHangingOwnerIsNotRead) {
+    settings.restoreOldClipboard = 1;
+    const ClipboardRecordKind promised = ClipboardRecordKind::announced;
+    const test::Process owner = test::PutForeignAndHang({{CF_UNICODETEXT, "", promised}});
+    const ULONGLONG start = GetTickCount64();
+    SavedClipboard store;
+    EXPECT_EQ(SaveClipboard(store), 0);
+    EXPECT_EQ(Clipboard(), L"(none)");
+    EXPECT_LT(GetTickCount64() - start, 2000u);  // each format would take seconds
+    Select(L"");
+    ExecuteEntry(L"a text");
+    EXPECT_TRUE(TargetShows(L"a text"));
 }
 
 TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
