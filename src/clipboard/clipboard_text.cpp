@@ -8,13 +8,14 @@
 
 namespace verbatix {
 
-bool ClipboardPutText(std::wstring_view text) {
+bool ClipboardPutText(std::wstring_view text, Stay stay) {
     ClipboardSession clipboard;
     if (!clipboard) return false;
     EmptyClipboard();
     // Room for the terminator and one character more: some readers look one beyond the terminator.
     const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
     GiveToClipboard(CF_UNICODETEXT, MakeClipboardBlock(bytes, bytes.size() + 4));
+    MarkForHistory(stay);
     return clipboard.Close();
 }
 

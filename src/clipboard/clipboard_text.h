@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "clipboard/history_marks.h"
+
 namespace verbatix {
 
 // Replaces the clipboard's content by `text` as CF_UNICODETEXT; Windows makes the other text formats of it.
 // Returns whether the clipboard was opened and closed: when the text cannot be allocated the clipboard
 // stays empty and the result is still true.
-bool ClipboardPutText(std::wstring_view text);
+bool ClipboardPutText(std::wstring_view text, Stay stay = Stay::UntilReplaced);
 
 // Reads CF_UNICODETEXT, else CF_TEXT by the ANSI code page, up to the terminator. False, and `text` as it
 // was, when the clipboard is busy or holds no text.

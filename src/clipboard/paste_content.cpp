@@ -22,19 +22,23 @@ static bool OrWithhold(bool done) {
     return done;
 }
 
+Stay StayOfPastes() {
+    return IsPreviousClipboardKept() ? Stay::ForThePaste : Stay::UntilReplaced;
+}
+
 bool PutTextToPaste(std::wstring_view text) {
     LetTargetPaste();
-    return OrWithhold(ClipboardPutText(text));
+    return OrWithhold(ClipboardPutText(text, StayOfPastes()));
 }
 
 bool PutHtmlToPaste(std::wstring_view text) {
     LetTargetPaste();
-    return OrWithhold(HtmlClipboardPut(text));
+    return OrWithhold(HtmlClipboardPut(text, StayOfPastes()));
 }
 
 bool PutSavedToPaste(const SavedClipboard& store) {
     LetTargetPaste();
-    return OrWithhold(PutSavedClipboard(store, kClipboardPatience));
+    return OrWithhold(PutSavedClipboard(store, kClipboardPatience, StayOfPastes()));
 }
 
 bool ClearForCopy() {

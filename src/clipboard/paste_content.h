@@ -6,6 +6,8 @@
 
 #include <string_view>
 
+#include "clipboard/history_marks.h"
+
 #include "clipboard/saved_clipboard.h"
 
 namespace verbatix {
@@ -15,6 +17,10 @@ bool PutHtmlToPaste(std::wstring_view text);
 
 // A store that was never saved into leaves the clipboard as it is, which is no failure.
 bool PutSavedToPaste(const SavedClipboard& store);
+
+// How long such content stays: for the paste where the user's clipboard waits to be given back; where it
+// does not, the text is what he has on the clipboard from then on, and can paste again.
+Stay StayOfPastes();
 
 // Empties the clipboard, so that text found there later was put there later.
 bool ClearForCopy();

@@ -35,7 +35,9 @@ static bool SaveFormat(SavedClipboard& store, int key, UINT format) {
     if (IsGdiFormat(format)) return false;
     const LockedBlock source(GetClipboardData(format));
     // Sizes are kept in 32 bits; of a block beyond 4 GB the first part is taken.
-    const std::string_view bytes = source.Bytes().substr(0, UINT32_MAX);
+    std::string_view bytes = source.Bytes().substr(0, UINT32_MAX);
+    constexpr std::string_view kMark("\0\0\0\0", sizeof(DWORD));
+    if (bytes.empty() && IsHistoryMark(format)) bytes = kMark;
     if (bytes.empty()) return false;
     SavedFormat& entry = store.entries[key];
     entry.data.Reset(GlobalAlloc(GPTR, bytes.size()));
@@ -66,7 +68,7 @@ int RestoreClipboard(const SavedClipboard& store) {
     return store.Count();
 }
 
-bool PutSavedClipboard(const SavedClipboard& store, DWORD patience) {
+bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay) {
     if (store.entries.empty()) return true;
     const ClipboardSession clipboard(patience);
     if (!clipboard) return false;
@@ -77,6 +79,7 @@ bool PutSavedClipboard(const SavedClipboard& store, DWORD patience) {
                                      entry.data ? entry.size : 0);
         GiveToClipboard(entry.format, MakeClipboardBlock(bytes, bytes.size()));
     }
+    MarkForHistory(stay);
     return true;
 }
 
@@ -87,7 +90,7 @@ void KeepPreviousClipboard() {
 }
 
 void GiveBackPreviousClipboard(DWORD patience) {
-    if (isKept && PutSavedClipboard(previousClipboard, patience)) isKept = false;
+    if (isKept && PutSavedClipboard(previousClipboard, patience, Stay::ForThePaste)) isKept = false;
 }
 
 bool IsPreviousClipboardKept() {

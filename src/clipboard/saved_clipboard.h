@@ -9,6 +9,7 @@
 
 #include "base/handle.h"
 #include "clipboard/format_names.h"
+#include "clipboard/history_marks.h"
 
 namespace verbatix {
 
@@ -40,7 +41,8 @@ extern SavedClipboard previousClipboard;
 extern bool keepClipboardOnce;
 
 // Copies every format of the clipboard that is global memory into the store, in place of what it held.
-// GDI objects and metafile pictures, formats without data, and formats that cannot be copied are left out.
+// GDI objects and metafile pictures, formats without data, and formats that cannot be copied are left out;
+// of a mark for histories without data the mark is kept.
 // An empty clipboard leaves the store as it was. Returns the number of formats copied, 0 when the clipboard
 // is busy or its owner hangs.
 int SaveClipboard(SavedClipboard& store);
@@ -50,7 +52,7 @@ int SaveClipboard(SavedClipboard& store);
 int RestoreClipboard(const SavedClipboard& store);
 
 // The same, with the patience of a ClipboardSession. False when the clipboard was busy.
-bool PutSavedClipboard(const SavedClipboard& store, DWORD patience);
+bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay = Stay::UntilReplaced);
 
 // Saves the clipboard into previousClipboard, to be given back once. Until then it does nothing more: what
 // comes onto the clipboard meanwhile is the program's own. When nothing can be saved, the clipboard being
@@ -58,7 +60,8 @@ bool PutSavedClipboard(const SavedClipboard& store, DWORD patience);
 void KeepPreviousClipboard();
 
 // Restores what KeepPreviousClipboard has saved, if anything waits to be given back; it waits on when the
-// clipboard is not to be had within those milliseconds.
+// clipboard is not to be had within those milliseconds. Histories have it from when the user copied it, and
+// are asked not to take it again.
 void GiveBackPreviousClipboard(DWORD patience);
 
 // Whether something waits to be given back.

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "base/language.h"
+#include "clipboard/clipboard_session.h"
 #include "hotkeys/notice.h"
 #include "paste/steps/expansion.h"
 #include "selection_target.h"
@@ -160,6 +161,44 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
     EXPECT_EQ(CapturedText, L"selected");
     OnRestoreTimer();
     EXPECT_EQ(Clipboard(), L"old text");
+}
+
+// Which of the formats are on the clipboard that ask histories to leave it alone.
+std::string HistoryMarks() {
+    std::string marks;
+    for (const wchar_t* name : {L"ExcludeClipboardContentFromMonitorProcessing", L"Clipboard Viewer Ignore",
+                                L"CanIncludeInClipboardHistory", L"CanUploadToCloudClipboard"}) {
+        const ClipboardSession clipboard;
+        const LockedBlock block(GetClipboardData(RegisterClipboardFormatW(name)));
+        marks += block.Bytes() == std::string(4, '\0') ? '0' : block ? '?' : '-';
+    }
+    return marks;
+}
+
+TEST_F(AimedExecution, HistoriesAreToLeaveAloneWhatIsThereForThePasteOnly) {
+    ClipboardPutText(L"of the slot");
+    SaveClipboard(clipboardSlots[5]);
+    for (const int restore : {0, 1}) {
+        settings.restoreOldClipboard = restore;
+        const std::string marks = restore ? "0000" : "----";
+        for (const wchar_t* text : {L"a text", L"pastehtml:a text", L"a%send_tab%b", L"paste_slot:5"}) {
+            Execute(text, target);
+            EXPECT_EQ(HistoryMarks(), marks) << text;
+            OnRestoreTimer();
+            EXPECT_EQ(HistoryMarks(), marks) << text;
+        }
+        // What a command leaves there is the user's.
+        Execute(L"sys:PathToClipboard", target);
+        EXPECT_EQ(HistoryMarks(), "----");
+    }
+    // A mark of somebody else says what it says without data too.
+    const UINT mark = RegisterClipboardFormatW(L"ExcludeClipboardContentFromMonitorProcessing");
+    const test::Process owner = test::PutForeignAndStay(
+        {{CF_UNICODETEXT, test::WideBytes(L"secret")}, {mark, "", ClipboardRecordKind::announced}});
+    SaveClipboard(clipboardSlots[5]);
+    ClipboardPutText(L"old text");
+    RestoreClipboard(clipboardSlots[5]);
+    EXPECT_EQ(HistoryMarks(), "0---");
 }
 
 TEST_F(AimedExecution, AHangingOwnerIsNotRead) {

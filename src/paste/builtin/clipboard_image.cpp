@@ -45,6 +45,7 @@ void PutBitmap(UniqueBitmap bitmap) {
     if (!session) return WithholdStrokes();
     EmptyClipboard();
     if (SetClipboardData(CF_BITMAP, bitmap.Get())) bitmap.Release();  // the clipboard's from now on
+    MarkForHistory(StayOfPastes());
 }
 
 }  // namespace
