@@ -5,7 +5,7 @@
 namespace verbatix {
 
 UniqueBitmap ClipboardGetBitmap() {
-    const ClipboardSession clipboard;
+    const ClipboardSession clipboard = ClipboardSession::ForReading();
     const HANDLE bitmap = clipboard ? GetClipboardData(CF_BITMAP) : nullptr;
     if (!bitmap) return UniqueBitmap();
     return UniqueBitmap(static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0)));

@@ -2,7 +2,33 @@
 
 #include <algorithm>
 
+#include "hotkeys/pause.h"
+#include "hotkeys/stroke_target.h"
+
 namespace verbatix {
+
+ClipboardSession::ClipboardSession(DWORD patience) : open_(OpenClipboard(nullptr) != FALSE) {
+    constexpr DWORD kStep = 8;
+    for (DWORD waited = 0; !open_ && waited < patience; waited += kStep) {
+        Pause(kStep);
+        open_ = OpenClipboard(nullptr) != FALSE;
+    }
+}
+
+static bool OwnerAnswers() {
+    constexpr DWORD kAnswerTime = 100;
+    const HWND owner = GetClipboardOwner();
+    return !owner || Answers(owner, kAnswerTime);
+}
+
+// The owner is asked before the clipboard is opened: one that is about to open it takes no messages either.
+ClipboardSession ClipboardSession::ForReading() {
+    return OwnerAnswers() ? ClipboardSession(kClipboardPatience) : ClipboardSession(Closed{});
+}
+
+bool IsClipboardAtHand() {
+    return OwnerAnswers() && ClipboardSession(0);
+}
 
 UniqueGlobal MakeClipboardBlock(std::string_view bytes, std::size_t size) {
     UniqueGlobal block(GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, size));

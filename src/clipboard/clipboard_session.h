@@ -1,6 +1,5 @@
 // The opened clipboard as a thing that closes itself, and global memory blocks going to and coming from it.
-// The clipboard is opened without an owner window and with exactly one attempt: when another program holds
-// it, the caller reports failure and nothing waits.
+// The clipboard is opened without an owner window.
 #pragma once
 
 #include <windows.h>
@@ -12,10 +11,20 @@
 
 namespace verbatix {
 
-// The clipboard, open for this thread for as long as the object lives. False when it could not be opened.
+// How long another program, which looks at what has come onto the clipboard, is waited for.
+inline constexpr DWORD kClipboardPatience = 300;  // ms
+
+// The clipboard, open for this thread for as long as the object lives. False when it could not be opened
+// within that many milliseconds; with none there is one attempt. Messages that are sent to this thread are
+// served while it waits.
 class ClipboardSession {
   public:
-    ClipboardSession() : open_(OpenClipboard(nullptr) != FALSE) {}
+    explicit ClipboardSession(DWORD patience = kClipboardPatience);
+
+    // Opens it for reading. False also while the program that filled it hangs: what it has only promised
+    // would be waited for without an end.
+    static ClipboardSession ForReading();
+
     ClipboardSession(const ClipboardSession&) = delete;
     ClipboardSession& operator=(const ClipboardSession&) = delete;
     ~ClipboardSession() { Close(); }
@@ -26,8 +35,14 @@ class ClipboardSession {
     bool Close() { return std::exchange(open_, false) && CloseClipboard(); }
 
   private:
+    struct Closed {};
+    explicit ClipboardSession(Closed) : open_(false) {}
+
     bool open_;
 };
+
+// Whether the clipboard can be opened and filled at once. Emptying it waits for an owner that hangs.
+bool IsClipboardAtHand();
 
 // A global memory block of somebody else, locked for as long as the object lives. False for a null handle
 // and for what is no global memory.

@@ -8,18 +8,19 @@
 
 namespace verbatix {
 
-bool ClipboardPutText(std::wstring_view text) {
+bool ClipboardPutText(std::wstring_view text, Stay stay) {
     ClipboardSession clipboard;
     if (!clipboard) return false;
     EmptyClipboard();
     // Room for the terminator and one character more: some readers look one beyond the terminator.
     const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
     GiveToClipboard(CF_UNICODETEXT, MakeClipboardBlock(bytes, bytes.size() + 4));
+    MarkForHistory(stay);
     return clipboard.Close();
 }
 
 bool ClipboardGetText(std::wstring& text) {
-    const ClipboardSession clipboard;
+    const ClipboardSession clipboard = ClipboardSession::ForReading();
     if (!clipboard) return false;
     const bool isWide = IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE;
     const LockedBlock block(GetClipboardData(isWide ? CF_UNICODETEXT : CF_TEXT));

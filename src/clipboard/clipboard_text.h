@@ -1,16 +1,17 @@
-// Plain text on the clipboard. Each function opens the clipboard once, closes it again, and reports a busy
-// clipboard by its result alone.
+// Plain text on the clipboard. Each function reports a clipboard that stays busy by its result alone.
 #pragma once
 
 #include <string>
 #include <string_view>
+
+#include "clipboard/history_marks.h"
 
 namespace verbatix {
 
 // Replaces the clipboard's content by `text` as CF_UNICODETEXT; Windows makes the other text formats of it.
 // Returns whether the clipboard was opened and closed: when the text cannot be allocated the clipboard
 // stays empty and the result is still true.
-bool ClipboardPutText(std::wstring_view text);
+bool ClipboardPutText(std::wstring_view text, Stay stay = Stay::UntilReplaced);
 
 // Reads CF_UNICODETEXT, else CF_TEXT by the ANSI code page, up to the terminator. False, and `text` as it
 // was, when the clipboard is busy or holds no text.

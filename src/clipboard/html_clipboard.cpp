@@ -17,7 +17,7 @@ static UINT HtmlFormat() {
     return format;
 }
 
-bool HtmlClipboardPut(std::wstring_view text) {
+bool HtmlClipboardPut(std::wstring_view text, Stay stay) {
     // The format ends at the first zero, so nothing behind one could be read.
     const std::string fragment = ToBytes(text.substr(0, text.find(L'\0')).substr(0, INT_MAX), CP_UTF8);
     const std::string data = BuildHtmlData(fragment);
@@ -29,6 +29,7 @@ bool HtmlClipboardPut(std::wstring_view text) {
     // Readers of plain text get the UTF-8 bytes under the ANSI format, on purpose: it is the source text of
     // the entry, byte for byte as it stands in the HTML.
     GiveToClipboard(CF_TEXT, MakeClipboardBlock(fragment, fragment.size() + 4));
+    MarkForHistory(stay);
     return true;
 }
 
@@ -51,7 +52,7 @@ bool HtmlClipboardGet(std::wstring& fragment, std::wstring& raw) {
     std::size_t size = 0;
     bool found = false;
     {
-        const ClipboardSession clipboard;
+        const ClipboardSession clipboard = ClipboardSession::ForReading();
         const LockedBlock block(clipboard ? GetClipboardData(HtmlFormat()) : nullptr);
         found = static_cast<bool>(block);
         size = block.Bytes().size();

@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "clipboard/history_marks.h"
+
 namespace verbatix {
 
 // Replaces the clipboard's content by `text` as the fragment of an "HTML Format", and by its UTF-8 bytes
 // as CF_TEXT. True when the HTML is on the clipboard. When it cannot be allocated the clipboard is left
 // empty.
-bool HtmlClipboardPut(std::wstring_view text);
+bool HtmlClipboardPut(std::wstring_view text, Stay stay = Stay::UntilReplaced);
 
 // Reads "HTML Format": `raw` gets the whole data as text, `fragment` the part between the two fragment
 // offsets. True when there was such data; `fragment` stays as it was when the data names no usable offsets.

@@ -8,7 +8,7 @@ namespace verbatix {
 
 std::wstring ClipboardReadNamedFormat(std::wstring_view name) {
     std::wstring text;
-    const ClipboardSession clipboard;
+    const ClipboardSession clipboard = ClipboardSession::ForReading();
     if (!clipboard) return text;
     for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
         wchar_t found[kFormatNameCapacity];

@@ -35,7 +35,9 @@ static bool SaveFormat(SavedClipboard& store, int key, UINT format) {
     if (IsGdiFormat(format)) return false;
     const LockedBlock source(GetClipboardData(format));
     // Sizes are kept in 32 bits; of a block beyond 4 GB the first part is taken.
-    const std::string_view bytes = source.Bytes().substr(0, UINT32_MAX);
+    std::string_view bytes = source.Bytes().substr(0, UINT32_MAX);
+    constexpr std::string_view kMark("\0\0\0\0", sizeof(DWORD));
+    if (bytes.empty() && IsHistoryMark(format)) bytes = kMark;
     if (bytes.empty()) return false;
     SavedFormat& entry = store.entries[key];
     entry.data.Reset(GlobalAlloc(GPTR, bytes.size()));
@@ -48,7 +50,7 @@ static bool SaveFormat(SavedClipboard& store, int key, UINT format) {
 }
 
 int SaveClipboard(SavedClipboard& store) {
-    const ClipboardSession clipboard;
+    const ClipboardSession clipboard = ClipboardSession::ForReading();
     if (!clipboard) return 0;
     if (EnumClipboardFormats(0)) {
         ReleaseSavedData(store);
@@ -62,18 +64,23 @@ int SaveClipboard(SavedClipboard& store) {
 }
 
 int RestoreClipboard(const SavedClipboard& store) {
-    if (store.entries.empty()) return 0;
-    // Emptied and closed first, so that the former owner has let go before the new data comes.
-    if (const ClipboardSession emptied; emptied) EmptyClipboard();
-    const ClipboardSession clipboard;
-    if (!clipboard) return store.Count();
+    PutSavedClipboard(store, kClipboardPatience);
+    return store.Count();
+}
+
+bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay) {
+    if (store.entries.empty()) return true;
+    const ClipboardSession clipboard(patience);
+    if (!clipboard) return false;
+    EmptyClipboard();
     for (const auto& [key, entry] : store.entries) {
         // Released entries are offered too; the system refuses format 0, and nobody minds.
         const std::string_view bytes(static_cast<const char*>(entry.data.Get()),
                                      entry.data ? entry.size : 0);
         GiveToClipboard(entry.format, MakeClipboardBlock(bytes, bytes.size()));
     }
-    return store.Count();
+    MarkForHistory(stay);
+    return true;
 }
 
 static bool isKept = false;  // previousClipboard waits to be given back
@@ -82,8 +89,12 @@ void KeepPreviousClipboard() {
     if (!isKept) isKept = SaveClipboard(previousClipboard) > 0;
 }
 
-void GiveBackPreviousClipboard() {
-    if (std::exchange(isKept, false)) RestoreClipboard(previousClipboard);
+void GiveBackPreviousClipboard(DWORD patience) {
+    if (isKept && PutSavedClipboard(previousClipboard, patience, Stay::ForThePaste)) isKept = false;
+}
+
+bool IsPreviousClipboardKept() {
+    return isKept;
 }
 
 void DropPreviousClipboard() {

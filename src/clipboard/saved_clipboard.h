@@ -9,6 +9,7 @@
 
 #include "base/handle.h"
 #include "clipboard/format_names.h"
+#include "clipboard/history_marks.h"
 
 namespace verbatix {
 
@@ -40,22 +41,31 @@ extern SavedClipboard previousClipboard;
 extern bool keepClipboardOnce;
 
 // Copies every format of the clipboard that is global memory into the store, in place of what it held.
-// GDI objects and metafile pictures, formats without data, and formats that cannot be copied are left out.
+// GDI objects and metafile pictures, formats without data, and formats that cannot be copied are left out;
+// of a mark for histories without data the mark is kept.
 // An empty clipboard leaves the store as it was. Returns the number of formats copied, 0 when the clipboard
-// is busy.
+// is busy or its owner hangs.
 int SaveClipboard(SavedClipboard& store);
 
 // Replaces the clipboard's content by the store's, which stays in the store. Returns the store's count,
 // also when the clipboard was busy; a store that was never saved into leaves the clipboard as it is.
 int RestoreClipboard(const SavedClipboard& store);
 
+// The same, with the patience of a ClipboardSession. False when the clipboard was busy.
+bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay = Stay::UntilReplaced);
+
 // Saves the clipboard into previousClipboard, to be given back once. Until then it does nothing more: what
 // comes onto the clipboard meanwhile is the program's own. When nothing can be saved, the clipboard being
 // empty or busy, nothing will be given back either; never what was saved earlier.
 void KeepPreviousClipboard();
 
-// Restores what KeepPreviousClipboard has saved, if anything waits to be given back.
-void GiveBackPreviousClipboard();
+// Restores what KeepPreviousClipboard has saved, if anything waits to be given back; it waits on when the
+// clipboard is not to be had within those milliseconds. Histories have it from when the user copied it, and
+// are asked not to take it again.
+void GiveBackPreviousClipboard(DWORD patience);
+
+// Whether something waits to be given back.
+bool IsPreviousClipboardKept();
 
 // Lets the clipboard stay as it is now: what was saved is not given back.
 void DropPreviousClipboard();

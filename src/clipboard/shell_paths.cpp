@@ -30,7 +30,7 @@ PCUIDLIST_RELATIVE AsIdList(const std::string& bytes) {
 // The list on the clipboard; it is open no longer on return, because the shell may take its time.
 std::optional<ShellIdLists> CopiedItems() {
     static const UINT format = RegisterClipboardFormatW(L"Shell IDList Array");
-    const ClipboardSession clipboard;
+    const ClipboardSession clipboard = ClipboardSession::ForReading();
     if (!clipboard) return std::nullopt;
     return ReadShellIdLists(LockedBlock(GetClipboardData(format)).Bytes());
 }

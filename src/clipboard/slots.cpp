@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include "base/debug.h"
+#include "clipboard/clipboard_session.h"
+#include "clipboard/paste_content.h"
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
@@ -42,14 +44,13 @@ void CopySlot(wchar_t character, bool restoreOldClipboard) {
     Pause(kAnswerTime);
     SaveClipboard(clipboardSlots[slot]);
     DebugLine(L"Copy: %d slot: %d\n", clipboardSlots[slot].Count(), slot);
-    if (restoreOldClipboard) GiveBackPreviousClipboard();
+    if (restoreOldClipboard) GiveBackPreviousClipboard(kClipboardPatience);
 }
 
 void PasteSlot(wchar_t character) {
     const int slot = SlotIndexFromChar(character);
     DebugLine(L"Paste: %d slot: %d\n", clipboardSlots[slot].Count(), slot);
-    RestoreClipboard(clipboardSlots[slot]);
-    SendPaste(kBeforePaste);
+    if (PutSavedToPaste(clipboardSlots[slot])) SendPaste(kBeforePaste);
 }
 
 void PasteSlots(std::wstring_view digits) {
@@ -58,8 +59,8 @@ void PasteSlots(std::wstring_view digits) {
         if (!NamesSlot(character)) continue;
         if (!first) Pause(kBetweenPastes);
         first = false;
-        RestoreClipboard(clipboardSlots[SlotIndexFromChar(character)]);
-        if (!SendPaste(kBeforePaste)) return;
+        const SavedClipboard& slot = clipboardSlots[SlotIndexFromChar(character)];
+        if (!PutSavedToPaste(slot) || !SendPaste(kBeforePaste)) return;
     }
 }
 

@@ -14,7 +14,8 @@ int SlotIndexFromChar(wchar_t character);
 void SaveSlot(wchar_t character);
 
 // Lets the foreground program copy its selection and saves that into the slot. With `restoreOldClipboard`
-// the user's clipboard is put back afterwards. Blocks 100 ms, or 200 ms with the restore.
+// the user's clipboard is put back afterwards, or waits to be when the clipboard is busy. Blocks 100 ms, or
+// 200 ms with the restore.
 void CopySlot(wchar_t character, bool restoreOldClipboard);
 
 // Puts the slot on the clipboard, where it stays, and pastes it into the foreground program.

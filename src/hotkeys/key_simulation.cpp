@@ -1,6 +1,7 @@
 #include "hotkeys/key_simulation.h"
 
 #include "hotkeys/pause.h"
+#include "hotkeys/stroke_target.h"
 
 namespace verbatix {
 
@@ -106,6 +107,10 @@ void AimStrokes(HWND window) {
     aimed = {window, Aim::Free};
 }
 
+void WithholdStrokes() {
+    aimed = {nullptr, Aim::Withheld};
+}
+
 Aim StrokeAim() {
     return aimed.aim;
 }
@@ -160,6 +165,7 @@ bool SendPaste(DWORD milliseconds) {
         return false;
     }
     PlayControlStroke('V');
+    NoteStroke();
     return true;
 }
 

@@ -59,12 +59,16 @@ enum class Aim {
     Free,         // they go to whatever has the keyboard
     Missed,       // another window was in front when the first of them was due: none is sent any more
     PasteMissed,  // the same, and it was a paste stroke: what should be pasted is on the clipboard
+    Withheld,     // what they should paste or copy found no clipboard: none is sent any more
 };
 
 // Aims the strokes that follow at a window: the first of them goes out only while that window is in front,
 // the others follow the focus, as a form needs it. Null: nothing is aimed at.
 void AimStrokes(HWND window);
 Aim StrokeAim();
+
+// Sends no stroke any more until the next AimStrokes.
+void WithholdStrokes();
 
 // Whether a stroke may go out now. The window gets a moment to come back from a box of our own.
 bool MaySendStroke();

@@ -10,21 +10,34 @@ void ServeWaitingKeys() {
 }
 
 // The tick count moves in steps of up to 16 ms, too coarse for waits of 10 and 20 ms.
-static long long MillisecondsOf(const LARGE_INTEGER& frequency) {
+static long long CountIn(long long unitsPerSecond) {
+    LARGE_INTEGER frequency = {};
+    QueryPerformanceFrequency(&frequency);
     LARGE_INTEGER counter = {};
     QueryPerformanceCounter(&counter);
-    return counter.QuadPart / frequency.QuadPart * 1000 +
-           counter.QuadPart % frequency.QuadPart * 1000 / frequency.QuadPart;
+    return counter.QuadPart / frequency.QuadPart * unitsPerSecond +
+           counter.QuadPart % frequency.QuadPart * unitsPerSecond / frequency.QuadPart;
+}
+
+static long long Milliseconds() {
+    return CountIn(1000);
 }
 
 void Pause(DWORD milliseconds) {
     if (isInsideHook) return Sleep(milliseconds);
-    LARGE_INTEGER frequency = {};
-    QueryPerformanceFrequency(&frequency);
-    const long long deadline = MillisecondsOf(frequency) + milliseconds;
-    for (long long left = milliseconds; left > 0; left = deadline - MillisecondsOf(frequency)) {
+    const long long deadline = Milliseconds() + milliseconds;
+    for (long long left = milliseconds; left > 0; left = deadline - Milliseconds()) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(left), QS_SENDMESSAGE);
         ServeWaitingKeys();
+    }
+}
+
+void PauseExactly(DWORD milliseconds) {
+    constexpr long long kMicroseconds = 1'000'000;
+    const long long deadline = CountIn(kMicroseconds) + milliseconds * 1000LL;
+    while (CountIn(kMicroseconds) < deadline) {
+        if (!isInsideHook) ServeWaitingKeys();
+        SwitchToThread();
     }
 }
 

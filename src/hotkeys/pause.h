@@ -15,6 +15,10 @@ extern bool isInsideHook;
 // are served meanwhile; posted ones wait.
 void Pause(DWORD milliseconds);
 
+// Waits not much longer than that, by keeping the processor busy: for many short waits in a row. The
+// system's clock, which Pause relies on, may tick only every 15.6 ms.
+void PauseExactly(DWORD milliseconds);
+
 // Serves what waits for this thread now.
 void ServeWaitingKeys();
 

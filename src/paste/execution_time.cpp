@@ -15,6 +15,7 @@ namespace {
 
 constexpr DWORD kStroke = 5;  // its events pass through every program that has a hook
 constexpr DWORD kPaste = 20 + kStroke;
+constexpr DWORD kAnswers = 6;  // of a program that comes to its stroke at once
 
 bool Contains(std::wstring_view text, std::wstring_view part) {
     return text.find(part) != std::wstring_view::npos;
@@ -27,7 +28,8 @@ constexpr std::array<std::wstring_view, 5> kTakeTheirTime = {L"%C%", L"%T%", L"%
 DWORD TokenTime(std::wstring_view text) {
     DWORD time = 10 + 50;
     const KeySteps plan = SplitAtKeyTokens(text);
-    for (const KeyStep& step : plan.steps) time += 20 + kStroke + (step.key ? kStroke : step.milliseconds);
+    for (const KeyStep& step : plan.steps)
+        time += 20 + kStroke + kAnswers + (step.key ? kStroke : step.milliseconds);
     return time + 20 + kStroke;
 }
 

@@ -12,7 +12,7 @@ namespace verbatix {
 // What the text does not tell.
 struct ExecutionFacts {
     bool savesClipboard = false;   // the user's clipboard is saved first: whatever is on it
-    bool clipboardIsBusy = false;  // another program has it open
+    bool clipboardIsBusy = false;  // another program has it open, or hangs and owns it
 };
 
 // The milliseconds that the waits and strokes of the entry add up to. Nothing where that depends on

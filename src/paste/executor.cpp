@@ -5,11 +5,13 @@
 #include "base/language.h"
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
+#include "clipboard/paste_content.h"
 #include "clipboard/saved_clipboard.h"
 #include "clipboard/slots.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/notice.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/stroke_target.h"
 #include "ids.h"
 #include "paste/builtin/builtin_commands.h"
 #include "paste/builtin/image_clipboard.h"
@@ -39,16 +41,20 @@ static void RestartTimer(UINT_PTR timer) {
 }
 
 void DeliverText(const std::wstring& text) {
-    FinishForDelivery(text);
-    SendPaste(kPasteWait);
+    if (FinishForDelivery(text)) SendPaste(kPasteWait);
+}
+
+static int MissedText(Aim aim) {
+    if (aim == Aim::Withheld) return text::kClipboardBusy;
+    if (aim != Aim::PasteMissed) return text::kNothingDone;
+    return IsWindow(aimedAt) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
 }
 
 bool TellMissedStrokes() {
     const Aim aim = StrokeAim();
     AimStrokes(nullptr);
     if (aim == Aim::Free) return false;
-    const int onClipboard = IsWindow(aimedAt) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
-    NoticeAtCaret(LanguageText(aim == Aim::PasteMissed ? onClipboard : text::kNothingDone));
+    NoticeAtCaret(LanguageText(MissedText(aim)));
     return true;
 }
 
@@ -89,7 +95,7 @@ void ExecuteEntry(const std::wstring& text) {
     if (!HasStrokeToCome(text)) TellMissedStrokes();
     if (settings.restoreOldClipboard && !keepClipboardOnce) {
         // Several executions in a row are one to the user: the clipboard comes back after the last.
-        RestartTimer(TIMER_RESTORE_CLIPBOARD);
+        RestoreLater();
     } else {
         // Also where the option was switched off meanwhile, in the time of a dialog.
         DropPreviousClipboard();
@@ -99,9 +105,53 @@ void ExecuteEntry(const std::wstring& text) {
     PasteAsHtml = false;
 }
 
+namespace {
+
+// What is known of a restore that is due.
+struct DueRestore {
+    unsigned number = 0;  // a later execution makes it another one
+    ULONGLONG since = 0;
+    bool isPutOff = false;
+    HWND owner = nullptr;  // of the clipboard when it was put off
+    bool isPasted = true;  // the target had come to the stroke when it was put off
+};
+
+DueRestore due;
+
+}  // namespace
+
+void RestoreLater() {
+    due = {due.number + 1, GetTickCount64()};
+    RestartTimer(TIMER_RESTORE_CLIPBOARD);
+}
+
+static void PutRestoreOff(bool isPasted) {
+    if (!std::exchange(due.isPutOff, true)) due.owner = GetClipboardOwner();
+    due.isPasted = isPasted;
+    RestartTimer(TIMER_RESTORE_CLIPBOARD);
+}
+
+// The user's clipboard would come back over what he has copied in the meantime.
+static bool HasUserCopied() {
+    const HWND owner = GetClipboardOwner();
+    return due.isPutOff && owner && owner != due.owner;
+}
+
 void OnRestoreTimer() {
-    if (settings.restoreOldClipboard) GiveBackPreviousClipboard();
-    DropPreviousClipboard();  // the option was switched off meanwhile
+    constexpr DWORD kAnswerTime = 100;
+    constexpr ULONGLONG kLongestWait = 10000;
+    // The option may have been switched off meanwhile.
+    if (!settings.restoreOldClipboard) return DropPreviousClipboard();
+    if (!pendingProgram.program.empty()) return RestartTimer(TIMER_RESTORE_CLIPBOARD);
+    const unsigned number = due.number;
+    const bool isPasted = AwaitStroke(kAnswerTime) || GetTickCount64() - due.since > kLongestWait;
+    // Keys were served meanwhile; an execution among them has started the time anew.
+    if (due.number != number) return;
+    if (HasUserCopied()) return DropPreviousClipboard();
+    // One that hung gets the time that any other gets, from its answer on.
+    if (!isPasted || !due.isPasted) return PutRestoreOff(isPasted);
+    GiveBackPreviousClipboard(0);
+    if (IsPreviousClipboardKept()) PutRestoreOff(true);
 }
 
 static void PostSlotCommand(WPARAM command, wchar_t slot) {
@@ -109,8 +159,7 @@ static void PostSlotCommand(WPARAM command, wchar_t slot) {
 }
 
 static void ReplaceInSelection(const std::wstring& entryText) {
-    if (!MaySendStroke()) return;
-    ClearClipboard();
+    if (!MaySendStroke() || !ClearForCopy()) return;
     SendCopy();
     Pause(100);
     std::wstring selection;
@@ -118,8 +167,7 @@ static void ReplaceInSelection(const std::wstring& entryText) {
     const ReplaceResult result = ApplyReplaceRules(entryText, std::move(selection));
     if (result.count == 0) return;
     Pause(25);
-    ClipboardPutText(result.text);
-    SendPaste(kPasteWait);
+    if (PutTextToPaste(result.text)) SendPaste(kPasteWait);
 }
 
 static void Launch(bool elevate, const std::wstring& line) {
@@ -155,6 +203,7 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
 void OnCpyCopyTimer() {
     Aimed(std::exchange(pendingWindow, nullptr));
     if (!SendCopy()) {
+        pendingProgram = {};
         TellMissedStrokes();
         return;
     }

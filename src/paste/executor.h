@@ -25,6 +25,9 @@ extern ExecutorClient executorClient;
 // saved before and given back 200 ms later by OnRestoreTimer.
 void ExecuteEntry(const std::wstring& text);
 
+// Starts the 200 ms after which the user's clipboard is given back.
+void RestoreLater();
+
 // Tells the user, at the caret, when the strokes since the last AimStrokes have missed their window, and
 // aims at nothing any more. Returns whether they have.
 bool TellMissedStrokes();
@@ -38,7 +41,9 @@ void DeliverText(const std::wstring& text);
 void DeliverInto(const std::wstring& text, HWND window);
 
 // The steps that follow later, by timer: TIMER_RESTORE_CLIPBOARD, TIMER_CPY_COPY, TIMER_CPY_LAUNCH. The
-// timer has been killed by the caller.
+// timer has been killed by the caller. The clipboard is given back when the clipboard is to be had, no
+// "cpy:" command is still to copy, and the program that was pasted into has come to the stroke; that one is
+// waited for up to 10 s. Until then the timer is started anew.
 void OnRestoreTimer();
 void OnCpyCopyTimer();
 void OnCpyLaunchTimer();

@@ -9,6 +9,7 @@
 #include "clipboard/named_format.h"
 #include "support/debug_lines.h"
 #include "support/foreign_clipboard.h"
+#include "support/wait.h"
 
 // The import table's entry for GlobalAlloc: what the program calls, and what a test can have refused.
 extern "C" {
@@ -59,6 +60,35 @@ std::wstring Text() {
     return text;
 }
 
+// How often others have been told of a new content of the clipboard.
+class ClipboardChanges {
+  public:
+    ClipboardChanges() {
+        count = 0;
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure));
+        AddClipboardFormatListener(window_);
+    }
+    ~ClipboardChanges() { DestroyWindow(window_); }
+    ClipboardChanges(const ClipboardChanges&) = delete;
+    ClipboardChanges& operator=(const ClipboardChanges&) = delete;
+
+    int Count() const {
+        test::WaitFor([] { return count > 0; });
+        test::Linger(20);
+        return count;
+    }
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        count += message == WM_CLIPBOARDUPDATE;
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+
+    static inline int count;
+    HWND window_ =
+        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+};
+
 TEST(SavedClipboard, GivesEveryFormatBackByteForByte) {
     ASSERT_TRUE(PutForeign(RichContent()));
     SavedClipboard store;
@@ -68,7 +98,9 @@ TEST(SavedClipboard, GivesEveryFormatBackByteForByte) {
     EXPECT_EQ(store.entries[0].size, RichContent()[0].bytes.size());
     for (int round = 0; round < 2; ++round) {  // restoring does not use the store up
         ASSERT_TRUE(PutForeign({{Registered(L"Something else"), "x"}}));
+        const ClipboardChanges changes;
         EXPECT_EQ(RestoreClipboard(store), saved);
+        EXPECT_EQ(changes.Count(), 1) << "empty in between";
         for (const ForeignFormat& format : RichContent()) {
             EXPECT_EQ(ReadForeign(format.format), format.bytes) << format.format;
         }

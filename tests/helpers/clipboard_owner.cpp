@@ -1,6 +1,7 @@
 // Somebody else's program at the clipboard. Arguments, first the deed, then the file:
 //     put FILE    replaces the content by what the file lists and ends
 //     keep FILE   the same, but stays: formats announced without data keep their owner
+//     hang FILE   the same, but takes no messages any more
 //     hold        opens the clipboard and stays, so that nobody else can open it
 //     stay        stays and does nothing
 //     read FILE   writes what it finds into the file and ends
@@ -36,8 +37,9 @@ static HWND MakeWindow(const wchar_t* className) {
                            windowClass.hInstance, nullptr);
 }
 
-static int Stay() {
+static int Stay(bool hangs = false) {
     MakeWindow(L"VerbatixClipboardReady");
+    if (hangs) Sleep(INFINITE);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
     return 0;
@@ -105,9 +107,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
     const HWND owner = MakeWindow(L"VerbatixClipboardOwner");
     if (deed == L"put") return Put(path, owner);
     if (deed == L"read") return Read(path);
-    if (deed == L"keep") {
+    if (deed == L"keep" || deed == L"hang") {
         const int failure = Put(path, owner);
-        return failure ? failure : Stay();
+        return failure ? failure : Stay(deed == L"hang");
     }
     if (deed == L"stay") return Stay();
     if (deed == L"hold") return OpenPatiently(owner) ? Stay() : 2;

@@ -1,6 +1,6 @@
 // Somebody else's program: a window with one multi-line edit control that holds the keyboard. Tests read
-// the control with WM_GETTEXT. Below it lies a strip where clicks do nothing. Arguments: the window's title
-// (optional).
+// the control with WM_GETTEXT. Below it lies a strip where clicks do nothing. WM_APP keeps it busy for as
+// many milliseconds as its wParam says. Arguments: the window's title (optional).
 #include <windows.h>
 
 static HWND edit;
@@ -9,6 +9,7 @@ static LRESULT CALLBACK TargetProcedure(HWND window, UINT message, WPARAM wParam
     switch (message) {
         case WM_SETFOCUS: SetFocus(edit); return 0;
         case WM_SIZE: MoveWindow(edit, 0, 0, LOWORD(lParam), HIWORD(lParam) - 12, TRUE); return 0;
+        case WM_APP: Sleep(static_cast<DWORD>(wParam)); return 0;
         case WM_DESTROY: PostQuitMessage(0); return 0;
         default: return DefWindowProcW(window, message, wParam, lParam);
     }

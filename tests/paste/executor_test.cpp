@@ -1,19 +1,29 @@
 // Where the strokes of an execution go when another window has come to the front since the press.
 #include "paste/executor.h"
 
+#include <atomic>
+#include <thread>
+
 #include "base/language.h"
+#include "clipboard/clipboard_session.h"
 #include "hotkeys/notice.h"
+#include "paste/steps/expansion.h"
 #include "selection_target.h"
 #include "store/settings.h"
+#include "support/foreign_clipboard.h"
+#include "support/message_box.h"
 #include "support/program_run.h"
 
 namespace verbatix {
 namespace {
 
+using test::ClipboardRecordKind;
+
 class AimedExecution : public test::SelectionTarget {
   protected:
     AimedExecution() {
-        SetLanguageTexts({{1382, L"on the clipboard"}, {1383, L"gone"}, {1385, L"nothing"}}, {});
+        SetLanguageTexts(
+            {{1322, L"in use"}, {1382, L"on the clipboard"}, {1383, L"gone"}, {1385, L"nothing"}}, {});
     }
     ~AimedExecution() override {
         settings.restoreOldClipboard = 0;
@@ -74,6 +84,142 @@ TEST_F(AimedExecution, StrokesGoOnlyIntoTheWindowOfThePress) {
     ExecuteEntry(L"sys:MonitorOn");  // one without strokes does not pass its aim on
     ExecuteEntry(L"!");
     EXPECT_TRUE(TargetShows(L"a text!"));
+}
+
+TEST_F(AimedExecution, NothingForeignIsPastedFromAClipboardInUse) {
+    SaveClipboard(clipboardSlots[5]);
+    for (const wchar_t* text :
+         {L"a text", L"pastehtml:a text", L"a%send_tab%b", L"replace:\nselected=>done", L"paste_slot:55",
+          L"<%copy_html%>", L"%mix_the_string%", L"sys:CopyHtmlCode2TxtPaste", L"img:missing.png"}) {
+        HideNotice();
+        Select(L"selected");
+        const test::Process holder = test::HoldClipboard();
+        const test::MessageBoxAnswer box;
+        StrokesOf('V');
+        ExecuteEntry(text);
+        EXPECT_EQ(StrokesOf('V'), 0) << text;
+        EXPECT_EQ(Notice(), L"in use") << text;
+    }
+    // It waits for one that only looks at what has come.
+    for (const wchar_t* text : {L"a text", L"paste_slot:5"}) {
+        Select(L"selected");
+        ClipboardPutText(L"a text");
+        SaveClipboard(clipboardSlots[5]);
+        ClipboardPutText(L"old text");
+        std::atomic<bool> isOpen = false;
+        std::thread reader([&] {
+            isOpen = test::WaitFor([] { return OpenClipboard(nullptr) != FALSE; });
+            Sleep(150);
+            CloseClipboard();
+        });
+        EXPECT_TRUE(test::WaitFor([&] { return isOpen.load(); }));
+        ExecuteEntry(text);
+        reader.join();
+        EXPECT_TRUE(TargetShows(L"a text")) << text << test::WindowText(edit);
+    }
+}
+
+TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
+    settings.restoreOldClipboard = 1;
+    Execute(L"a text", target);
+    EXPECT_TRUE(TargetShows(L"a text"));
+    {
+        const test::Process holder = test::HoldClipboard();
+        OnRestoreTimer();
+    }
+    EXPECT_EQ(Clipboard(), L"a text");
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"old text");
+
+    const auto executeWhileTheTargetHangs = [&] {
+        Select(L"selected");
+        PostMessageW(target, WM_APP, 700, 0);
+        ExecuteEntry(L"a text");
+        OnRestoreTimer();
+        EXPECT_EQ(Clipboard(), L"a text");
+    };
+    const auto comesBack = [] {
+        OnRestoreTimer();
+        return Clipboard() == L"old text";
+    };
+    executeWhileTheTargetHangs();
+    EXPECT_TRUE(test::WaitFor(comesBack));
+    EXPECT_TRUE(TargetShows(L"a text"));
+    // What he copies meanwhile is the user's clipboard then.
+    executeWhileTheTargetHangs();
+    const test::Process other = test::PutForeignAndStay({{CF_UNICODETEXT, test::WideBytes(L"new")}});
+    EXPECT_FALSE(comesBack());
+    EXPECT_TRUE(TargetShows(L"new"));
+    EXPECT_EQ(Clipboard(), L"new");
+
+    Execute(L"cpy:missing.exe", target);
+    OnRestoreTimer();
+    Select(L"selected");
+    OnCpyCopyTimer();
+    OnRestoreTimer();
+    OnCpyLaunchTimer();
+    EXPECT_EQ(CapturedText, L"selected");
+    OnRestoreTimer();
+    EXPECT_EQ(Clipboard(), L"old text");
+}
+
+// Which of the formats are on the clipboard that ask histories to leave it alone.
+std::string HistoryMarks() {
+    std::string marks;
+    for (const wchar_t* name : {L"ExcludeClipboardContentFromMonitorProcessing", L"Clipboard Viewer Ignore",
+                                L"CanIncludeInClipboardHistory", L"CanUploadToCloudClipboard"}) {
+        const ClipboardSession clipboard;
+        const LockedBlock block(GetClipboardData(RegisterClipboardFormatW(name)));
+        marks += block.Bytes() == std::string(4, '\0') ? '0' : block ? '?' : '-';
+    }
+    return marks;
+}
+
+TEST_F(AimedExecution, HistoriesAreToLeaveAloneWhatIsThereForThePasteOnly) {
+    ClipboardPutText(L"of the slot");
+    SaveClipboard(clipboardSlots[5]);
+    for (const int restore : {0, 1}) {
+        settings.restoreOldClipboard = restore;
+        const std::string marks = restore ? "0000" : "----";
+        for (const wchar_t* text : {L"a text", L"pastehtml:a text", L"a%send_tab%b", L"paste_slot:5"}) {
+            Execute(text, target);
+            EXPECT_EQ(HistoryMarks(), marks) << text;
+            OnRestoreTimer();
+            EXPECT_EQ(HistoryMarks(), marks) << text;
+        }
+        // What a command leaves there is the user's.
+        Execute(L"sys:PathToClipboard", target);
+        EXPECT_EQ(HistoryMarks(), "----");
+    }
+    // A mark of somebody else says what it says without data too.
+    const UINT mark = RegisterClipboardFormatW(L"ExcludeClipboardContentFromMonitorProcessing");
+    const test::Process owner = test::PutForeignAndStay(
+        {{CF_UNICODETEXT, test::WideBytes(L"secret")}, {mark, "", ClipboardRecordKind::announced}});
+    SaveClipboard(clipboardSlots[5]);
+    ClipboardPutText(L"old text");
+    RestoreClipboard(clipboardSlots[5]);
+    EXPECT_EQ(HistoryMarks(), "0---");
+}
+
+TEST_F(AimedExecution, AHangingOwnerIsNotRead) {
+    settings.restoreOldClipboard = 1;
+    const ClipboardRecordKind promised = ClipboardRecordKind::announced;
+    const test::Process owner = test::PutForeignAndHang({{CF_UNICODETEXT, "", promised}});
+    const ULONGLONG start = GetTickCount64();
+    SavedClipboard store;
+    EXPECT_EQ(SaveClipboard(store), 0);
+    EXPECT_EQ(Clipboard(), L"(none)");
+    EXPECT_LT(GetTickCount64() - start, 2000u);  // each format would take seconds
+    Select(L"");
+    ExecuteEntry(L"a text");
+    EXPECT_TRUE(TargetShows(L"a text"));
+}
+
+TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
+    Select(L"");
+    PostMessageW(target, WM_APP, 400, 0);
+    ExecuteEntry(L"a%send_tab%b%send_enter%c");
+    EXPECT_TRUE(TargetShows(L"a\tb\r\nc")) << test::WindowText(edit);
 }
 
 }  // namespace

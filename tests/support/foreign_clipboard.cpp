@@ -42,12 +42,20 @@ bool PutForeign(const std::vector<ForeignFormat>& formats) {
            Process(OwnerCommand(L"put", folder.File(L"put"))).WaitForExit(20000) == 0u;
 }
 
-Process PutForeignAndStay(const std::vector<ForeignFormat>& formats) {
+static Process PutForeignAnd(const wchar_t* deed, const std::vector<ForeignFormat>& formats) {
     const Folder folder;
     WriteBytes(folder.File(L"put"), FormatRecords(formats));
-    Process owner(OwnerCommand(L"keep", folder.File(L"put")));
+    Process owner(OwnerCommand(deed, folder.File(L"put")));
     owner.WaitForWindow(L"VerbatixClipboardReady");
     return owner;
+}
+
+Process PutForeignAndStay(const std::vector<ForeignFormat>& formats) {
+    return PutForeignAnd(L"keep", formats);
+}
+
+Process PutForeignAndHang(const std::vector<ForeignFormat>& formats) {
+    return PutForeignAnd(L"hang", formats);
 }
 
 std::vector<ForeignFormat> ReadForeign() {

@@ -37,6 +37,9 @@ bool PutForeign(const std::vector<ForeignFormat>& formats);
 // The same by a process that stays, for formats announced without data; it runs until the object goes.
 Process PutForeignAndStay(const std::vector<ForeignFormat>& formats);
 
+// The same by a process that hangs.
+Process PutForeignAndHang(const std::vector<ForeignFormat>& formats);
+
 // What another process finds on the clipboard, in its order; formats that Windows makes of others
 // (synthesised ones) are among them.
 std::vector<ForeignFormat> ReadForeign();

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "clipboard/named_format.h"
+#include "clipboard/paste_content.h"
 #include "clipboard/saved_clipboard.h"
 #include "clipboard/shell_paths.h"
 #include "hotkeys/foreground.h"
@@ -123,7 +124,7 @@ void CopyHtmlCodeToPlainPaste(const BuiltinCall&) {
     ShowBoxInFront(nullptr, ClipboardText().substr(0, kMaxShownText), L"");
     Pause(200);
     // Put back, it is plain text and nothing else.
-    ClipboardPutText(ClipboardText());
+    if (!PutTextToPaste(ClipboardText())) return;
     Pause(200);
     SendPaste(20);
 }

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "clipboard/clipboard_session.h"
 #include "clipboard/clipboard_text.h"
+#include "clipboard/paste_content.h"
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
@@ -41,9 +42,10 @@ std::int64_t PixelCount(const BITMAP& description) {
 
 void PutBitmap(UniqueBitmap bitmap) {
     const ClipboardSession session;
-    if (!session) return;
+    if (!session) return WithholdStrokes();
     EmptyClipboard();
     if (SetClipboardData(CF_BITMAP, bitmap.Get())) bitmap.Release();  // the clipboard's from now on
+    MarkForHistory(StayOfPastes());
 }
 
 }  // namespace
@@ -85,7 +87,7 @@ void CropClipboardImage(std::wstring_view argument) {
     const std::vector<std::wstring_view> pieces = Split(argument, L':');
     const int margin = pieces.size() > 1 ? ToInt(pieces[1]) : 0;
     UniqueBitmap cropped = MakeBitmap(Crop(image, FindContent(image, margin)));
-    ClearClipboard();
+    ClearForCopy();
     Pause(100);
     if (cropped) PutBitmap(std::move(cropped));
     Pause(100);

@@ -77,6 +77,7 @@ bool ImageFileToClipboard(std::wstring_view untrimmedPath) {
     {
         const ClipboardSession session;
         if (!session) {
+            WithholdStrokes();
             keepClipboardOnce = true;
             return true;
         }

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
 #include "clipboard/html_clipboard.h"
+#include "clipboard/paste_content.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
 #include "paste/steps/date_dialogs.h"
@@ -64,8 +65,7 @@ static std::wstring CopySelection() {
 }
 
 static std::wstring CopySelectionAsHtml() {
-    if (!MaySendStroke()) return {};
-    ClearClipboard();
+    if (!MaySendStroke() || !ClearForCopy()) return {};
     SendCopy();
     Pause(100);
     return ClipboardHtml();
@@ -102,8 +102,7 @@ std::wstring ExpandPlaceholders(std::wstring& text, bool useDateFormat, bool use
 
 int ExpandRunEntry(bool elevate, const std::wstring& text, Launcher launch, bool useDateFormat,
                    bool useTimeFormat) {
-    if (!MaySendStroke()) return 0;
-    ClearClipboard();
+    if (!MaySendStroke() || !ClearForCopy()) return 0;
     SendCopy();
     Pause(150);
     const std::wstring copied = ClipboardText();
@@ -119,15 +118,11 @@ int ExpandRunEntry(bool elevate, const std::wstring& text, Launcher launch, bool
     return 0;
 }
 
-void FinishForDelivery(const std::wstring& text) {
+bool FinishForDelivery(const std::wstring& text) {
     const bool asHtml = std::exchange(PasteAsHtml, false);
-    if (text.empty()) return;
+    if (text.empty()) return true;
     const std::wstring delivered = DeliveredText(text);
-    if (asHtml) {
-        HtmlClipboardPut(delivered);
-    } else {
-        ClipboardPutText(delivered);
-    }
+    return asHtml ? PutHtmlToPaste(delivered) : PutTextToPaste(delivered);
 }
 
 }  // namespace verbatix

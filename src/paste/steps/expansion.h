@@ -28,7 +28,7 @@ int ExpandRunEntry(bool elevate, const std::wstring& text, Launcher launch, bool
                    bool useTimeFormat);
 
 // Puts an expanded text on the clipboard, ready for the paste stroke; an empty one leaves the clipboard as
-// it is. Clears PasteAsHtml.
-void FinishForDelivery(const std::wstring& text);
+// it is. Clears PasteAsHtml. False, and no stroke goes out any more, when the clipboard was busy.
+bool FinishForDelivery(const std::wstring& text);
 
 }  // namespace verbatix

@@ -10,6 +10,7 @@
 #include "base/language.h"
 #include "base/text.h"
 #include "clipboard/clipboard_text.h"
+#include "clipboard/paste_content.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
 #include "paste/steps/expansion.h"
@@ -29,13 +30,12 @@ std::wstring CopySelection() {
 }
 
 int MixTheString(DocumentOpener) {
-    if (!MaySendStroke()) return 1;
-    ClearClipboard();
+    if (!MaySendStroke() || !ClearForCopy()) return 1;
     Pause(100);
     const std::wstring output = StringBuilderSource(CopySelection());
     if (output.empty()) return 0;
     PasteAsHtml = false;  // source code, whatever prefix the entry has
-    FinishForDelivery(output);
+    if (!FinishForDelivery(output)) return 1;
     Pause(25);
     SendPaste(20);
     return 1;
@@ -57,7 +57,7 @@ int MixAllRows(DocumentOpener) {
     const std::wstring rows = ShuffledRows(CopySelection(), seed);
     if (rows.empty()) return 1;
     Pause(25);
-    FinishForDelivery(rows);
+    if (!FinishForDelivery(rows)) return 1;
     Pause(25);
     SendPaste(20);
     return 1;

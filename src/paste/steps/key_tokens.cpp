@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "clipboard/clipboard_text.h"
+#include "clipboard/paste_content.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
 #include "paste/steps/generators.h"
@@ -35,9 +35,7 @@ const KeyToken* TokenAt(std::wstring_view text) {
 bool PasteSegment(const std::wstring& segment) {
     constexpr DWORD kPasteWait = 10;
     Pause(10);
-    ClearClipboard();
-    ClipboardPutText(segment);
-    return SendPaste(kPasteWait);
+    return PutTextToPaste(segment) && SendPaste(kPasteWait);
 }
 
 }  // namespace
@@ -76,7 +74,7 @@ KeySteps SplitAtKeyTokens(std::wstring_view text) {
 
 int SendKeyTokens(const std::wstring& text) {
     if (!HoldsKeyToken(text)) return TryGenerators(text);
-    ClearClipboard();
+    ClearForCopy();
     Pause(10);
     const KeySteps plan = SplitAtKeyTokens(text);
     for (const KeyStep& step : plan.steps) {

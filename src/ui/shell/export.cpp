@@ -51,22 +51,11 @@ std::wstring CurrentText(const std::vector<int>& positions, int& count) {
     return ExportText(mainWindow.entries, positions, &count);
 }
 
-// Another program that looks at the clipboard holds it for a moment.
-bool PutOnClipboard(const std::wstring& text) {
-    constexpr int kTries = 10;
-    constexpr DWORD kPauseMilliseconds = 20;
-    for (int i = 0; i < kTries; ++i) {
-        if (ClipboardPutText(text)) return true;
-        Sleep(kPauseMilliseconds);
-    }
-    return false;
-}
-
 void CopyAsText(const std::vector<int>& positions) {
     int count = 0;
     const std::wstring text = CurrentText(positions, count);
     if (count == 0) return Tell(LanguageText(text::kNoneSelected));
-    if (!PutOnClipboard(text)) return Tell(LanguageText(text::kClipboardBusy));
+    if (!ClipboardPutText(text)) return Tell(LanguageText(text::kClipboardBusy));
     Confirm(LanguageText(text::kCopied), text::kEntriesCopied, count);
 }
 

@@ -9,6 +9,7 @@
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
+#include "clipboard/saved_clipboard.h"
 #include "clipboard/slots.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
@@ -146,11 +147,13 @@ void CopyToSlot(int, LPARAM character) {
     const DeferredStep running;
     CopySlot(static_cast<wchar_t>(character), settings.restoreOldClipboard != 0);
     TellMissedStrokes();
+    if (IsPreviousClipboardKept()) RestoreLater();
 }
 
 void FromSlot(int, LPARAM character) {
     const DeferredStep running;
     PasteSlot(static_cast<wchar_t>(character));
+    TellMissedStrokes();
 }
 
 void Insert(int id) {

@@ -36,7 +36,7 @@ void ExecuteFromHotkey(const std::wstring& text) {
 }
 
 bool FitsInsideHook(const std::wstring& text, DWORD limit) {
-    const ExecutionFacts facts = {settings.restoreOldClipboard != 0, !ClipboardSession()};
+    const ExecutionFacts facts = {settings.restoreOldClipboard != 0, !IsClipboardAtHand()};
     return FitsWell(EstimateExecution(text, facts), limit);
 }
 

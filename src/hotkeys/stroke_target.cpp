@@ -1,0 +1,40 @@
+#include "hotkeys/stroke_target.h"
+
+#include "hotkeys/pause.h"
+
+namespace verbatix {
+
+static HWND strokeTarget;
+
+void NoteStroke() {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    const bool isKnown = GetGUIThreadInfo(0, &info) != FALSE && info.hwndFocus;
+    strokeTarget = isKnown ? info.hwndFocus : GetForegroundWindow();
+}
+
+// A window that has gone counts as one that answers, and so does one of higher integrity that may not be
+// asked: there is nobody to wait for.
+bool Answers(HWND window, DWORD milliseconds) {
+    SetLastError(ERROR_SUCCESS);
+    if (SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, milliseconds, nullptr)) return true;
+    return GetLastError() == ERROR_ACCESS_DENIED || !IsWindow(window);
+}
+
+// A message that is sent overtakes the keys that wait in the queue: the first answer only tells that the
+// program takes its messages again. Ctrl, the key, the character made of it and the two releases are taken
+// one by one behind it, and before each of them the program answers again; while it handles one it does
+// not.
+bool AwaitStroke(DWORD milliseconds) {
+    constexpr int kAnswers = 6;
+    const ULONGLONG deadline = GetTickCount64() + milliseconds;
+    for (int i = 0; i < kAnswers && strokeTarget; ++i) {
+        if (i > 0) PauseExactly(1);
+        const ULONGLONG now = GetTickCount64();
+        if (!Answers(strokeTarget, now < deadline ? static_cast<DWORD>(deadline - now) : 1)) return false;
+    }
+    strokeTarget = nullptr;
+    return true;
+}
+
+}  // namespace verbatix
