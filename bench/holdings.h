@@ -4,11 +4,14 @@
 
 #include <windows.h>
 
+#include <psapi.h>
 #include <winternl.h>
 
 #include <cstddef>
 #include <cstring>
 #include <vector>
+
+#include "base/handle.h"
 
 namespace verbatix::bench {
 
@@ -16,6 +19,14 @@ struct Holdings {
     unsigned long handles = 0;
     double megabytes = 0;  // resident
 };
+
+inline double ResidentMegabytes(DWORD process) {
+    const UniqueKernelObject opened(
+        OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, process));
+    PROCESS_MEMORY_COUNTERS memory = {};
+    if (!opened || !GetProcessMemoryInfo(opened.Get(), &memory, sizeof memory)) return 0;
+    return static_cast<double>(memory.WorkingSetSize) / (1 << 20);
+}
 
 // All zero for a process that is not there.
 inline Holdings HoldingsOf(DWORD process) {
@@ -30,7 +41,7 @@ inline Holdings HoldingsOf(DWORD process) {
         SYSTEM_PROCESS_INFORMATION entry;  // a copy: the entries are not aligned
         std::memcpy(&entry, at, sizeof entry);
         if (HandleToULong(entry.UniqueProcessId) == process) {
-            return {entry.HandleCount, static_cast<double>(entry.WorkingSetSize) / (1 << 20)};
+            return {entry.HandleCount, ResidentMegabytes(process)};
         }
         if (entry.NextEntryOffset == 0) return {};
         at += entry.NextEntryOffset;
