@@ -42,13 +42,6 @@ static void ReadLanguageAndTheme() {
     LoadSettings(SettingGroup::kStart);
 }
 
-// Looked up, because the program also has to start where the function is missing.
-static bool BecomeDpiAware() {
-    const auto setAware = reinterpret_cast<BOOL(WINAPI*)()>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetProcessDPIAware")));
-    return setAware && setAware();
-}
-
 static bool IsUpdaterName() {
     wchar_t path[MAX_PATH] = {};
     GetModuleFileNameW(nullptr, path, MAX_PATH);
@@ -84,7 +77,7 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     CurrentSystemVersion();
     ChooseSettingsPath();
     ReadLanguageAndTheme();
-    if (BecomeDpiAware()) AllowDarkMenus(CurrentSystemVersion().build);
+    AllowDarkMenus(CurrentSystemVersion().build);
     if (!LoadLanguageArchive(settings.language)) {
         MessageBoxW(nullptr, L"Error! Loading language file string archive", kProductName,
                     MB_OK | MB_ICONERROR);

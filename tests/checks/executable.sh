@@ -1,6 +1,6 @@
 #!/bin/bash
 # What the program's file says about itself. Windows gives programs made for older systems other frames and
-# sizes, patches the APIs of those that do not know terminal servers, and shows the version resource in the
+# sizes, stretches those that do not know high resolutions, patches the APIs of those that do not know terminal servers, and shows the version resource in the
 # question for administrator rights. scripts/reproduce shows that nothing else in the file depends on when or
 # where it was built. Arguments: the build folder.
 set -eu
@@ -23,6 +23,9 @@ for mark in HIGH_ENTROPY_VA DYNAMIC_BASE NX_COMPAT TERMINAL_SERVICE_AWARE; do
 done
 stamp=$(x86_64-w64-mingw32-objdump -p "$1/Verbatix.exe" | sed -n 's/^Time\/Date\s*//p')
 [[ $stamp == *" 1970" ]] || fail "has the time stamp $stamp"
+
+# In the manifest, so that already the first box is sharp. The bench draws every program sharp.
+grep -q '<dpiAware xmlns="[^"]*">true</dpiAware>' <(strings "$1/Verbatix.exe") || fail "is not aware of DPI"
 
 # Texts of resources are UTF-16; a value follows its name.
 texts=$(strings -el "$1/Verbatix.exe")

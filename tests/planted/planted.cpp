@@ -1,5 +1,5 @@
 // A library that tests put beside the program under the names of libraries of Windows: when it is loaded,
-// it leaves a file beside itself.
+// it leaves a file beside itself. It does not stay, because a program that calls it would not get far.
 #include <windows.h>
 
 BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, LPVOID) {
@@ -8,5 +8,5 @@ BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, LPVOID) {
     GetModuleFileNameW(self, path, MAX_PATH);
     lstrcatW(path, L".ran");
     CloseHandle(CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS, 0, nullptr));
-    return TRUE;
+    return FALSE;
 }

@@ -11,6 +11,24 @@ namespace verbatix {
 
 static constexpr const wchar_t* kRunKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 
+// Where Windows keeps what the user has switched in the Task Manager or in the Settings, by the name of the
+// value in the "Run" key. No value means: not switched off.
+static constexpr const wchar_t* kApprovalKey =
+    L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\StartupApproved\\Run";
+
+static bool IsSwitchedOffByWindows() {
+    BYTE value[64] = {};  // twelve bytes: a state, and when it was switched off
+    DWORD size = sizeof value;
+    const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, kApprovalKey, kProductName, RRF_RT_REG_BINARY,
+                                        nullptr, value, &size);
+    return status == ERROR_SUCCESS && size > 0 && value[0] % 2 != 0;  // 2 and 6 are on, 3 and 7 off
+}
+
+static LSTATUS DeleteValue(const wchar_t* key) {
+    const LSTATUS status = RegDeleteKeyValueW(HKEY_CURRENT_USER, key, kProductName);
+    return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
+}
+
 static std::wstring StoredCommand() {
     wchar_t value[0x1000] = {};
     DWORD size = sizeof value - sizeof value[0];
@@ -20,7 +38,7 @@ static std::wstring StoredCommand() {
 }
 
 bool StartsWithWindows() {
-    return IsAutostartOf(StoredCommand(), ProgramFile());
+    return IsAutostartOf(StoredCommand(), ProgramFile()) && !IsSwitchedOffByWindows();
 }
 
 bool SetStartWithWindows(bool on) {
@@ -29,9 +47,9 @@ bool SetStartWithWindows(bool on) {
         const std::wstring command = AutostartCommand(ProgramFile(), programClient.startArguments);
         status = RegSetKeyValueW(HKEY_CURRENT_USER, kRunKey, kProductName, REG_SZ, command.c_str(),
                                  static_cast<DWORD>((command.size() + 1) * sizeof command[0]));
+        if (status == ERROR_SUCCESS && IsSwitchedOffByWindows()) status = DeleteValue(kApprovalKey);
     } else {
-        status = RegDeleteKeyValueW(HKEY_CURRENT_USER, kRunKey, kProductName);
-        if (status == ERROR_FILE_NOT_FOUND) status = ERROR_SUCCESS;
+        status = DeleteValue(kRunKey);
     }
     if (status != ERROR_SUCCESS) DebugLine(L"Change %ls: error %ld\n", kRunKey, status);
     return status == ERROR_SUCCESS;

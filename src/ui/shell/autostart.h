@@ -1,5 +1,6 @@
 // Start with Windows: a value in the "Run" key of the user's registry. The registry alone says whether it
-// is on; nothing about it stands in the settings file.
+// is on; nothing about it stands in the settings file. What the user has switched off in the Task Manager
+// is off, and switching it on here undoes that.
 #pragma once
 
 #include <string>

@@ -49,6 +49,18 @@ TEST(MenuBar, ShowsWhatIsOn) {
     RefreshMenuChecks(bar);
     EXPECT_TRUE(IsChecked(bar, CMD_START_WITH_WINDOWS));
     EXPECT_FALSE(IsChecked(bar, CMD_SUGGEST_WORDS));
+    // The Task Manager has a switch of its own.
+    constexpr const wchar_t* kApproval =
+        L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\StartupApproved\\Run";
+    for (const BYTE state : std::initializer_list<BYTE>{2, 3, 6, 7}) {
+        const BYTE value[12] = {state};
+        RegSetKeyValueW(HKEY_CURRENT_USER, kApproval, L"Verbatix", REG_BINARY, value, sizeof value);
+        RefreshMenuChecks(bar);
+        EXPECT_EQ(IsChecked(bar, CMD_START_WITH_WINDOWS), state % 2 == 0) << int{state};
+        EXPECT_TRUE(SetStartWithWindows(true));
+        EXPECT_TRUE(StartsWithWindows()) << int{state};
+    }
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kApproval, L"Verbatix");
     EXPECT_TRUE(SetStartWithWindows(false));
     DestroyMenu(bar);
     programClient = {};
