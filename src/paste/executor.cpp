@@ -194,6 +194,8 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
         case CommandKind::Cpy:
             pendingProgram = SplitProgram(command.argument);
             pendingWindow = aimedAt;
+            // The step of an earlier one would start this program with that one's selection.
+            KillTimer(executorClient.mainWindow, TIMER_CPY_LAUNCH);
             RestartTimer(TIMER_CPY_COPY);
             break;
     }

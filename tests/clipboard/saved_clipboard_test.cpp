@@ -9,6 +9,7 @@
 #include "clipboard/named_format.h"
 #include "support/debug_lines.h"
 #include "support/foreign_clipboard.h"
+#include "support/import_patch.h"
 #include "support/wait.h"
 
 // The import table's entry for GlobalAlloc: what the program calls, and what a test can have refused.
@@ -178,27 +179,16 @@ TEST(SavedClipboard, CountIsTheMostItEverHeld) {
 // Has every GlobalAlloc of the program refused that asks for exactly this size, for as long as it lives.
 class Refusal {
   public:
-    explicit Refusal(SIZE_T size) {
-        refusedSize = size;
-        real = __imp_GlobalAlloc;
-        Patch([](UINT flags, SIZE_T bytes) __attribute__((ms_abi))->HGLOBAL {
-            return bytes == refusedSize ? nullptr : real(flags, bytes);
-        });
-    }
-    ~Refusal() { Patch(real); }
-    Refusal(const Refusal&) = delete;
-    Refusal& operator=(const Refusal&) = delete;
+    explicit Refusal(SIZE_T size) { refusedSize = size; }
 
   private:
-    static void Patch(decltype(&GlobalAlloc) function) {
-        DWORD protection = 0;
-        VirtualProtect(&__imp_GlobalAlloc, sizeof __imp_GlobalAlloc, PAGE_READWRITE, &protection);
-        __imp_GlobalAlloc = function;
-        VirtualProtect(&__imp_GlobalAlloc, sizeof __imp_GlobalAlloc, protection, &protection);
+    static HGLOBAL WINAPI Allocate(UINT flags, SIZE_T bytes) {
+        return bytes == refusedSize ? nullptr : real(flags, bytes);
     }
 
     static inline SIZE_T refusedSize;
-    static inline decltype(&GlobalAlloc) real;
+    static inline const decltype(&GlobalAlloc) real = __imp_GlobalAlloc;
+    const test::ImportPatch<decltype(&GlobalAlloc)> patch_{__imp_GlobalAlloc, Allocate};
 };
 
 TEST(SavedClipboard, SavesAndRestoresTheOthersWhenOneCannotBeAllocated) {

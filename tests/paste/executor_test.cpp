@@ -7,12 +7,21 @@
 #include "base/language.h"
 #include "clipboard/clipboard_session.h"
 #include "hotkeys/notice.h"
+#include "ids.h"
 #include "paste/steps/expansion.h"
+#include "paste/steps/launcher.h"
+#include "paste/steps/type_text.h"
 #include "selection_target.h"
 #include "store/settings.h"
 #include "support/foreign_clipboard.h"
+#include "support/import_patch.h"
 #include "support/message_box.h"
 #include "support/program_run.h"
+
+extern "C" {
+extern decltype(&GetFileAttributesW) __imp_GetFileAttributesW;
+extern decltype(&MsgWaitForMultipleObjects) __imp_MsgWaitForMultipleObjects;
+}
 
 namespace verbatix {
 namespace {
@@ -218,8 +227,82 @@ TEST_F(AimedExecution, AHangingOwnerIsNotRead) {
 TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
     Select(L"");
     PostMessageW(target, WM_APP, 400, 0);
-    ExecuteEntry(L"a%send_tab%b%send_enter%c");
-    EXPECT_TRUE(TargetShows(L"a\tb\r\nc")) << test::WindowText(edit);
+    ExecuteEntry(L"a%send_tab%%nc%b%send_enter%c\\%nc%n");
+    EXPECT_TRUE(TargetShows(L"a\tb\r\nc\\n")) << test::WindowText(edit);
+}
+
+LRESULT CALLBACK RunTimers(HWND window, UINT message, WPARAM id, LPARAM lParam) {
+    if (message == WM_TIMER) {
+        KillTimer(window, id);
+        if (id == TIMER_CPY_COPY) OnCpyCopyTimer();
+        if (id == TIMER_CPY_LAUNCH) OnCpyLaunchTimer();
+    }
+    return DefWindowProcW(window, message, id, lParam);
+}
+
+TEST_F(AimedExecution, ASecondCopyStartsItsProgramWithItsOwnSelection) {
+    const test::Folder folder;
+    const std::wstring tool = folder.File(L"tool.exe");
+    ASSERT_TRUE(CopyFileW(test::HelperPath(L"record_launch.exe").c_str(), tool.c_str(), FALSE));
+    const HWND timers =
+        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(timers, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RunTimers));
+    executorClient.mainWindow = timers;
+    const auto execute = [&](const wchar_t* selection, const std::wstring& text) {
+        Select(selection);
+        ExecuteEntry(text);
+        EXPECT_TRUE(test::WaitFor([&] { return CapturedText == selection; }));
+    };
+    execute(L"one", L"cpy:\"" + tool + L"\" first:%cpy%");
+    execute(L"two", L"cpy:\"" + tool + L"\" second:%cpy%");  // the first is still to be started
+    const std::wstring line = L"second:two|";
+    std::string seen;
+    EXPECT_TRUE(test::WaitFor([&] {
+        seen = test::ReadBytes(folder.File(L"launched.txt"));
+        return !seen.empty();
+    }));
+    EXPECT_EQ(seen.find(std::string(reinterpret_cast<const char*>(line.data()), line.size() * 2)), 0u);
+    executorClient.mainWindow = nullptr;
+    DestroyWindow(timers);
+    EXPECT_FALSE(OpenWithShell(L""));
+}
+
+// Where files were looked for.
+std::atomic<bool> lookedOnMainThread;
+std::atomic<int> looks;
+const DWORD mainThread = GetCurrentThreadId();
+
+DWORD WINAPI LookAside(const wchar_t*) {
+    lookedOnMainThread = lookedOnMainThread || GetCurrentThreadId() == mainThread;
+    ++looks;
+    return INVALID_FILE_ATTRIBUTES;
+}
+
+// A computer that has gone from the network answers after half a minute.
+TEST_F(AimedExecution, FilesAreLookedForAside) {
+    const test::ImportPatch patch(__imp_GetFileAttributesW, LookAside);
+    for (const wchar_t* text : {L"cmd:missing.exe", L"runx:missing.exe", L"img:missing.png"}) {
+        looks = 0;
+        ExecuteEntry(text);
+        EXPECT_GT(looks, 0) << text;
+    }
+    EXPECT_FALSE(lookedOnMainThread);
+}
+
+// As Windows waits where nobody has asked for a finer clock.
+DWORD WINAPI WaitCoarsely(DWORD, const HANDLE*, BOOL, DWORD, DWORD) {
+    Sleep(16);
+    return WAIT_TIMEOUT;
+}
+
+TEST_F(AimedExecution, TypingDoesNotWaitForACoarseClock) {
+    const std::wstring text(200, L'x');
+    Select(L"");
+    const test::ImportPatch patch(__imp_MsgWaitForMultipleObjects, WaitCoarsely);
+    const ULONGLONG start = GetTickCount64();
+    TypeText(text);
+    EXPECT_LT(GetTickCount64() - start, text.size() * 16);
+    EXPECT_TRUE(TargetShows(text));
 }
 
 }  // namespace

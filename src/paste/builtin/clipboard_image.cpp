@@ -13,6 +13,7 @@
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
 #include "paste/builtin/bitmap_source.h"
+#include "paste/builtin/gdi_plus.h"
 
 namespace verbatix {
 
@@ -53,7 +54,8 @@ void PutBitmap(UniqueBitmap bitmap) {
 PixelImage ReadPixels(HBITMAP bitmap) {
     const BITMAP description = Describe(bitmap);
     if (description.bmWidth <= 0 || description.bmHeight <= 0) return {};
-    if (PixelCount(description) > kMaxCroppedPixels) return {};
+    const auto width = static_cast<UINT>(description.bmWidth);
+    if (!IsDecodableSize(width, static_cast<UINT>(description.bmHeight), MemoryLeft())) return {};
     BITMAPINFO info = {};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
     info.bmiHeader.biWidth = description.bmWidth;

@@ -15,9 +15,6 @@ namespace verbatix {
 // The largest picture that becomes source text: at about 16 characters a pixel the text takes 320 MB.
 inline constexpr UINT kMaxSourcePixels = 10'000'000;
 
-// The largest that is cropped, larger than any screen. Picture, part and new bitmap take 12 bytes a pixel.
-inline constexpr UINT kMaxCroppedPixels = 40'000'000;
-
 // Crops the picture to its content and pastes it. `argument` is what follows the command's name; the number
 // after its first ":" says how many pixels of the border stay around the content (none without it).
 void CropClipboardImage(std::wstring_view argument);
@@ -26,7 +23,8 @@ void CropClipboardImage(std::wstring_view argument);
 // alpha, from the top row down. Sets keepClipboardOnce when it does.
 void ClipboardImageToSource();
 
-// The bitmap's pixels; empty when they cannot be read or are more than kMaxCroppedPixels.
+// The bitmap's pixels; empty when they cannot be read or the memory does not
+// allow for it, for a part of it and for a new bitmap.
 PixelImage ReadPixels(HBITMAP bitmap);
 
 // A bitmap of those pixels, fit for CF_BITMAP; none when it cannot be made.

@@ -13,8 +13,18 @@
 
 namespace verbatix {
 
-bool IsDecodableSize(UINT width, UINT height) {
-    return width > 0 && height > 0 && static_cast<std::uint64_t>(width) * height <= kMaxImagePixels;
+std::uint64_t MemoryLeft() {
+    MEMORYSTATUSEX status = {};
+    status.dwLength = sizeof status;
+    return GlobalMemoryStatusEx(&status) ? status.ullAvailPageFile : 0;
+}
+
+bool IsDecodableSize(UINT width, UINT height, std::uint64_t memory) {
+    // What GDI can make; then the decoder's picture, the one that is drawn into and the clipboard's block.
+    constexpr std::uint64_t kLargestBitmap = 0x7FFFFFFF;
+    constexpr std::uint64_t kCopies = 3;
+    if (width == 0 || height == 0 || width > kLargestBitmap / 4 / height) return false;
+    return std::uint64_t{width} * height * 4 <= memory / kCopies;
 }
 
 namespace {
@@ -143,7 +153,8 @@ UniqueGlobal LoadImageAsDib(const std::wstring& path) {
     UINT width = 0;
     UINT height = 0;
     if (!image.Get() || gdiPlus.getImageWidth(image.Get(), &width) != Gdiplus::Ok ||
-        gdiPlus.getImageHeight(image.Get(), &height) != Gdiplus::Ok || !IsDecodableSize(width, height)) {
+        gdiPlus.getImageHeight(image.Get(), &height) != Gdiplus::Ok ||
+        !IsDecodableSize(width, height, MemoryLeft())) {
         return {};
     }
     const DibSection section = MakeDibSection(width, height);

@@ -2,18 +2,17 @@
 // let go after it: a program that waits in the background all day does not carry a decoder about.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "base/handle.h"
 
 namespace verbatix {
 
-// The largest picture that is decoded: at four bytes a pixel it takes 400 MB. The header of a damaged or
-// malicious file can promise any size.
-inline constexpr UINT kMaxImagePixels = 100'000'000;
-
-// Whether a picture of that size is decoded.
-bool IsDecodableSize(UINT width, UINT height);
+// The bytes that the program can still have, and whether a picture of that size is decoded where so many
+// bytes of memory are left. The header of a damaged or malicious file can promise any size.
+std::uint64_t MemoryLeft();
+bool IsDecodableSize(UINT width, UINT height, std::uint64_t memory);
 
 // The picture in the file as a 32-bit bottom-up device-independent bitmap in one block, the way CF_DIB
 // wants it; transparent parts are black. None when the file is no image, is too large or cannot be read.

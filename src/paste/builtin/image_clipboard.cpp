@@ -2,6 +2,11 @@
 
 #include <windows.h>
 
+#include <atomic>
+#include <memory>
+#include <utility>
+
+#include "base/aside.h"
 #include "base/handle.h"
 #include "base/language.h"
 #include "base/text.h"
@@ -38,8 +43,7 @@ FileBytes ReadFileBytes(const std::wstring& path) {
     LARGE_INTEGER size = {};
     if (!handle || !GetFileSizeEx(handle.Get(), &size)) return file;
     file.opened = true;
-    if (size.QuadPart <= 0 || static_cast<unsigned long long>(size.QuadPart) > kMaxImageFileBytes)
-        return file;
+    if (size.QuadPart <= 0 || size.QuadPart > MAXDWORD) return file;
     const DWORD count = static_cast<DWORD>(size.QuadPart);
     UniqueGlobal block(GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, count));
     char* const bytes = block ? static_cast<char*>(GlobalLock(block.Get())) : nullptr;
@@ -53,11 +57,29 @@ FileBytes ReadFileBytes(const std::wstring& path) {
     return file;
 }
 
-bool IsSmallEnough(const std::wstring& path) {
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) return false;
-    return (static_cast<unsigned long long>(data.nFileSizeHigh) << 32 | data.nFileSizeLow) <=
-           kMaxImageFileBytes;
+struct Picture {
+    UniqueGlobal dib;
+    FileBytes file;
+};
+
+bool IsThere(const std::wstring& path) {
+    constexpr DWORD kLongestWait = 10000;
+    const auto attributes = std::make_shared<std::atomic<DWORD>>(INVALID_FILE_ATTRIBUTES);
+    return DoAside([=] { *attributes = GetFileAttributesW(path.c_str()); }, kLongestWait) &&
+           *attributes != INVALID_FILE_ATTRIBUTES;
+}
+
+// A file on a computer that does not answer, or one that is huge, takes its time; keys are served
+// meanwhile.
+Picture LoadPicture(const std::wstring& path) {
+    constexpr DWORD kLongestWait = 60000;
+    if (!IsThere(path)) return {};
+    const auto picture = std::make_shared<Picture>();
+    const auto load = [=] {
+        picture->dib = LoadImageAsDib(path);
+        if (picture->dib) picture->file = ReadFileBytes(path);
+    };
+    return DoAside(load, kLongestWait) ? std::move(*picture) : Picture();
 }
 
 void GiveFileBytes(FileBytes file) {
@@ -71,9 +93,7 @@ void GiveFileBytes(FileBytes file) {
 bool ImageFileToClipboard(std::wstring_view untrimmedPath) {
     const std::wstring path(TrimSpace(untrimmedPath));
     // Decoded before the clipboard is opened, so that no other program is locked out of it meanwhile.
-    UniqueGlobal dib = IsSmallEnough(path) ? LoadImageAsDib(path) : UniqueGlobal();
-    FileBytes file = dib ? ReadFileBytes(path) : FileBytes();
-    const bool opened = file.opened;
+    Picture picture = LoadPicture(path);
     {
         const ClipboardSession session;
         if (!session) {
@@ -82,11 +102,11 @@ bool ImageFileToClipboard(std::wstring_view untrimmedPath) {
             return true;
         }
         EmptyClipboard();
-        if (!dib) return false;
-        GiveToClipboard(CF_DIB, std::move(dib));
-        GiveFileBytes(std::move(file));
+        if (!picture.dib) return false;
+        GiveToClipboard(CF_DIB, std::move(picture.dib));
+        GiveFileBytes(std::move(picture.file));
     }
-    if (!opened) {
+    if (!picture.file.opened) {
         ShowBoxInFront(nullptr, LanguageText(text::kCannotOpenFile) + L": " + path, L"", MB_ICONERROR);
     }
     SendPaste(20);

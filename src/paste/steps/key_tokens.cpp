@@ -6,6 +6,7 @@
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
 #include "paste/steps/generators.h"
+#include "paste/text/placeholders.h"
 
 #include <array>
 #include <iterator>
@@ -35,7 +36,7 @@ const KeyToken* TokenAt(std::wstring_view text) {
 bool PasteSegment(const std::wstring& segment) {
     constexpr DWORD kPasteWait = 10;
     Pause(10);
-    return PutTextToPaste(segment) && SendPaste(kPasteWait);
+    return PutTextToPaste(WithoutMarkers(segment)) && SendPaste(kPasteWait);
 }
 
 }  // namespace

@@ -4,12 +4,13 @@
 
 #include <shellapi.h>
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <utility>
 
+#include "base/aside.h"
 #include "base/com_apartment.h"
-#include "base/handle.h"
 #include "base/text.h"
 #include "hotkeys/keyboard_hook.h"
 #include "paste/steps/expansion.h"
@@ -74,8 +75,12 @@ static bool Exists(const std::wstring& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-// What the shell is asked to start; copies, because the shell may be at it for longer than it is waited
-// for.
+static const wchar_t* NullIfEmpty(const std::wstring& text) {
+    return text.empty() ? nullptr : text.c_str();
+}
+
+namespace {
+
 struct ShellCall {
     LaunchPlan launch;
     std::wstring verb;  // empty for the default
@@ -83,61 +88,48 @@ struct ShellCall {
     int show;
 };
 
-static const wchar_t* NullIfEmpty(const std::wstring& text) {
-    return text.empty() ? nullptr : text.c_str();
-}
+}  // namespace
 
-static DWORD WINAPI ExecuteInApartment(void* parameter) noexcept {
-    const std::unique_ptr<ShellCall> call(static_cast<ShellCall*>(parameter));
+static bool ExecuteInApartment(const ShellCall& call) {
+    // The shell would open some folder for it.
+    if (call.launch.file.empty()) return false;
     const ComApartment apartment;
     SHELLEXECUTEINFOW info = {};
     info.cbSize = sizeof info;
     // Launches are not reported: neither a missing program nor a refused elevation opens a box. And nothing
     // may be left to do when the shell returns: this thread ends then.
-    info.fMask = call->mask | SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
-    info.lpVerb = NullIfEmpty(call->verb);
-    info.lpFile = call->launch.file.c_str();
-    info.lpParameters = NullIfEmpty(call->launch.parameters);
-    info.lpDirectory = NullIfEmpty(call->launch.folder);
-    info.nShow = call->show;
-    return ShellExecuteExW(&info) ? 1 : 0;
-}
-
-// Whether the thread has ended by then. Messages that are sent to this thread are served meanwhile, the
-// keyboard hook's among them.
-static bool WaitServingSentMessages(HANDLE thread, DWORD milliseconds) {
-    const ULONGLONG deadline = GetTickCount64() + milliseconds;
-    for (;;) {
-        const ULONGLONG now = GetTickCount64();
-        const DWORD left = now < deadline ? static_cast<DWORD>(deadline - now) : 0;
-        const DWORD waited = MsgWaitForMultipleObjects(1, &thread, FALSE, left, QS_SENDMESSAGE);
-        if (waited != WAIT_OBJECT_0 + 1) return waited == WAIT_OBJECT_0;
-        MSG message;
-        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
-    }
+    info.fMask = call.mask | SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
+    info.lpVerb = NullIfEmpty(call.verb);
+    info.lpFile = call.launch.file.c_str();
+    info.lpParameters = NullIfEmpty(call.launch.parameters);
+    info.lpDirectory = NullIfEmpty(call.launch.folder);
+    info.nShow = call.show;
+    return ShellExecuteExW(&info) != FALSE;
 }
 
 // Most launches come from inside the keyboard hook, and there the system refuses this thread every call to
 // another process by COM, which is how the shell starts many programs and pages. So a thread of its own
-// makes the call. It is waited for, so that launches keep their order; but a shell that asks for rights, or
-// for a file on a computer that does not answer, takes minutes, and so long no hotkey would do anything.
-static bool Execute(ShellCall call) {
+// makes the call, and looks for the file before. It is waited for, so that launches keep their order; but a
+// shell that asks for rights, or a file on a computer that does not answer, takes minutes, and so long no
+// hotkey would do anything.
+static bool Execute(std::function<ShellCall()> plan) {
     constexpr DWORD kLongestWait = 10000;
-    auto owned = std::make_unique<ShellCall>(std::move(call));
-    const UniqueKernelObject thread(CreateThread(nullptr, 0, ExecuteInApartment, owned.get(), 0, nullptr));
-    if (!thread) return false;
-    static_cast<void>(owned.release());  // the thread's from now on
-    DWORD started = 0;
-    return WaitServingSentMessages(thread.Get(), kLongestWait) &&
-           GetExitCodeThread(thread.Get(), &started) && started != 0;
+    const auto started = std::make_shared<std::atomic<bool>>(false);
+    return DoAside([plan = std::move(plan), started] { *started = ExecuteInApartment(plan()); },
+                   kLongestWait) &&
+           *started;
+}
+
+static ShellCall LaunchCall(const LaunchPlan& launch, const std::wstring& verb) {
+    return {launch, verb, SEE_MASK_DOENVSUBST, SW_SHOWNORMAL};
 }
 
 bool ShellLaunch(const LaunchPlan& launch, const wchar_t* verb) {
-    return Execute({launch, verb ? verb : L"", SEE_MASK_DOENVSUBST, SW_SHOWNORMAL});
+    return Execute([call = LaunchCall(launch, verb ? verb : L"")] { return call; });
 }
 
 bool OpenWithShell(const std::wstring& file, const std::wstring& parameters) {
-    return Execute({{file, parameters, {}}, L"open", 0, SW_SHOW});
+    return Execute([=] { return ShellCall{{file, parameters, {}}, L"open", 0, SW_SHOW}; });
 }
 
 bool LaunchCommandLine(bool elevate, const std::wstring& line) {
@@ -148,8 +140,8 @@ bool LaunchCommandLine(bool elevate, const std::wstring& line) {
     // it made a hundred times longer, would fill the memory.
     constexpr std::size_t kLongestCommandLine = 32767;
     if (command.empty() || command.size() > kLongestCommandLine) return false;
-    const bool withRights = elevate || IsControlHeldOnPurpose();
-    return ShellLaunch(PlanLaunch(command, Exists), withRights ? L"runas" : nullptr);
+    const std::wstring verb = elevate || IsControlHeldOnPurpose() ? L"runas" : L"";
+    return Execute([=] { return LaunchCall(PlanLaunch(command, Exists), verb); });
 }
 
 }  // namespace verbatix

@@ -74,7 +74,7 @@ void TypeText(std::wstring_view text) {
     if (!keyScan || !MaySendStroke()) return;
     for (const wchar_t character : text) {
         PlayWhole(StrokesForKeyScan(keyScan(character)));
-        Pause(1);
+        PauseExactly(1);
     }
 }
 

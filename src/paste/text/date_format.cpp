@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <array>
+#include <clocale>
 #include <ctime>
 #include <cwchar>
 
@@ -71,12 +72,24 @@ std::wstring RuntimeFormat(const wchar_t* format, const SYSTEMTIME& date) {
     return std::wstring(buffer, length);
 }
 
+// The runtime stays with its own locale, English, where it has none for the user's language.
+bool HasRuntimeLocale() {
+    const char* const name = std::setlocale(LC_TIME, nullptr);
+    return name && std::string_view(name) != "C";
+}
+
 std::wstring TimeOfDay(const SYSTEMTIME& date) {
-    return RuntimeFormat(L"%X", date);
+    if (HasRuntimeLocale()) return RuntimeFormat(L"%X", date);
+    wchar_t text[kBufferLength] = L"";
+    GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &date, nullptr, text, kBufferLength);
+    return text;
 }
 
 std::wstring LongDate(const SYSTEMTIME& date) {
-    return RuntimeFormat(L"%#x", date);
+    if (HasRuntimeLocale()) return RuntimeFormat(L"%#x", date);
+    wchar_t text[kBufferLength] = L"";
+    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_LONGDATE, &date, nullptr, text, kBufferLength);
+    return text;
 }
 
 enum class Group { kDate, kTime };

@@ -43,6 +43,8 @@ std::wstring StringBuilderSource(std::wstring_view selection) {
 }
 
 std::wstring ShuffledRows(std::wstring_view text, std::uint32_t seed) {
+    // What stands behind the last line end is no line.
+    if (text.ends_with(L'\n')) text.remove_suffix(1);
     if (text.empty()) return {};
     std::vector<std::wstring_view> lines = Split(text, L'\n');
     if (lines.size() < 2) return {};

@@ -154,6 +154,10 @@ void ReplaceNumberedControlCodes(std::wstring& text) {
 
 std::wstring DeliveredText(std::wstring text) {
     ReplaceAll(text, L"\\n", L"\r\n");
+    return WithoutMarkers(std::move(text));
+}
+
+std::wstring WithoutMarkers(std::wstring text) {
     ReplaceAll(text, kNoConversionMarker, L"");
     return text;
 }

@@ -66,4 +66,7 @@ void ReplaceNumberedControlCodes(std::wstring& text);
 // What is put on the clipboard for an expanded text: backslash-n as CR LF, then the markers gone.
 std::wstring DeliveredText(std::wstring text);
 
+// The text without what "%nc%" has left in it.
+std::wstring WithoutMarkers(std::wstring text);
+
 }  // namespace verbatix

@@ -1,24 +1,37 @@
 #include "paste/text/text_transforms.h"
 
+#include <windows.h>
+
 #include <cstdlib>
-#include <cwctype>
 
 namespace verbatix {
 
-// The runtime looks its locale up for each character; ASCII letters are the same in all of them.
+// The system is asked, not the C runtime: that knows no letters but those of ASCII where it has no locale
+// for the user's language.
+static bool IsLetter(wchar_t c) {
+    return IsCharAlphaW(c) != FALSE;
+}
+
+// A number in the place of a text is a character to the system, and so is what comes back.
+static wchar_t Converted(wchar_t c, decltype(&CharUpperW) convert) {
+    const auto asText = reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(c));
+    return static_cast<wchar_t>(reinterpret_cast<ULONG_PTR>(convert(asText)));
+}
+
+// A call for each ASCII letter of a long selection would take its time.
 static wchar_t Upper(wchar_t c) {
     if (c < 0x80) return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - 0x20) : c;
-    return static_cast<wchar_t>(towupper(c));
+    return Converted(c, CharUpperW);
 }
 
 static wchar_t Lower(wchar_t c) {
     if (c < 0x80) return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 0x20) : c;
-    return static_cast<wchar_t>(towlower(c));
+    return Converted(c, CharLowerW);
 }
 
 void CapitalizeFirstWord(std::wstring& text) {
     for (wchar_t& c : text) {
-        if (iswalpha(c)) {
+        if (IsLetter(c)) {
             c = Upper(c);
             return;
         }
@@ -28,7 +41,7 @@ void CapitalizeFirstWord(std::wstring& text) {
 void CapitalizeAllWords(std::wstring& text) {
     bool atStart = true;
     for (wchar_t& c : text) {
-        if (!iswalpha(c)) {
+        if (!IsLetter(c)) {
             atStart = true;
         } else if (atStart) {
             c = Upper(c);

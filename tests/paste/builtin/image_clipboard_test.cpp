@@ -31,9 +31,11 @@ TEST(ImageFiles, AreToldByAnyFittingLetterAndHaveALimit) {
         const wchar_t* const found = ImageFormatName(bytes);
         EXPECT_EQ(std::wstring(found ? found : L""), name) << bytes;
     }
-    EXPECT_TRUE(IsDecodableSize(10'000, 10'000));
-    EXPECT_FALSE(IsDecodableSize(10'001, 10'000) || IsDecodableSize(UINT_MAX, UINT_MAX) ||
-                 IsDecodableSize(0, 5));
+    constexpr std::uint64_t kGigabyte = 1 << 30;
+    EXPECT_TRUE(IsDecodableSize(20'000, 20'000, 5 * kGigabyte));
+    EXPECT_FALSE(IsDecodableSize(20'000, 20'000, 4 * kGigabyte) ||
+                 IsDecodableSize(30'000, 20'000, 100 * kGigabyte) ||
+                 IsDecodableSize(UINT_MAX, UINT_MAX, UINT64_MAX) || IsDecodableSize(0, 5, kGigabyte));
 }
 
 struct ImageFileTest : SelectionTarget {
@@ -132,7 +134,7 @@ TEST_F(ClipboardImageTest, IsCroppedOrBecomesSource) {
 }
 
 TEST_F(ClipboardImageTest, WhatIsBrokenOrTooLargeDoesNoHarm) {
-    const UniqueBitmap larger(CreateBitmap(40'001, 1'000, 1, 1, nullptr));
+    const UniqueBitmap larger(CreateBitmap(30'000, 20'000, 1, 1, nullptr));  // 2.4 GB in 32 bits
     EXPECT_TRUE(ReadPixels(larger.Get()).pixels.empty());
     EXPECT_TRUE(ReadPixels(nullptr).pixels.empty());
     // What the system makes of a broken header differs; a box comes only where it makes nothing.

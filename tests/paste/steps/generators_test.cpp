@@ -31,7 +31,8 @@ TEST(GeneratedTexts, AreMadeOfTheSelection) {
     // place swaps with the rest modulo 5: 3, 0, 2, 0, 2.
     EXPECT_EQ(ShuffledRows(L"a\r\nb\n\nc\rd\ne", 0), L"a\r\ncd\r\ne\r\nb\r\n\r\n");
     EXPECT_EQ(ShuffledRows(L"a\nb", 0), L"a\r\nb\r\n");  // 1, 0
-    EXPECT_EQ(ShuffledRows(L"one\r", 1), L"");
+    EXPECT_EQ(ShuffledRows(L"a\r\nb\n\nc\rd\ne\r\n", 0), ShuffledRows(L"a\r\nb\n\nc\rd\ne", 0));
+    for (const wchar_t* one : {L"one\r", L"one\r\n", L"\n"}) EXPECT_EQ(ShuffledRows(one, 1), L"");
 
     EXPECT_EQ(HtmlPageName(L"My own page"), L"to_html_My_own_page.html");
     EXPECT_EQ(HtmlPageName(L"..\\a/b:c*?\"<>|\t\x01\r\né"), L"to_html_.._a_b_c__________é.html");

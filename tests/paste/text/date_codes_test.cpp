@@ -111,6 +111,12 @@ TEST(DateCodes, NamesAndLongFormsAreTheUsers) {
     EXPECT_EQ(Expand(L"%LDF%|%LTF%", now), std::wstring(date) + L"|" + time);
     EXPECT_EQ(Expand(L"%LDF_UC%|%LDF_LC%|%LTF_UC%", now),
               UpperCase(std::wstring(date) + L"|" + date + L"|" + time));  // all three, deliberately
+    // Where the runtime has no locale for the user's language it is the system that knows the forms.
+    std::setlocale(LC_ALL, "C");
+    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_LONGDATE, &now, nullptr, date, 200);
+    GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &now, nullptr, time, 200);
+    EXPECT_EQ(Expand(L"%LDF%|%LTF%", now), std::wstring(date) + L"|" + time);
+    std::setlocale(LC_ALL, "");
 }
 
 TEST(DateCodes, DialogsSetTheWorkingDate) {
