@@ -34,12 +34,9 @@ class MessageBoxAnswer {
 
   private:
     static HWND OwnMessageBox() {
-        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
-            DWORD process = 0;
-            GetWindowThreadProcessId(box, &process);
-            if (process == GetCurrentProcessId() && IsWindowVisible(box)) return box;
-        }
-        return nullptr;
+        return FindTopWindow(L"#32770", [](HWND box) {
+            return ProcessOf(box) == GetCurrentProcessId() && IsWindowVisible(box);
+        });
     }
 
     void Watch() {
