@@ -127,8 +127,11 @@ TEST(OwnArchive, GivesEachLanguageItsTexts) {
 // Numbers in settings files, by the system's language identifiers.
 TEST(DefaultLanguage, IsTheSystemsWhereThereIsANumberForIt) {
     const std::pair<unsigned short, int> rows[] = {
-        {0x0407, 0},  {0x0C07, 0},  {0x0409, 1},  {0x0410, 2},  {0x081A, 4}, {0x041A, 4},
-        {0x0C0A, 10}, {0x0816, 14}, {0x0813, 18}, {0x0411, 25}, {0x0406, 1}, {0x0000, 1},
+        {0x0407, 0},  {0x0C07, 0},  {0x0409, 1},  {0x0410, 2},  {0x041D, 3},  {0x081A, 4},  {0x041A, 4},
+        {0x0408, 5},  {0x0418, 6},  {0x0419, 7},  {0x0413, 8},  {0x0403, 9},  {0x040A, 10}, {0x0C0A, 10},
+        {0x0429, 11}, {0x0421, 12}, {0x0804, 13}, {0x0416, 14}, {0x0816, 14}, {0x0404, 15}, {0x040C, 16},
+        {0x042A, 17}, {0x0813, 18}, {0x0412, 19}, {0x0415, 20}, {0x041F, 21}, {0x040E, 22}, {0x0405, 23},
+        {0x0401, 24}, {0x0411, 25}, {0x0406, 1},  {0x0000, 1},
     };
     for (const auto& [id, number] : rows) {
         EXPECT_EQ(DefaultLanguageNumber(id), number) << id;

@@ -29,7 +29,6 @@ class MessageBoxAnswer {
     // After Seen() has said true.
     const std::wstring& Text() const { return text_; }
     const std::wstring& Caption() const { return caption_; }
-    int Buttons() const { return buttons_; }
     bool HasOwner() const { return hasOwner_; }
 
   private:
@@ -49,9 +48,6 @@ class MessageBoxAnswer {
             // A picture is a static control without text.
             if (const std::wstring text = WindowText(child); !text.empty()) text_ = text;
         }
-        for (HWND child = nullptr; (child = FindWindowExW(box, child, L"Button", nullptr)) != nullptr;) {
-            ++buttons_;
-        }
         hasOwner_ = GetWindow(box, GW_OWNER) != nullptr;
         // The box may not take keys yet, so the answer is repeated until it is gone. Its handle may then be
         // another window's, of any program.
@@ -62,7 +58,6 @@ class MessageBoxAnswer {
 
     std::wstring text_;
     std::wstring caption_;
-    int buttons_ = 0;
     bool hasOwner_ = false;
     bool seen_ = false;
     std::atomic<bool> stop_ = false;
