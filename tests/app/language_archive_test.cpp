@@ -9,7 +9,7 @@
 #include "base/text.h"
 #include "support/folder.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
 
 // The languages in `text` as "[number name]" and "number=text|".
@@ -64,18 +64,18 @@ TEST(LanguageArchive, IsCutIntoBlocksAtFormFeedLines) {
 }
 
 TEST(TranslateFiles, OverrideInTheOrderOfTheirNamesWhateverTheirEncoding) {
-    const test::Folder folder;
-    test::WriteBytes(folder.File(L"translate_a.ini"), test::Utf16File(L"18=first\r\n19=ä€"));
-    test::WriteBytes(folder.File(L"translate_b.txt"),
-                     "18=second\n[language 16 Fran\xC3\xA7"
-                     "ais]\n18=langue");
-    test::WriteBytes(folder.File(L"translate_c.txt"),
-                     "\xEF\xBB\xBF"
-                     "21=\xC3\xA4");
-    test::WriteBytes(folder.File(L"translate_d.txt"), std::string("\xFE\xFF\0002\0002\0=\x20\xAC\x20", 11));
-    test::WriteBytes(folder.File(L"translate_e.txt"), "\xFF\xFE");
-    test::WriteBytes(folder.File(L"my_translate_c.txt"), "18=not a user file");
-    test::WriteBytes(folder.File(L"translate_z.txt"), "18=too big\n" + std::string(1 << 20, '\n'));
+    const Folder folder;
+    WriteBytes(folder.File(L"translate_a.ini"), Utf16File(L"18=first\r\n19=ä€"));
+    WriteBytes(folder.File(L"translate_b.txt"),
+               "18=second\n[language 16 Fran\xC3\xA7"
+               "ais]\n18=langue");
+    WriteBytes(folder.File(L"translate_c.txt"),
+               "\xEF\xBB\xBF"
+               "21=\xC3\xA4");
+    WriteBytes(folder.File(L"translate_d.txt"), std::string("\xFE\xFF\0002\0002\0=\x20\xAC\x20", 11));
+    WriteBytes(folder.File(L"translate_e.txt"), "\xFF\xFE");
+    WriteBytes(folder.File(L"my_translate_c.txt"), "18=not a user file");
+    WriteBytes(folder.File(L"translate_z.txt"), "18=too big\n" + std::string(1 << 20, '\n'));
     CreateDirectoryW(folder.File(L"translate_folder").c_str(), nullptr);
 
     std::map<int, Language> languages = {{0, {L"Deutsch", {{18, L"alt"}, {20, L"bleibt"}}}}, {1, {}}};
@@ -140,4 +140,4 @@ TEST(DefaultLanguage, IsTheSystemsWhereThereIsANumberForIt) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

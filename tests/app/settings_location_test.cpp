@@ -11,11 +11,8 @@
 #include "support/folder.h"
 #include "support/message_box.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::Folder;
-using test::WriteBytes;
 
 // A world in which the paths beginning with one of `writable` can be written.
 struct Disk {
@@ -82,11 +79,11 @@ TEST(WriteTest, LeavesAFreshStampAndWhatTheFileHeld) {
     const UINT first = stamp();
     ASSERT_TRUE(WriteTest(path, 22));
     EXPECT_LT(stamp(), first);
-    EXPECT_EQ(test::ReadBytes(path).substr(0, 4), std::string("\xff\xfe[\0", 4));
+    EXPECT_EQ(ReadBytes(path).substr(0, 4), std::string("\xff\xfe[\0", 4));
 
     WriteBytes(path, "[Other]\r\na=1\r\n");
     EXPECT_TRUE(WriteTest(path, 0));
-    EXPECT_TRUE(test::ReadBytes(path).starts_with("[Other]\r\na=1\r\n"));
+    EXPECT_TRUE(ReadBytes(path).starts_with("[Other]\r\na=1\r\n"));
 
     for (const std::wstring& bad : {folder.Path(), folder.File(L"missing\\x.ini"),
                                     folder.File(std::wstring(40000, L'n') + L".ini")}) {
@@ -111,24 +108,24 @@ TEST(WriteTest, LeavesAFreshStampAndWhatTheFileHeld) {
 std::wstring openedPage;
 
 TEST(ChooseSettingsPath, TellsOnceOfAProgramFolderThatCannotBeWritten) {
-    const std::wstring beside = test::HelperPath(L"Verbatix.ini");
+    const std::wstring beside = HelperPath(L"Verbatix.ini");
     CreateDirectoryW(beside.c_str(), nullptr);  // in the way of the file
     startOptions.iniPathOverride = L"C:\\list.ini";
     openWebPage = [](const std::wstring& address) { openedPage += address; };
-    test::MessageBoxAnswer first;
+    MessageBoxAnswer first;
     EXPECT_EQ(ChooseSettingsPath(), 1);
     RemoveDirectoryW(beside.c_str());
     ASSERT_TRUE(first.Seen());
     EXPECT_EQ(first.Caption() + L": " + first.Text(), L"Write Error: " + beside);
     EXPECT_TRUE(settingsPath.ends_with(L"\\Verbatix\\Verbatix.ini")) << settingsPath;
-    test::MessageBoxAnswer second;
+    MessageBoxAnswer second;
     ReportWriteError(settingsPath);
     EXPECT_FALSE(second.Seen());
     EXPECT_EQ(openedPage, WriteErrorPage(false));
 }
 
 TEST(ChooseSettingsPath, MakesANamedFileAFullPathOnce) {
-    const std::wstring folder = test::HelperPath(L"");
+    const std::wstring folder = HelperPath(L"");
     ASSERT_TRUE(SetCurrentDirectoryW(folder.c_str()));
     for (const wchar_t* named : {L"named.ini", L"./x/../named.INI", L"x/../named.ini"}) {
         startOptions.iniPathOverride = named;
@@ -141,4 +138,4 @@ TEST(ChooseSettingsPath, MakesANamedFileAFullPathOnce) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

@@ -9,11 +9,8 @@
 #include "support/foreign_clipboard.h"
 #include "support/message_box.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::PutForeign;
-using test::ReadForeign;
 
 std::string Fragment(std::string_view data) {
     std::wstring raw;  // as a single-byte code page shows the bytes: one character each
@@ -101,7 +98,7 @@ UINT HtmlFormat() {
 std::tuple<bool, std::wstring, std::wstring> Get() {
     std::wstring fragment = L"before";
     std::wstring raw;
-    test::MessageBoxAnswer box;
+    MessageBoxAnswer box;
     const bool found = HtmlClipboardGet(fragment, raw);
     EXPECT_TRUE(box.Seen() && box.Caption().empty() && !box.HasOwner()) << "no such message box";
     EXPECT_EQ(box.Text().substr(box.Text().find(L'\n') + 1), raw.substr(0, 0xFFFF));
@@ -130,7 +127,7 @@ TEST(HtmlClipboard, IsReadByOthersAndBack) {
     EXPECT_EQ(Get(), nothing);
     ASSERT_TRUE(HtmlClipboardPut(L"theirs"));
     {
-        const test::Process holder = test::HoldClipboard();
+        const Process holder = HoldClipboard();
         EXPECT_FALSE(HtmlClipboardPut(L"mine"));
         EXPECT_EQ(Get(), nothing);
     }
@@ -138,4 +135,4 @@ TEST(HtmlClipboard, IsReadByOthersAndBack) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

@@ -15,17 +15,14 @@ class ProgramTest : public ProgramWindow {
     }
     // A second run of the program, wherever it came from.
     static HWND OtherDialog(DWORD notThis) {
-        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
-            DWORD process = 0;
-            GetWindowThreadProcessId(box, &process);
-            if (process != notThis && GetDlgItem(box, IDC_LIST) && GetMenu(box)) return box;
-        }
-        return nullptr;
+        return FindTopWindow(L"#32770", [=](HWND box) {
+            return ProcessOf(box) != notThis && GetDlgItem(box, IDC_LIST) && GetMenu(box);
+        });
     }
     std::wstring ExeFile() const { return run_.Place().File(L"Verbatix.exe"); }
 };
 
-TEST_F(ProgramTest, TheLanguageChangesAtOnceAndIsKept) {
+TEST_F(ProgramTest, TheLanguageChangesAtOnceAndTheRegistryStartsIt) {
     WriteBytes(run_.Place().File(L"translate_x.txt"), "[language 77 Own & more]\n1040=Mine\n");
     Start({{L"Ctrl+Q", L"one"}});
     const struct {
@@ -39,15 +36,11 @@ TEST_F(ProgramTest, TheLanguageChangesAtOnceAndIsKept) {
         EXPECT_TRUE(Becomes(IDC_MODIFIER, row.modifier));
         EXPECT_TRUE(FileGets(L"lng=" + std::to_wstring(row.number) + L"\r\n"));
     }
-}
-
-TEST_F(ProgramTest, StartsWithWindowsByTheRegistry) {
-    Start({});
-    Menu(CMD_START_WITH_WINDOWS);
     const std::wstring command = L"\"" + ExeFile() + L"\" -bg \"-ini:" + run_.SettingsFile() + L"\"";
-    EXPECT_TRUE(WaitFor([&] { return RunValue() == command; })) << ::testing::PrintToString(RunValue());
-    Menu(CMD_START_WITH_WINDOWS);
-    EXPECT_TRUE(WaitFor([&] { return RunValue().empty(); }));
+    for (const std::wstring& value : {command, std::wstring()}) {
+        Menu(CMD_START_WITH_WINDOWS);
+        EXPECT_TRUE(WaitFor([&] { return RunValue() == value; })) << ::testing::PrintToString(RunValue());
+    }
 }
 
 TEST_F(ProgramTest, RestartsWithWhatWasTyped) {
@@ -81,16 +74,29 @@ TEST_F(ProgramTest, ARestartThatFailsLeavesTheProgramRunning) {
 }
 
 TEST_F(ProgramTest, ATextTooLongIsNeverLost) {
-    const std::wstring text(4000, L'x');
-    WriteBytes(run_.Place().File(L"Backup"), "in the way of the folder");
-    Start({{L"Ctrl+Q", text}});
-    ASSERT_TRUE(WaitFor([&] { return Text(IDC_TEXT).size() == 4000; }));
+    const std::wstring text(3999, L'x');
+    Start({{L"Ctrl+Q", text}, {L"Ctrl+W", L"other"}});
+    ASSERT_TRUE(Select(0, IDC_TEXT, text));
     Type(IDC_TEXT, L"ab");
+    EXPECT_EQ(Answer(IDOK), L"The text is too long. Characters at most: 4000");
+    EXPECT_FALSE(FileHolds(L"Ctrl+Q=ab"));
+    // Another row: one box, however many notifications the click has, and the selection comes back.
+    EXPECT_FALSE(Select(1, IDC_TEXT, L"other", 300));
     EXPECT_TRUE(Answer(IDOK).starts_with(L"The text is too long"));
+    Linger(200);
+    EXPECT_TRUE(IsWindowEnabled(dialog_)) << "another box";
+    EXPECT_EQ(Text(IDC_COUNTER), L"Text (4001/4000)");
     PostMessageW(dialog_, WM_COMMAND, CMD_EXIT, 0);
     EXPECT_TRUE(Answer(IDOK).starts_with(L"The text is too long"));
     EXPECT_FALSE(run_.Program().WaitForExit(300)) << "the user decides what to cut";
-    // The session ends without asking.
+    // The session ends without asking; where it goes on after all, nothing is left behind.
+    const std::wstring backups = run_.Place().File(L"Backup");
+    EXPECT_TRUE(SendMessageW(dialog_, WM_QUERYENDSESSION, 0, 0));
+    EXPECT_TRUE(FileHolds(L"_unsaved.txt"));
+    SendMessageW(dialog_, WM_ENDSESSION, FALSE, 0);
+    EXPECT_FALSE(FileHolds(L"_unsaved.txt"));
+    ASSERT_TRUE(RemoveDirectoryW(backups.c_str())) << "not empty";
+    WriteBytes(backups, "in the way of the folder");
     EXPECT_TRUE(SendMessageW(dialog_, WM_QUERYENDSESSION, 0, 0));
     const UINT message = RegisterWindowMessageW(L"Verbatix");
     SendMessageW(run_.Frame(), message, message, static_cast<LPARAM>(message));
@@ -100,10 +106,14 @@ TEST_F(ProgramTest, ATextTooLongIsNeverLost) {
     const std::wstring told = Answer(IDOK);
     const std::wstring file = told.substr(told.rfind(L'\n') + 1);
     EXPECT_EQ(ReadBytes(file), Utf16File(L"ab" + text)) << ::testing::PrintToString(told);
+    FindControls();
+    ASSERT_TRUE(Select(0, IDC_TEXT, text));
+    Type(IDC_TEXT, L"a");
+    EXPECT_TRUE(FileGets(L"Ctrl+Q=a" + text + L"<E<N<D|")) << "the longest there is";
 }
 
-TEST_F(ProgramTest, ALockedFileIsToldOfAndWrittenLater) {
-    Start({{L"Ctrl+Q", L"old"}, {L"Ctrl+W", L"other"}});
+TEST_F(ProgramTest, ALockedOrDeletedFileLosesNothing) {
+    Start({{L"Ctrl+Q", L"old"}, {L"Ctrl+W", L"other"}}, L"m_disables_keys=Ctrl+I|\r\n");
     ASSERT_TRUE(Becomes(IDC_TEXT, L"old"));
     UniqueFile lock(CreateFileW(run_.SettingsFile().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                 OPEN_EXISTING, 0, nullptr));
@@ -115,22 +125,14 @@ TEST_F(ProgramTest, ALockedFileIsToldOfAndWrittenLater) {
     EXPECT_TRUE(Answer(IDNO).starts_with(L"There are changes that could not be saved."));
     EXPECT_FALSE(run_.Program().WaitForExit(300));
     lock.Reset();
-    EXPECT_EQ(run_.Exit(), 1);
+    PostMessageW(dialog_, WM_COMMAND, CMD_NEW_ENTRY, 0);
+    EXPECT_TRUE(FileGets(L"listcmd_count=4"));
     EXPECT_TRUE(FileHolds(L"text_000=mine") && FileHolds(L"text_002=Ctrl-Alt+"));
-    EXPECT_TRUE(FileHolds(L"listcmd_count=3"));
-}
-
-TEST_F(ProgramTest, ADeletedFileAndAMissingFolderLoseNothing) {
-    Start({{L"Ctrl+Q", L"kept"}}, L"m_disables_keys=Ctrl+I|\r\n");
-    const std::wstring backups = run_.Place().File(L"Backup");
-    WriteBytes(backups, "a file where the folder should be");
-    Menu(4003);
-    EXPECT_TRUE(Answer(IDOK).ends_with(backups));
     ASSERT_TRUE(DeleteFileW(run_.SettingsFile().c_str()));
     Menu(2);  // an option, which begins the file anew
     EXPECT_EQ(run_.Exit(), 1);
-    EXPECT_TRUE(FileHolds(L"text_000=Ctrl+Q=kept<E<N<D|") && FileHolds(L"listcmd_count=1"));
-    EXPECT_TRUE(FileHolds(L"m_disables_keys=Ctrl+I|"));
+    EXPECT_TRUE(FileHolds(L"text_000=mine") && FileHolds(L"text_001=Ctrl+W=other<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"listcmd_count=4") && FileHolds(L"m_disables_keys=Ctrl+I|"));
 }
 
 TEST_F(ProgramTest, SuggestsWordsWithoutGettingInTheWay) {

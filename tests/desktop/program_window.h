@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "ids.h"
+#include "support/keys.h"
 #include "support/mouse.h"
 #include "support/program_run.h"
 #include "support/wait.h"
@@ -29,17 +30,34 @@ class ProgramWindow : public ::testing::Test {
         list_ = Control(IDC_LIST);
         tree_ = Control(IDC_TREE);
     }
+    bool Shows(bool visible) const {
+        return WaitFor([&] { return (IsWindowVisible(dialog_) != FALSE) == visible; });
+    }
+    // As the shell tells of a click on the icon.
+    void ClickTray(UINT button) const {
+        PostMessageW(run_.Frame(), WM_TRAY_CALLBACK, IDI_VERBATIX, button);
+    }
+    // Whether a popup menu comes up, or goes.
+    static bool MenuIsOpen(bool open) {
+        return WaitFor([&] {
+            const HWND menu = FindWindowW(L"#32768", nullptr);
+            return (menu && IsWindowVisible(menu)) == open;
+        });
+    }
     bool ComesToFront() const {
         return WaitFor([&] { return GetForegroundWindow() == dialog_; });
     }
     HWND Control(int id) const { return GetDlgItem(dialog_, id); }
     std::wstring Text(int id) const { return WindowText(Control(id)); }
-    bool Becomes(int id, std::wstring_view text) const {
-        return WaitFor([&] { return Text(id) == text; });
+    bool Becomes(int id, std::wstring_view text, DWORD milliseconds = 5000) const {
+        return WaitFor([&] { return Text(id) == text; }, milliseconds);
     }
     void Menu(WPARAM id) const { PostMessageW(dialog_, WM_COMMAND, id, kMarker); }
     void Type(int id, std::wstring_view text) const {
         for (const wchar_t character : text) PostMessageW(Control(id), WM_CHAR, character, 0);
+    }
+    static void Keys(std::initializer_list<BYTE> keys) {
+        for (const BYTE key : keys) PlayStroke({}, key);
     }
     void PressKey(int id, WPARAM key) const { PostMessageW(Control(id), WM_KEYDOWN, key, 0); }
     std::wstring File() const {
@@ -66,14 +84,23 @@ class ProgramWindow : public ::testing::Test {
         return OnScreen(list_, 30,
                         static_cast<int>(header.bottom - header.top) + one * row + one * percent / 100);
     }
+    LRESULT Rows() const { return SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0); }
+    static void Click(HWND window, int x, int y) {
+        PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+        PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+    }
+    // Selects a row of the list and waits until the editor's field shows that.
+    bool Select(int row, int id, std::wstring_view text, DWORD milliseconds = 5000) const {
+        POINT place = ListPlace(row);
+        ScreenToClient(list_, &place);
+        Click(list_, place.x, place.y);
+        return Becomes(id, text, milliseconds);
+    }
     // The visible dialog of that process which is not the main one.
     static HWND DialogOf(DWORD process, HWND notThis) {
-        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
-            DWORD owner = 0;
-            GetWindowThreadProcessId(box, &owner);
-            if (owner == process && box != notThis && IsWindowVisible(box)) return box;
-        }
-        return nullptr;
+        return FindTopWindow(L"#32770", [=](HWND box) {
+            return ProcessOf(box) == process && box != notThis && IsWindowVisible(box);
+        });
     }
     // Waits for the next message box, gives that answer and returns what it said.
     std::wstring Answer(int button) const {

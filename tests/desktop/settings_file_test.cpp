@@ -1,16 +1,10 @@
 // The settings file in trouble, and what the user sees of it.
 #include "desktop/program_window.h"
-#include "support/keys.h"
 
 namespace verbatix::test {
 namespace {
 
-class SettingsFileTest : public ProgramWindow {
-  protected:
-    std::size_t Entries() const {
-        return static_cast<std::size_t>(SendMessageW(list_, LVM_GETITEMCOUNT, 0, 0));
-    }
-};
+using SettingsFileTest = ProgramWindow;
 
 TEST_F(SettingsFileTest, HotkeysComeToLifeWhenALockEnds) {
     const std::wstring options = L"lng=0\r\n";
@@ -19,10 +13,10 @@ TEST_F(SettingsFileTest, HotkeysComeToLifeWhenALockEnds) {
         CreateFileW(run_.SettingsFile().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(run_.Start(L"-bg"));
     FindControls();
-    EXPECT_EQ(Entries(), 0u);
+    EXPECT_EQ(Rows(), 0);
     EXPECT_FALSE(DialogOf(run_.Program().Id(), dialog_)) << "no box";
     lock.Reset();
-    EXPECT_TRUE(WaitFor([&] { return Entries() == 1; }));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 1; }));
     EXPECT_TRUE(Becomes(CMD_NEW_ENTRY, L"&Neu")) << "the options too";
     const Target target;
     PlayStroke({VK_LCONTROL, VK_LMENU}, 'Q');
@@ -40,14 +34,14 @@ TEST_F(SettingsFileTest, ATornFileIsAskedAboutAndMended) {
     FindControls();
     const std::wstring asked = Answer(IDYES);
     EXPECT_NE(asked.find(L"30 entries"), std::wstring::npos) << ::testing::PrintToString(asked);
-    EXPECT_TRUE(WaitFor([&] { return Entries() == 30; }));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 30; }));
     EXPECT_EQ(run_.Exit(), 1);
     EXPECT_TRUE(FileHolds(L"text_029=Ctrl+Q=entry 29<E<N<D|"));
 }
 
 TEST_F(SettingsFileTest, AMistypedLineIsOneClickAway) {
     Start({{L"Crtl+B", L"slip"}, {L"Ctrl+Q", L"fine"}});
-    EXPECT_EQ(Entries(), 1u);
+    EXPECT_EQ(Rows(), 1);
     SetFileAttributesW(run_.SettingsFile().c_str(), FILE_ATTRIBUTE_READONLY);
     ASSERT_TRUE(ComesToFront());
     ClickAt(OnScreen(FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr), 20, 8));
@@ -70,24 +64,10 @@ TEST_F(SettingsFileTest, AnotherListInItIsKeptAndOffered) {
     ASSERT_TRUE(ComesToFront());
     ClickAt(OnScreen(FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr), 20, 8));
     EXPECT_TRUE(Answer(IDYES).starts_with(L"Another program had changed the list"));
-    EXPECT_TRUE(WaitFor([&] { return Entries() == 2; }));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 2; }));
     EXPECT_TRUE(Becomes(IDC_TEXT, L"theirs"));
     EXPECT_EQ(run_.Exit(), 1);
     EXPECT_TRUE(FileHolds(L"=theirs<E<N<D|"));
-}
-
-TEST_F(SettingsFileTest, ACancelledShutdownLeavesNothingBehind) {
-    Start({{L"Ctrl+Q", std::wstring(4000, L'x')}});
-    ASSERT_TRUE(WaitFor([&] { return Text(IDC_TEXT).size() == 4000; }));
-    Type(IDC_TEXT, L"ab");
-    EXPECT_TRUE(Answer(IDOK).starts_with(L"The text is too long"));
-    EXPECT_TRUE(SendMessageW(dialog_, WM_QUERYENDSESSION, 0, 0));
-    EXPECT_TRUE(FileHolds(L"_unsaved.txt"));
-    SendMessageW(dialog_, WM_ENDSESSION, FALSE, 0);
-    EXPECT_FALSE(FileHolds(L"_unsaved.txt"));
-    WIN32_FIND_DATAW found;
-    EXPECT_EQ(FindFirstFileW(run_.Place().File(L"Backup\\*_unsaved.txt").c_str(), &found),
-              INVALID_HANDLE_VALUE);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // The tree in the place of the list, and moving and renaming in both, by mouse and keyboard down to the
 // settings file.
 #include "desktop/program_window.h"
-#include "support/keys.h"
 
 namespace verbatix::test {
 namespace {
@@ -19,13 +18,6 @@ class TreeWindow : public ProgramWindow {
                              programLines);
         ASSERT_TRUE(ComesToFront());
     }
-    // With the settings that the last run has left.
-    void StartAgain() {
-        EXPECT_EQ(run_.Exit(), 1);
-        ASSERT_TRUE(run_.Start());
-        FindControls();
-        ASSERT_TRUE(ComesToFront());
-    }
     // Items in sight or scrolled out of it, in no closed group.
     int TreeRows() const {
         int rows = 0;
@@ -40,9 +32,6 @@ class TreeWindow : public ProgramWindow {
         const int height = static_cast<int>(SendMessageW(tree_, TVM_GETITEMHEIGHT, 0, 0));
         const int indent = static_cast<int>(SendMessageW(tree_, TVM_GETINDENT, 0, 0));
         return OnScreen(tree_, indent * (level + 1) + 8, height * row + height * percent / 100);
-    }
-    static void Keys(std::initializer_list<BYTE> keys) {
-        for (const BYTE key : keys) PlayStroke({}, key);
     }
     // Until what the stroke does has been done: who asks whether a key is down may be told how it is now.
     template <typename Fact>
@@ -68,7 +57,7 @@ class TreeWindow : public ProgramWindow {
     }
 };
 
-TEST_F(TreeWindow, TakesTheListsPlaceAndKeepsTheSelection) {
+TEST_F(TreeWindow, TakesTheListsPlaceWithSelectionFilterAndMenu) {
     Start(L"");
     ClickAt(ListPlace(3));
     ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/three"));
@@ -85,26 +74,30 @@ TEST_F(TreeWindow, TakesTheListsPlaceAndKeepsTheSelection) {
     PostMessageW(Control(IDC_LABEL), WM_CHAR, L'x', 0);
     EXPECT_TRUE(FileGets(L"text_001=x\r"));
     EXPECT_TRUE(TreeGets(8));
-    SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
-    EXPECT_TRUE(IsWindowVisible(list_) && !IsWindowVisible(tree_));
-}
-
-TEST_F(TreeWindow, TheFilterNarrowsItAndTheDeletedLeaveNoTrace) {
-    Start(L"m_show_tree=1\r\n");
-    EXPECT_TRUE(TreeGets(8));
+    // The menu acts at an item that is not the selected one: into the first group of its hotkey.
+    ClickAt(TreePlace(1, 1), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
+    ASSERT_TRUE(MenuIsOpen(true));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
+    for (int row = 0; row < 9; ++row) PlayStroke({}, VK_DOWN);
+    Keys({VK_RIGHT, VK_DOWN, VK_RETURN});
+    EXPECT_TRUE(FileGets(L"text_000=Group/one"));
+    ASSERT_TRUE(MenuIsOpen(false));
+    // The filter narrows it, and the deleted leave no trace.
     SetWindowTextW(Control(IDC_FILTER), L"two");
-    EXPECT_TRUE(TreeGets(3));
+    EXPECT_TRUE(TreeGets(2));
     PlayStroke({VK_LCONTROL}, 'F');
-    Keys({VK_DOWN, VK_DOWN, VK_DOWN});
-    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    Keys({VK_DOWN, VK_DOWN});
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"x"));
     PlayStroke({}, VK_DELETE);
     EXPECT_EQ(Answer(IDYES), L"Delete the selected entry?");
     EXPECT_TRUE(TreeGets(0));
     SetWindowTextW(Control(IDC_FILTER), L"");
     EXPECT_TRUE(TreeGets(7));
+    SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
+    EXPECT_TRUE(IsWindowVisible(list_) && !IsWindowVisible(tree_));
 }
 
-TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlaces) {
+TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlacesForGood) {
     Start(L"m_show_tree=1\r\n");
     ASSERT_TRUE(TreeGets(8));
     DragMouse(TreePlace(1, 1), TreePlace(6, 0), [] { PlayStroke({}, VK_ESCAPE); });
@@ -122,22 +115,22 @@ TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlaces) {
     DragMouse(TreePlace(2, 2), TreePlace(6, 0));
     EXPECT_TRUE(FileGets(L"text_000=Ctrl+W=text one<E<N<D|"));
     EXPECT_TRUE(Becomes(IDC_KEY, L"W"));
-    StartAgain();
     EXPECT_TRUE(TreeGets(9));
-}
-
-TEST_F(TreeWindow, DraggingInTheListChangesItsOrderForGood) {
-    Start(L"");
+    // In the list, where they stand as one, four, two, five, three: its order.
+    SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
     DragMouse(ListPlace(4), ListPlace(1, 10));
-    EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=text four<E<N<D|"));
-    EXPECT_TRUE(FileGets(L"text_004=Ctrl+Q=text three<E<N<D|"));
-    EXPECT_TRUE(FileGets(L"text_004=Group/three"));
-    EXPECT_TRUE(Becomes(IDC_LABEL, L"four"));
-    EXPECT_TRUE(Hold(VK_LMENU, VK_UP, [&] { return FileGets(L"text_000=Ctrl+Q=text four<E<N<D|"); }));
-    EXPECT_TRUE(FileGets(L"text_000=four\r\ntext_001=one"));
-    StartAgain();
+    EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=text three<E<N<D|"));
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+W=text five<E<N<D|"));
+    EXPECT_TRUE(FileGets(L"text_004=five"));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/three"));
+    EXPECT_TRUE(Hold(VK_LMENU, VK_UP, [&] { return FileGets(L"text_000=Ctrl+Q=text three<E<N<D|"); }));
+    EXPECT_TRUE(FileGets(L"text_000=Group/three\r\ntext_001=Group/one"));
+    EXPECT_EQ(run_.Exit(), 1);
+    ASSERT_TRUE(run_.Start());
+    FindControls();
+    ASSERT_TRUE(ComesToFront());
     ClickAt(ListPlace(1));
-    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/one"));
     // In another order there is no place between two rows.
     SetWindowTextW(Control(IDC_FILTER), L"text");
     const std::string before = ReadBytes(run_.SettingsFile());
@@ -166,25 +159,6 @@ TEST_F(TreeWindow, F2RenamesInPlace) {
     EXPECT_TRUE(FileGets(L"text_001=g/y"));
     EXPECT_TRUE(FileGets(L"text_003=g/three"));
     EXPECT_TRUE(TreeGets(8));
-}
-
-TEST_F(TreeWindow, TheContextMenuActsOnTheItem) {
-    Start(L"m_show_tree=1\r\n");
-    ASSERT_TRUE(TreeGets(8));
-    const auto menu = [](bool there) {
-        return WaitFor([&] {
-            const HWND window = FindWindowW(L"#32768", nullptr);
-            return (window && IsWindowVisible(window)) == there;
-        });
-    };
-    // At an item that is not the selected one: into the first group of its hotkey.
-    ClickAt(TreePlace(1, 1), MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
-    ASSERT_TRUE(menu(true));
-    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
-    for (int row = 0; row < 9; ++row) PlayStroke({}, VK_DOWN);
-    Keys({VK_RIGHT, VK_DOWN, VK_RETURN});
-    EXPECT_TRUE(FileGets(L"text_000=Group/one"));
-    ASSERT_TRUE(menu(false));
 }
 
 }  // namespace

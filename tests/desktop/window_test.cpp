@@ -1,4 +1,4 @@
-// The main window of the running program: commands by number, the ways out, the list.
+// The main window of the running program: commands by number, the ways out, its place and its looks.
 #include "desktop/program_window.h"
 
 namespace verbatix::test {
@@ -8,35 +8,38 @@ class MainDialog : public ProgramWindow {
   protected:
     void Start(const wchar_t* programLines) {
         ProgramWindow::Start({{L"Ctrl+Q", L"text q", L"Label/q"}, {L"Alt-Gr+F5", L"text f"}}, programLines);
-    }
-    bool Becomes(bool visible) const {
-        return WaitFor([&] { return (IsWindowVisible(dialog_) != FALSE) == visible; });
+        ASSERT_TRUE(Shows(true));
     }
     void Send(WPARAM id, LPARAM lParam) const { SendMessageW(dialog_, WM_COMMAND, id, lParam); }
 };
 
-TEST_F(MainDialog, TheMarkerTellsTheTablesApart) {
-    Start(L"");
-    ASSERT_TRUE(Becomes(true));
-    Send(5, kMarker);
-    EXPECT_EQ(ReadNumber(L"tray_if_minimize"), 0);
+TEST_F(MainDialog, TheMarkerTellsTheTablesApartAndOptionsTheWaysOut) {
+    Start(L"tray_if_minimize=0\r\ntray_if_close=1\r\n");
+    ASSERT_TRUE(ComesToFront());
+    SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
     EXPECT_TRUE(IsWindowVisible(dialog_));
+    EXPECT_FALSE(IsIconic(dialog_));
+    Send(5, kMarker);
+    EXPECT_EQ(ReadNumber(L"tray_if_minimize"), 1);
+    EXPECT_TRUE(IsWindowVisible(dialog_));
+    SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    EXPECT_TRUE(Shows(false));
+    EXPECT_FALSE(IsIconic(dialog_));
+    ClickTray(WM_LBUTTONDOWN);
+    ASSERT_TRUE(Shows(true));
     Send(5, 0);
-    EXPECT_EQ(ReadNumber(L"tray_if_minimize"), 0);
-    EXPECT_TRUE(Becomes(false));
+    EXPECT_TRUE(Shows(false));
+    EXPECT_EQ(ReadNumber(L"tray_if_minimize"), 1);
     // The rows of the options are tried one by one where their table is.
     for (const LPARAM marker : {LPARAM{0}, kMarker}) {
         const int before = ReadNumber(L"use_date_format");
         Send(1112, marker);
         EXPECT_EQ(ReadNumber(L"use_date_format") == before, marker == 0);
     }
-}
-
-TEST_F(MainDialog, ClosingGoesToTheTrayOrEndsTheProgram) {
-    Start(L"tray_if_close=1\r\n");
-    ASSERT_TRUE(Becomes(true));
+    ClickTray(WM_LBUTTONDOWN);
+    ASSERT_TRUE(Shows(true));
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(Becomes(false));
+    EXPECT_TRUE(Shows(false));
     Send(2, kMarker);
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
     EXPECT_EQ(run_.Program().WaitForExit(), 1U);
@@ -49,31 +52,18 @@ TEST_F(MainDialog, HidingTellsTheUserOnce) {
     const HWND notice = run_.Program().WaitForVisibleWindow(L"#32770", L"Verbatix keeps running");
     ASSERT_TRUE(notice);
     SendMessageW(notice, WM_COMMAND, IDOK, 0);
-    EXPECT_TRUE(Becomes(false));
+    EXPECT_TRUE(Shows(false));
     EXPECT_EQ(ReadNumber(L"hide_info"), 1);
     // Shown by starting the program again, as a user would; then hidden without a word.
     ProgramRun second;
     second.StartPlain(L"");
-    ASSERT_TRUE(Becomes(true));
+    ASSERT_TRUE(Shows(true));
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(Becomes(false));
+    EXPECT_TRUE(Shows(false));
 }
 
-TEST_F(MainDialog, MinimisingGoesToTheTrayOrDoesNothing) {
-    Start(L"tray_if_minimize=0\r\n");
-    ASSERT_TRUE(ComesToFront());
-    SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
-    EXPECT_TRUE(IsWindowVisible(dialog_));
-    EXPECT_FALSE(IsIconic(dialog_));
-    Send(5, kMarker);
-    SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
-    EXPECT_TRUE(Becomes(false));
-    EXPECT_FALSE(IsIconic(dialog_));
-}
-
-TEST_F(MainDialog, ResizesItsListAndKeepsItsPlace) {
+TEST_F(MainDialog, ResizesItsListAndKeepsItsPlaceOnTheScreen) {
     Start(L"WinRC=40;50;840;650;1;x,y,w,h,SW\r\n");
-    ASSERT_TRUE(Becomes(true));
     RECT place;
     GetWindowRect(dialog_, &place);
     const RECT stored = {40, 50, 840, 650};
@@ -96,23 +86,18 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlace) {
     ProgramWindow::Start({}, maximised, L"-bg");
     EXPECT_EQ(run_.Exit(), 1);
     EXPECT_TRUE(FileHolds(maximised));
-}
-
-TEST_F(MainDialog, ComesBackOntoTheScreen) {
+    // On a screen that is gone.
     Start(L"WinRC=9000;9000;9800;9600;1;x,y,w,h,SW\r\n");
-    ASSERT_TRUE(Becomes(true));
-    RECT place;
     GetWindowRect(dialog_, &place);
     EXPECT_TRUE(MonitorFromRect(&place, MONITOR_DEFAULTTONULL));
     EXPECT_GE(place.top, 0);
 }
 
-TEST_F(MainDialog, TheWindowMenuChangesHowItLooks) {
+TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {
     Start(L"size=77\r\n");
-    const HWND list = GetDlgItem(dialog_, IDC_LIST);
-    const auto rowsInSight = [&] { return SendMessageW(list, LVM_GETCOUNTPERPAGE, 0, 0); };
+    const auto rowsInSight = [&] { return SendMessageW(list_, LVM_GETCOUNTPERPAGE, 0, 0); };
     const auto isBuffered = [&] {
-        return (SendMessageW(list, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_DOUBLEBUFFER) != 0;
+        return (SendMessageW(list_, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_DOUBLEBUFFER) != 0;
     };
     const auto isOnTop = [&] { return (GetWindowLongPtrW(dialog_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
     LRESULT before = rowsInSight() + 1;
@@ -128,20 +113,15 @@ TEST_F(MainDialog, TheWindowMenuChangesHowItLooks) {
         Send(CMD_TOPMOST, on ? kMarker : 0);
         EXPECT_EQ(isOnTop(), !on);
     }
-}
 
-TEST_F(MainDialog, FollowsTheDarkModeOfWindowsUnlessForbidden) {
     constexpr const wchar_t* kKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
     const auto setLight = [&](DWORD light) {
         RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"AppsUseLightTheme", REG_DWORD, &light, sizeof light);
         SendMessageW(dialog_, WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
     };
     const auto isDark = [&] {
-        const auto back =
-            static_cast<COLORREF>(SendMessageW(GetDlgItem(dialog_, IDC_LIST), LVM_GETBKCOLOR, 0, 0));
-        return GetGValue(back) < 128;
+        return GetGValue(static_cast<COLORREF>(SendMessageW(list_, LVM_GETBKCOLOR, 0, 0))) < 128;
     };
-    Start(L"");
     EXPECT_FALSE(isDark());
     setLight(0);
     EXPECT_TRUE(isDark());
@@ -153,10 +133,7 @@ TEST_F(MainDialog, FollowsTheDarkModeOfWindowsUnlessForbidden) {
     setLight(1);
     EXPECT_FALSE(isDark());
     RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, L"AppsUseLightTheme");
-}
 
-TEST_F(MainDialog, NoticesAClockThatJumps) {
-    Start(L"");
     // Held up for three seconds the program sees the clock jump, as after sleep.
     const UniqueKernelObject thread(
         OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(dialog_, nullptr)));

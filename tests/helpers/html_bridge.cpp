@@ -7,23 +7,13 @@
 #include <shellapi.h>
 
 #include <string>
-#include <thread>
 
 #include "base/handle.h"
 #include "base/text.h"
 #include "clipboard/html_clipboard.h"
+#include "support/message_box.h"
 
 using namespace verbatix;
-
-static void CloseOwnMessageBox() {
-    for (;; Sleep(10)) {
-        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
-            DWORD process = 0;
-            GetWindowThreadProcessId(box, &process);
-            if (process == GetCurrentProcessId()) PostMessageW(box, WM_COMMAND, IDOK, 0);
-        }
-    }
-}
 
 static int Get(const wchar_t* path) {
     std::wstring fragment;
@@ -45,6 +35,6 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         ReplaceAll(text, L"{u}", L"\x00e4\x20ac\x4e2d\xd83d\xde00");
         return HtmlClipboardPut(text) ? 0 : 1;
     }
-    std::thread(CloseOwnMessageBox).detach();
+    test::MessageBoxAnswer closed;
     return Get(arguments[2]);
 }

@@ -9,11 +9,11 @@
 #include "support/keys.h"
 #include "support/message_box.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
 
 using Strokes = std::vector<KeyStroke>;
-using Seen = std::vector<test::SeenKey>;
+using Seen = std::vector<SeenKey>;
 
 TEST(KeyStrokes, ReleaseAndSimulateInTheirOrder) {
     HeldKeys all;
@@ -35,8 +35,8 @@ TEST(KeyStrokes, ReleaseAndSimulateInTheirOrder) {
 }
 
 TEST(KeySimulation, SendsTaggedStrokesAndAUsersUntaggedWithTheKeyAsScanCode) {
-    test::MessageThread thread;
-    test::KeyWatch watch;
+    MessageThread thread;
+    KeyWatch watch;
     const struct {
         void (*send)();
         BYTE modifier, key;
@@ -55,10 +55,10 @@ TEST(KeySimulation, SendsTaggedStrokesAndAUsersUntaggedWithTheKeyAsScanCode) {
 }
 
 TEST(KeySimulation, HeldModifiersGoUpFirstButShiftStays) {
-    test::MessageThread thread;
-    test::KeyWatch watch;
+    MessageThread thread;
+    KeyWatch watch;
     for (const BYTE key : std::initializer_list<BYTE>{VK_LSHIFT, VK_LCONTROL, VK_LMENU, VK_RMENU})
-        test::PressKeyDown(key);
+        PressKeyDown(key);
     watch.Take();
     HeldKeys held;
     thread.Run([&] { ReleaseHeldModifiers(held); });
@@ -67,20 +67,20 @@ TEST(KeySimulation, HeldModifiersGoUpFirstButShiftStays) {
         watch.Take(),
         (Seen{{165, true, 444}, {164, true, 444}, {162, true, 444}, {162, true, 444}, {165, true, 444}}));
     EXPECT_LT(GetAsyncKeyState(VK_LSHIFT), 0);
-    test::LetKeyUp(VK_LSHIFT);
-    EXPECT_FALSE(test::AnyModifierDown());
+    LetKeyUp(VK_LSHIFT);
+    EXPECT_FALSE(AnyModifierDown());
 
-    test::PressKeyDown(VK_LWIN);
+    PressKeyDown(VK_LWIN);
     mouse_event(MOUSEEVENTF_MIDDLEDOWN, 0, 0, 0, 0);
     thread.Run([] { PressKey(VK_F24); });
-    EXPECT_FALSE(test::AnyModifierDown());
+    EXPECT_FALSE(AnyModifierDown());
     mouse_event(MOUSEEVENTF_MIDDLEUP, 0, 0, 0, 0);
-    test::LetKeyUp(VK_LWIN);
+    LetKeyUp(VK_LWIN);
 }
 
 TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {
     SetLanguageTexts({{131, L"Windows keeps it"}}, {});
-    test::MessageThread other;
+    MessageThread other;
     for (const UINT key : {UINT{VK_OEM_1}, UINT{VK_F23}}) {
         // Keys from 128 on stand sign-extended in an entry.
         const auto isTaken = [key] { return IsWinHotkeyTaken(nullptr, 0xFFFFFF00 | key, false); };
@@ -91,13 +91,13 @@ TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {
         ASSERT_TRUE(registered);
         EXPECT_TRUE(isTaken());
     }
-    test::MessageBoxAnswer box;
+    MessageBoxAnswer box;
     SimulateHotkey(8, VK_F23, true);
     ASSERT_TRUE(box.Seen());
     EXPECT_EQ(box.Text(), L"Windows keeps it");
-    EXPECT_FALSE(test::AnyModifierDown());
+    EXPECT_FALSE(AnyModifierDown());
     SetLanguageTexts({}, {});
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

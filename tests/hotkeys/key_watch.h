@@ -6,12 +6,11 @@
 #include <windows.h>
 
 #include <atomic>
-#include <mutex>
 #include <ostream>
-#include <utility>
 #include <vector>
 
 #include "support/message_thread.h"
+#include "support/shared_list.h"
 
 namespace verbatix::test {
 
@@ -38,10 +37,7 @@ class KeyWatch {
     }
 
     // What was seen since the last call.
-    static std::vector<SeenKey> Take() {
-        const std::lock_guard lock(mutex);
-        return std::exchange(seen, {});
-    }
+    static std::vector<SeenKey> Take() { return seen.Take(); }
 
     // Of the last event.
     inline static std::atomic<DWORD> scanCode;
@@ -58,14 +54,12 @@ class KeyWatch {
     static LRESULT CALLBACK Procedure(int code, WPARAM message, LPARAM parameter) noexcept {
         const auto& event = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(parameter);
         scanCode = event.scanCode;
-        const std::lock_guard lock(mutex);
-        seen.push_back({SidedKey(event), (event.flags & LLKHF_UP) != 0, event.dwExtraInfo});
+        seen.Add({SidedKey(event), (event.flags & LLKHF_UP) != 0, event.dwExtraInfo});
         return CallNextHookEx(nullptr, code, message, parameter);
     }
 
     inline static HHOOK hook;
-    inline static std::mutex mutex;
-    inline static std::vector<SeenKey> seen;
+    inline static SharedList<SeenKey> seen;
     MessageThread thread_;
 };
 

@@ -14,28 +14,18 @@
 #include "support/program_run.h"
 #include "support/wait.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
 
-using test::SeenKey;
 using Texts = std::vector<std::wstring>;
 
-std::mutex executedLock;
-Texts executed;
+SharedList<std::wstring> executed;
 void (*whileExecuting)();
 
 void ExecuteEntry(const std::wstring& text) {
-    {
-        const std::lock_guard lock(executedLock);
-        executed.push_back(text + (test::AnyModifierDown() ? L", modifier down" : L"") +
-                           (IsControlHeldOnPurpose() ? L", Ctrl on purpose" : L""));
-    }
+    executed.Add(text + (AnyModifierDown() ? L", modifier down" : L"") +
+                 (IsControlHeldOnPurpose() ? L", Ctrl on purpose" : L""));
     if (whileExecuting) whileExecuting();
-}
-
-Texts TakeExecuted() {
-    const std::lock_guard lock(executedLock);
-    return std::exchange(executed, {});
 }
 
 void AllowNextTrigger() {
@@ -44,7 +34,7 @@ void AllowNextTrigger() {
 
 // The mouse buttons are held like keys.
 void Hold(BYTE key, bool down) {
-    if (key > VK_MBUTTON) return down ? test::PressKeyDown(key) : test::LetKeyUp(key);
+    if (key > VK_MBUTTON) return down ? PressKeyDown(key) : LetKeyUp(key);
     const DWORD flags[] = {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_RIGHTDOWN, 0, MOUSEEVENTF_MIDDLEDOWN};
     mouse_event(flags[key - VK_LBUTTON] << (down ? 0 : 1), 0, 0, 0, 0);
 }
@@ -55,11 +45,11 @@ class KeyboardHookTest : public testing::Test {
     // clipboard, which Wine's edit control pastes by itself when it is clicked with the middle button.
     KeyboardHookTest() {
         whileExecuting = nullptr;
-        TakeExecuted();
+        executed.Take();
         for (BYTE key = VK_LBUTTON; key < 0xff; ++key) {
             if (GetAsyncKeyState(key) < 0) Hold(key, false);
         }
-        EXPECT_TRUE(test::WaitFor([] { return OpenClipboard(nullptr) != FALSE; }));
+        EXPECT_TRUE(WaitFor([] { return OpenClipboard(nullptr) != FALSE; }));
         EmptyClipboard();
         CloseClipboard();
         SetCursorPos(900, target.QuietHeight());
@@ -71,13 +61,13 @@ class KeyboardHookTest : public testing::Test {
             keyboardHook.client = {thread.Window(), ExecuteEntry, nullptr};
             InstallKeyboardHook();
         });
-        EXPECT_TRUE(test::WaitFor([] { return !test::AnyModifierDown(); }));
+        EXPECT_TRUE(WaitFor([] { return !AnyModifierDown(); }));
         EXPECT_TRUE(ArrivesAfter(L""));
         watch.Take();
     }
     ~KeyboardHookTest() override {
         thread.Run(RemoveKeyboardHook);
-        EXPECT_FALSE(test::AnyModifierDown());
+        EXPECT_FALSE(AnyModifierDown());
     }
 
     void Add(unsigned key, unsigned modifier, const wchar_t* text) {
@@ -88,26 +78,26 @@ class KeyboardHookTest : public testing::Test {
     Texts Stroke(const std::vector<BYTE>& held, BYTE key) {
         thread.Run(AllowNextTrigger);
         for (const BYTE modifier : held) Hold(modifier, true);
-        test::PlayStroke({}, key);
+        PlayStroke({}, key);
         for (const BYTE modifier : std::vector(held.rbegin(), held.rend())) Hold(modifier, false);
-        return TakeExecuted();
+        return executed.Take();
     }
 
     // Whether the target's text is `expected` once the keys played so far have arrived: a key that no
     // hotkey uses is typed behind them.
     bool ArrivesAfter(const std::wstring& expected) {
         const auto ends = [this] { return target.Text().ends_with(L"z"); };
-        test::PlayStroke({}, VK_END);
-        test::PlayStroke({}, 'Z');
-        test::WaitFor(ends);
-        test::PlayStroke({}, VK_BACK);
-        test::WaitFor([&] { return !ends(); });
+        PlayStroke({}, VK_END);
+        PlayStroke({}, 'Z');
+        WaitFor(ends);
+        PlayStroke({}, VK_BACK);
+        WaitFor([&] { return !ends(); });
         return target.Text() == expected;
     }
 
-    test::Target target;
-    test::KeyWatch watch;  // installed before the hook, so it sees what the hook passes on
-    test::MessageThread thread;
+    Target target;
+    KeyWatch watch;  // installed before the hook, so it sees what the hook passes on
+    MessageThread thread;
 };
 
 TEST_F(KeyboardHookTest, ExactlyTheStatesOfTheTenModifiersTriggerWithTheModifiersReleased) {
@@ -140,7 +130,7 @@ TEST_F(KeyboardHookTest, ExactlyTheStatesOfTheTenModifiersTriggerWithTheModifier
     for (const auto& [held, texts] : rows) {
         watch.Take();
         EXPECT_EQ(Stroke(held, VK_F23), texts);
-        EXPECT_FALSE(test::AnyModifierDown()) << testing::PrintToString(held);
+        EXPECT_FALSE(AnyModifierDown()) << testing::PrintToString(held);
         const auto seen = watch.Take();
         EXPECT_EQ(std::count(seen.begin(), seen.end(), SeenKey{VK_F23, false, 0}), texts.empty() ? 1 : 0);
     }
@@ -156,9 +146,9 @@ TEST_F(KeyboardHookTest, ExactlyTheStatesOfTheTenModifiersTriggerWithTheModifier
             AllowNextTrigger();
             SimulateHotkey(code, VK_F23, false);
         });
-        EXPECT_EQ(TakeExecuted(), Texts{simulated[code]}) << code;
+        EXPECT_EQ(executed.Take(), Texts{simulated[code]}) << code;
         // Left Alt of code 2 among them: the simulation leaves it down, the hook lets it go.
-        EXPECT_FALSE(test::AnyModifierDown()) << code;
+        EXPECT_FALSE(AnyModifierDown()) << code;
     }
 }
 
@@ -173,26 +163,8 @@ TEST_F(KeyboardHookTest, ATriggerSendsItsReleasesAndTheNextEventTheRest) {
                                                   {VK_LCONTROL, true, 444},
                                                   {VK_LCONTROL, true, 444},
                                                   {VK_LCONTROL, true, 0}}));
-    test::PlayStroke({}, VK_F23);
+    PlayStroke({}, VK_F23);
     EXPECT_EQ(watch.Take(), (std::vector<SeenKey>{{VK_F23, false, 0}, {VK_F23, true, 0}}));
-}
-
-TEST_F(KeyboardHookTest, TheProgramInFrontGetsOrdinaryKeysButNoDisabledHotkey) {
-    Add('I', 4, L"text");
-    Add('Q', 8, L"text");
-    thread.Run([] { keyboardHook.disabled = {{4, {{'I', true}}}, {8, {{'Q', true}}}}; });
-    const auto playHotkeys = [this] {
-        EXPECT_EQ(Stroke({VK_LCONTROL}, 'I'), Texts{});  // a tab
-        EXPECT_EQ(Stroke({VK_MBUTTON}, 'Q'), Texts{});
-    };
-    playHotkeys();
-    EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
-    for (const BYTE key : {'A', 'Q', '1'}) EXPECT_EQ(Stroke({}, key), Texts{});
-    EXPECT_EQ(Stroke({VK_LSHIFT}, 'Q'), Texts{});
-    EXPECT_TRUE(ArrivesAfter(L"aq1Q")) << target.Text();
-    thread.Run(RemoveKeyboardHook);
-    playHotkeys();
-    EXPECT_TRUE(ArrivesAfter(L"aq1Q\tq")) << target.Text();
 }
 
 // As people do it: the key is held for a while, its release comes before or after the modifier's, and the
@@ -204,48 +176,29 @@ TEST_F(KeyboardHookTest, AHeldHotkeyRunsOnceAndTypesNothing) {
     for (const auto change : meanwhile) {
         for (const bool modifierFirst : {false, true}) {
             thread.Run(AllowNextTrigger);
-            test::HoldDown(VK_LCONTROL);
-            test::PressKeyDown('Q');
-            EXPECT_EQ(TakeExecuted(), Texts{L"text"});
+            HoldDown(VK_LCONTROL);
+            PressKeyDown('Q');
+            EXPECT_EQ(executed.Take(), Texts{L"text"});
             thread.Run(AllowNextTrigger);
             thread.Run(change);
-            for (int repeats = 0; repeats < 3; ++repeats) test::PressKeyDown('Q');
-            if (modifierFirst) test::LetKeyUp(VK_LCONTROL);
-            test::PressKeyDown('Q');
-            test::LetKeyUp('Q');
-            if (!modifierFirst) test::LetKeyUp(VK_LCONTROL);
-            EXPECT_EQ(TakeExecuted(), Texts{});
+            for (int repeats = 0; repeats < 3; ++repeats) PressKeyDown('Q');
+            if (modifierFirst) LetKeyUp(VK_LCONTROL);
+            PressKeyDown('Q');
+            LetKeyUp('Q');
+            if (!modifierFirst) LetKeyUp(VK_LCONTROL);
+            EXPECT_EQ(executed.Take(), Texts{});
             thread.Run([] { ClearHotkeys(keyboardHook.tables); });
             Add('Q', 4, L"text");
         }
     }
     thread.Run(AllowNextTrigger);
-    test::PressKeyDown('Q');
-    test::HoldDown(VK_LCONTROL);
-    test::PressKeyDown('Q');
-    test::LetKeyUp('Q');
-    test::LetKeyUp(VK_LCONTROL);
-    EXPECT_EQ(TakeExecuted(), Texts{}) << "the key was down before its modifier";
+    PressKeyDown('Q');
+    HoldDown(VK_LCONTROL);
+    PressKeyDown('Q');
+    LetKeyUp('Q');
+    LetKeyUp(VK_LCONTROL);
+    EXPECT_EQ(executed.Take(), Texts{}) << "the key was down before its modifier";
     EXPECT_TRUE(ArrivesAfter(L"q")) << target.Text();
-}
-
-TEST_F(KeyboardHookTest, SeveralEntriesOrACharacterListAskForTheMenu) {
-    Add('Q', 4, L"one");
-    Add('Q', 4, L"two");
-    Add('W', 6, L"charmap:abc");
-    std::size_t asked = 0;
-    for (const auto& [held, key, modifier] : {std::tuple{VK_LCONTROL, 'Q', 4U}, {VK_RCONTROL, 'W', 6U}}) {
-        EXPECT_EQ(Stroke({static_cast<BYTE>(held)}, key), Texts{});
-        ++asked;
-        EXPECT_TRUE(test::WaitFor([&] { return thread.Commands().size() == asked; }));
-        EXPECT_EQ(thread.Commands().back(), (test::ArrivedCommand{CMD_SHOW_PASTE_MENU, true}));
-        const HotkeyPress& request = keyboardHook.menuRequest;
-        EXPECT_EQ(request.key, static_cast<unsigned>(key));
-        EXPECT_EQ(request.modifier, modifier);
-        EXPECT_EQ(request.foreground, target.Window());
-        EXPECT_EQ(request.focus, nullptr);
-    }
-    EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
 }
 
 std::atomic<bool> played;
@@ -268,26 +221,26 @@ TEST_F(KeyboardHookTest, AHotkeyPressedWhileAnEntryRunsIsSwallowed) {
             AllowNextTrigger();
             std::thread player([] {
                 Hold(VK_MBUTTON, true);
-                test::PressKeyDown('W');
+                PressKeyDown('W');
                 Hold(VK_MBUTTON, false);
                 played = true;
             });
-            test::WaitFor([] { return played.load(); }, 20000);
+            WaitFor([] { return played.load(); }, 20000);
             player.join();
             ClearHotkeys(keyboardHook.tables);
         };
         Texts ran = Stroke({VK_LCONTROL}, 'Q');
-        EXPECT_TRUE(test::WaitFor([] { return played.load() && !keyboardHook.trigger.busy; }));
-        for (const std::wstring& later : TakeExecuted()) ran.push_back(later);
+        EXPECT_TRUE(WaitFor([] { return played.load() && !keyboardHook.trigger.busy; }));
+        for (const std::wstring& later : executed.Take()) ran.push_back(later);
         EXPECT_EQ(ran, Texts{text});
-        test::LetKeyUp('W');
+        LetKeyUp('W');
         EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
 
         whileExecuting = nullptr;
         Add('W', 8, L"second");
         ran = Stroke({VK_MBUTTON}, 'W');
-        EXPECT_TRUE(test::WaitFor([] { return !keyboardHook.trigger.busy; }));
-        for (const std::wstring& later : TakeExecuted()) ran.push_back(later);
+        EXPECT_TRUE(WaitFor([] { return !keyboardHook.trigger.busy; }));
+        for (const std::wstring& later : executed.Take()) ran.push_back(later);
         EXPECT_EQ(ran, Texts{L"second"});
     }
 }
@@ -301,19 +254,19 @@ TEST_F(KeyboardHookTest, AHeldKeyDoesNotReachTheTargetOfASlowEntry) {
     keyboardHook.client.fitsInsideHook = [](const std::wstring&, DWORD) { return false; };
     whileExecuting = [] { Pause(3000); };
     Add('Q', 4, L"slow");
-    test::HoldDown(VK_LCONTROL);
+    HoldDown(VK_LCONTROL);
     const ULONGLONG start = GetTickCount64();
-    test::PressKeyDown('Q');
+    PressKeyDown('Q');
     EXPECT_LT(GetTickCount64() - start, 1000U) << "the hook answers at once";
-    test::LetKeyUp(VK_LCONTROL);
+    LetKeyUp(VK_LCONTROL);
     while (GetTickCount64() - start < 3500) {
         const ULONGLONG before = GetTickCount64();
-        test::PressKeyDown('Q');
+        PressKeyDown('Q');
         EXPECT_LT(GetTickCount64() - before, 500U);
-        test::Linger(30);
+        Linger(30);
     }
-    test::LetKeyUp('Q');
-    EXPECT_EQ(TakeExecuted(), Texts{L"slow"});
+    LetKeyUp('Q');
+    EXPECT_EQ(executed.Take(), Texts{L"slow"});
     EXPECT_EQ(thread.Commands().back().id, CMD_REINSTALL_HOOK);
     EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
 }
@@ -326,11 +279,11 @@ TEST(HookTimeLimit, IsWhatWindowsWaits) {
 
 TEST_F(KeyboardHookTest, F2AsksForRenamingAndGoesOn) {
     keyboardHook.client.wantsRename = [] { return true; };
-    test::PressKeyDown(VK_F2);
-    EXPECT_EQ(thread.Commands(), (std::vector<test::ArrivedCommand>{{CMD_RENAME_ENTRY, true}}));
+    PressKeyDown(VK_F2);
+    EXPECT_EQ(thread.Commands(), (std::vector<ArrivedCommand>{{CMD_RENAME_ENTRY, true}}));
     EXPECT_EQ(watch.Take(), (std::vector<SeenKey>{{VK_F2, false, 0}}));
     keyboardHook.client.wantsRename = [] { return false; };
-    test::LetKeyUp(VK_F2);
+    LetKeyUp(VK_F2);
     keyboardHook.client.wantsRename = [] { return true; };
     thread.Run([] { PressKey(VK_F2); });
     EXPECT_EQ(thread.Commands().size(), 1U) << "neither unwanted nor for a stroke of our own";
@@ -349,7 +302,7 @@ TEST_F(KeyboardHookTest, TheUsersSwitchHoldsAgainstEveryReinstallAndAFailureIsTo
         EXPECT_EQ(Stroke({VK_LCONTROL}, VK_F23), installs ? Texts{L"text"} : Texts{});
     }
     keyboardHook.client.mainWindow = nullptr;
-    test::MessageBoxAnswer box;
+    MessageBoxAnswer box;
     ReportHookFailure(ERROR_ACCESS_DENIED);
     ASSERT_TRUE(box.Seen());
     EXPECT_EQ(box.Caption(), L"Error hooking keyboard");
@@ -357,4 +310,4 @@ TEST_F(KeyboardHookTest, TheUsersSwitchHoldsAgainstEveryReinstallAndAFailureIsTo
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

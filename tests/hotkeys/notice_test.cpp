@@ -7,7 +7,7 @@
 #include "support/program_run.h"
 #include "support/wait.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
 
 HWND ShownNotice() {
@@ -32,13 +32,13 @@ TEST(NoticeCorner, StaysInsideTheWorkAreaAndOffTheCaretsLine) {
 }
 
 TEST(Notice, StandsAtTheCaretWithoutTakingTheKeyboardUntilItIsHidden) {
-    const test::Target target;
-    test::MessageThread thread;
+    const Target target;
+    MessageThread thread;
     thread.Run([] { NoticeAtCaret(L"first"); });
     thread.Run([] { NoticeAtCaret(L"Nothing was pasted.\nSecond line"); });
     const HWND shown = ShownNotice();
     ASSERT_TRUE(shown);
-    EXPECT_EQ(test::WindowText(shown), L"Nothing was pasted.\nSecond line");
+    EXPECT_EQ(WindowText(shown), L"Nothing was pasted.\nSecond line");
     EXPECT_EQ(GetForegroundWindow(), target.Window());
     RECT notice = {};
     RECT window = {};
@@ -51,4 +51,4 @@ TEST(Notice, StandsAtTheCaretWithoutTakingTheKeyboardUntilItIsHidden) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

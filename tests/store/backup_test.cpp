@@ -10,11 +10,8 @@
 #include "store/settings.h"
 #include "store/settings_commit.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::FilesIn;
-using test::ReadBytes;
 
 class Backup : public testing::Test {
   protected:
@@ -38,7 +35,7 @@ class Backup : public testing::Test {
         return TakeCopies();
     }
 
-    test::SettingsFolder folder;
+    SettingsFolder folder;
 };
 
 TEST_F(Backup, ACopyOnDemandHoldsTheWholeFileAndCarriesTheTime) {
@@ -70,7 +67,7 @@ TEST_F(Backup, SavesMakeOneWhenTheTimeHasCome) {
     EXPECT_EQ(SaveAfter(86410, false, true), 1u);
     // A failed copy waits for the next time.
     RemoveDirectoryW(CopyFolder().c_str());
-    test::WriteBytes(CopyFolder(), "a file where the folder should be");
+    WriteBytes(CopyFolder(), "a file where the folder should be");
     SaveAfter(4000, true, false);
     DeleteFileW(CopyFolder().c_str());
     EXPECT_EQ(SaveAfter(0, true, false), 0u);
@@ -116,4 +113,4 @@ TEST_F(Backup, CommandsSwitchCopyAndOpenOrSayThatThereIsNoFolder) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

@@ -43,22 +43,6 @@ TEST(EntryValue, ACutMarkerIsNotText) {
     EXPECT_EQ(ReadEntryValue(L"Alt+A=" + shorter)->text, shorter) << "was not cut";
 }
 
-TEST(EntryValue, EveryHotkeyComesBack) {
-    EntryList list, again;
-    for (unsigned modifier = 0; modifier < 10; ++modifier) {
-        for (const unsigned key : {0u, 9u, 32u, 65u, 107u, 112u, 123u, 124u, 186u, 220u, 255u}) {
-            AddEntry(list, L" =x\\n ", L"", key, modifier, -1, 0);
-        }
-    }
-    for (const auto& [position, slot] : list) {
-        ASSERT_TRUE(ParseStoredEntry(again, FormatStoredValue(slot.current), L"", 0));
-        EXPECT_EQ(FormatStoredValue(again.at(position).current), FormatStoredValue(slot.current));
-        EXPECT_EQ(again.at(position).current.keyCode, slot.current.keyCode);
-    }
-    EXPECT_FALSE(ParseStoredEntry(again, L"no entry", L"", 0));
-    EXPECT_EQ(again.size(), list.size());
-}
-
 TEST(EntryKey, HasThreeDigitsAndMore) {
     EXPECT_EQ(EntryNumberOfKey(L"TEXT_012"), 12u);
     EXPECT_EQ(EntryNumberOfKey(L"text_999999999"), 999999999u);

@@ -7,13 +7,8 @@
 #include "store/list_hotkeys.h"
 #include "store/settings.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::HostileFiles;
-using test::SettingsFolder;
-using test::Utf16File;
-using test::WriteBytes;
 
 void ReadWithEverything(const std::string& bytes) {
     WriteBytes(settingsPath, bytes);
@@ -22,8 +17,7 @@ void ReadWithEverything(const std::string& bytes) {
     LoadWindowPlace();
     LoadDisabledHotkeys();
     EntryList list;
-    ListClient client;
-    client.showMessage = [](HWND, const wchar_t*, const wchar_t*, UINT) WINAPI { return IDNO; };
+    const ListClient client = Client(IDNO);
     LoadList(list, client);
     ImportListFile(list, client, settingsPath);
     for (const auto& [position, slot] : list) {
@@ -60,4 +54,4 @@ TEST(HostileFiles, NoneHangsOrCrashesTheReaders) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "store/entry.h"
+#include "store/list_file.h"
 #include "store/settings_path.h"
 #include "support/folder.h"
 
@@ -33,6 +33,32 @@ class SettingsFolder {
     Folder folder_;
 };
 
+// What a list's client was told and asked since it was made, and what it answers.
+struct Asked {
+    std::wstring calls;
+    std::wstring message;
+    UINT flags = 0;
+    int answer = IDYES;
+};
+inline Asked asked;
+
+inline ListClient Client(int answer = IDYES) {
+    asked = {};
+    asked.answer = answer;
+    ListClient client;
+    client.refreshViews = [](bool refresh) { asked.calls += refresh ? L"refresh." : L"views."; };
+    client.classifyEntry = [](const wchar_t* text) {
+        asked.calls += std::wstring(text) + L"?";
+        return 5;
+    };
+    client.showMessage = [](HWND, const wchar_t* text, const wchar_t* caption, UINT flags) WINAPI {
+        asked.message += Format(L"%ls|%ls|%u", text, caption, flags);
+        asked.flags = flags;
+        return asked.answer;
+    };
+    return client;
+}
+
 // Names of what is in a folder.
 inline std::vector<std::wstring> FilesIn(const std::wstring& folder) {
     std::vector<std::wstring> names;
@@ -44,6 +70,33 @@ inline std::vector<std::wstring> FilesIn(const std::wstring& folder) {
     FindClose(search);
     return names;
 }
+
+// Ordinary files, and what hands and other programs make of them, with keys in section S.
+inline constexpr const wchar_t* kOddFiles[] = {
+    L"",
+    L"[S]",
+    L"[S]\r\na=1\r\nb=2",
+    L"[S]\na=1\nb=2\n",
+    L"[S]\ra=1\rb=2\r",
+    L"[other]\r\na=9\r\n\r\n; about S\r\n[S]\r\na=1\r\n\r\n\r\n[more]\r\nb=9\r\n",
+    L"[S]\r\na=1\r\n[other]\r\n[S]\r\nb=2\r\na=3\r\n",
+    L"[S]\r\na=1\r\nA=2\r\nz\r\n=c\r\n; a=7\r\n#b\r\nd=4;comment\r\n",
+    L"[S]\r\na=\"1\"\r\nb='2'\r\nc=\"3'\r\nd=\"\r\n",
+    L"[S]\r\na=  1  \r\n b = 2\r\nc\t=\t3\t\r\nd=\" x \"\r\n",
+    L"[S]\r\na=\"x\r\nb=x\"\r\nc='x'y'\r\nd=\"\"x\"\"\r\n",
+    L"[S]\r\na=12 4\r\nb= ' ' \r\nc=\t\"\tx\t\"\t\r\nd=\" \r\n",
+    L"[S]\r\na=\"12\"\r\nb=\"123\"\r\nc='1234'\r\nd=\"12345\"\r\n",
+    L"[S]\r\n\"a\"=1\r\n'b=2\r\nc\"=3\r\n a =4\r\nd=\"12345\r\n",
+    L"[S]\r\na\r\nb=\r\n=c\r\na=1\r\n",
+    L"a=0\r\n[S]\r\na=1\r\n",
+    L" [ S ] \r\na=1\r\n",
+    L"[S\r\na=1\r\n",
+    L"[S]]\r\na=1\r\n[S] ; x\r\na=2\r\n",
+    L"[s] ; ] x\r\na=1\r\n\x85[S]\r\n\xa0"
+    L"a=1\r\n\x0b"
+    L"b\x0b=2\x1a\r\n",
+    L"[S]\r\na=\xe4\xf6\r\nb=\xa0x\xa0\r\n",
+};
 
 // The same file on every run for the same seed.
 class HostileFiles {

@@ -7,13 +7,8 @@
 #include "store/profile.h"
 #include "store/text_file.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::HostileFiles;
-using test::SettingsFolder;
-using test::Utf16File;
-using test::WriteBytes;
 
 // What every reader gets of a file: all sections, their keys and the keys' values.
 std::vector<std::wstring> Everything(const std::wstring& path) {
@@ -55,30 +50,12 @@ void ExpectWhatTheSystemWrites(const SettingsFolder& folder, const std::wstring&
 
 TEST(SetIniValues, LeavesReadersWhatTheSystemWouldHaveWritten) {
     const SettingsFolder folder;
-    const wchar_t* const files[] = {
-        L"",
-        L"[S]",
-        L"[S]\r\na=1\r\nb=2",
-        L"[S]\na=1\nb=2\n",
-        L"[S]\ra=1\rb=2\r",
-        L"[other]\r\na=9\r\n\r\n; about S\r\n[S]\r\na=1\r\n\r\n\r\n[more]\r\nb=9\r\n",
-        L"[S]\r\na=1\r\n[other]\r\n[S]\r\nb=2\r\na=3\r\n",
-        L"[S]\r\na=1\r\nA=2\r\nz\r\n=c\r\n; a=7\r\n#b\r\n",
-        L"[S]\r\na=  1  \r\n b = 2\r\nc\t=\t3\t\r\nd=\" x \"\r\n",
-        L"a=0\r\n[S]\r\na=1\r\n",
-        L" [ S ] \r\na=1\r\n",
-        L"[S\r\na=1\r\n",
-        L"[S]]\r\na=1\r\n[S] ; x\r\na=2\r\n",
-        L"[s] ; ] x\r\na=1\r\n\x85[S]\r\n\xa0"
-        L"a=1\r\n\x0b"
-        L"b\x0b=2\x1a\r\n",
-    };
     const IniValues lists[] = {
         {{L"S", L"b", L"new"}, {L"T", L"t", L"1"}, {L"S", L"z", L"last"}, {L"S", L"A", L"first"}},
         {{L"s", L"a", L" blank "}, {L"S", L"d", L"\"q\""}, {L"S", L"A", L""}, {L"more", L"x", L"[S]"}},
     };
     for (const IniValues& values : lists) {
-        for (const wchar_t* file : files) ExpectWhatTheSystemWrites(folder, file, values);
+        for (const wchar_t* file : kOddFiles) ExpectWhatTheSystemWrites(folder, file, values);
     }
     HostileFiles random(4242);
     for (int i = 0; i < 150 && !HasFatalFailure(); ++i) {
@@ -125,4 +102,4 @@ TEST(IsDoubtfulIni, IsTrueWhereSystemsDiffer) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

@@ -9,14 +9,8 @@
 #include "store/settings.h"
 #include "store/settings_commit.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::FilesIn;
-using test::ReadBytes;
-using test::SettingsFolder;
-using test::Utf16File;
-using test::WriteBytes;
 
 std::wstring FullText(int entries) {
     std::wstring text = Format(L"[Program]\r\ntopmost=1\r\nlistcmd_count=%d\r\n", entries);
@@ -27,21 +21,6 @@ std::wstring FullText(int entries) {
             text += Format(isText ? L"text_%03d=Ctrl+A=entry %d<E<N<D|\r\n" : L"text_%03d=%d\r\n", i, i);
     }
     return text;
-}
-
-std::wstring asked;
-UINT buttons;
-int answer;
-
-ListClient Client() {
-    asked.clear();
-    ListClient client;
-    client.showMessage = [](HWND, const wchar_t* text, const wchar_t*, UINT flags) WINAPI {
-        asked += text;
-        buttons = flags & MB_TYPEMASK;
-        return answer;
-    };
-    return client;
 }
 
 // A start as the program makes it: the write test comes before the list is read.
@@ -101,15 +80,17 @@ TEST(ListDamage, IsAskedAboutAndMended) {
         if (row.found != "-") WriteBytes(settingsPath, row.found);
         EntryList list = Start();
         EXPECT_EQ(list.size(), row.before) << row.what;
-        EXPECT_EQ(asked, L"");
-        answer = row.answer;
-        EXPECT_EQ(AskAboutDamage(list, Client()), row.answer != IDCANCEL) << row.what;
+        EXPECT_EQ(asked.message, L"");
+        EXPECT_EQ(AskAboutDamage(list, Client(row.answer)), row.answer != IDCANCEL) << row.what;
         const bool isBackupBetter = row.before < 15;
-        EXPECT_EQ(buttons, static_cast<UINT>(isBackupBetter ? MB_YESNOCANCEL : MB_YESNO)) << row.what;
-        EXPECT_NE(asked.find(Format(L"Found %d.", static_cast<int>(row.before))), std::wstring::npos)
-            << asked;
-        EXPECT_NE(asked.find(L"Yes 20 " + settingsPath + L".bak."), std::wstring::npos) << asked;
-        EXPECT_EQ(asked.find(L"No 15 " + backup) != std::wstring::npos, isBackupBetter) << asked;
+        EXPECT_EQ(asked.flags & MB_TYPEMASK, static_cast<UINT>(isBackupBetter ? MB_YESNOCANCEL : MB_YESNO))
+            << row.what;
+        const auto tells = [](const std::wstring& text) {
+            return asked.message.find(text) != std::wstring::npos;
+        };
+        EXPECT_TRUE(tells(Format(L"Found %d.", static_cast<int>(row.before)))) << asked.message;
+        EXPECT_TRUE(tells(L"Yes 20 " + settingsPath + L".bak.")) << asked.message;
+        EXPECT_EQ(tells(L"No 15 " + backup), isBackupBetter) << asked.message;
         EXPECT_EQ(list.size(), row.after) << row.what;
         EXPECT_EQ(Start().size(), row.after) << row.what;
         EXPECT_EQ(settings.topmost, row.answer == IDCANCEL ? 0 : 1) << "options come back too";
@@ -132,10 +113,8 @@ TEST(ListDamage, AKeptListIsReadInThePlaceOfOurs) {
     EntryList list = Start();
     const std::wstring copy = folder.File(L"other.ini");
     WriteBytes(copy, Utf16File(FullText(5)));
-    answer = IDNO;
-    EXPECT_FALSE(OfferKeptList(list, Client(), copy));
+    EXPECT_FALSE(OfferKeptList(list, Client(IDNO), copy));
     EXPECT_EQ(list.size(), 3u);
-    answer = IDYES;
     EXPECT_TRUE(OfferKeptList(list, Client(), copy));
     EXPECT_EQ(list.size(), 5u);
     EXPECT_EQ(Start().size(), 5u);
@@ -143,4 +122,4 @@ TEST(ListDamage, AKeptListIsReadInThePlaceOfOurs) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

@@ -12,38 +12,8 @@
 #include "store/settings.h"
 #include "store/settings_commit.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::FilesIn;
-using test::ReadBytes;
-using test::SettingsFolder;
-using test::Utf16File;
-using test::WriteBytes;
-
-// What the client was asked, and what it answers.
-struct Asked {
-    std::wstring calls;
-    std::wstring message;
-    int answer = IDYES;
-};
-Asked asked;
-
-ListClient Client(int answer = IDYES) {
-    asked = {};
-    asked.answer = answer;
-    ListClient client;
-    client.refreshViews = [](bool refresh) { asked.calls += refresh ? L"refresh." : L"views."; };
-    client.classifyEntry = [](const wchar_t* text) {
-        asked.calls += std::wstring(text) + L"?";
-        return 5;
-    };
-    client.showMessage = [](HWND, const wchar_t* text, const wchar_t* caption, UINT flags) WINAPI {
-        asked.message += Format(L"%ls|%ls|%u", text, caption, flags);
-        return asked.answer;
-    };
-    return client;
-}
 
 void WriteList(std::wstring_view count, std::wstring_view lines) {
     WriteBytes(settingsPath, Utf16File(L"[Program]\r\nlistcmd_count=" + std::wstring(count) +
@@ -70,16 +40,18 @@ void ExpectSameEntries(const EntryList& list, const EntryList& again) {
 EntryList HostileList() {
     nextEntryNumber = 0;
     EntryList list;
+    const wchar_t* const labels[] = {L"label \x20ac", L" both ", L"\"quoted\"", L"'",
+                                     L"\"",           L"a ",     L"\t\x2003",   L"plain \"in\" the middle"};
     unsigned modifier = 0;
     for (const wchar_t* text :
          {L"plain", L"ends in blanks   ", L"\t tab \t", L"\"quoted\"", L"a=b=c", L"", L"; no comment",
           L"[list_label]", L"<E<N<D|", L"a<E<N<D|b", L"x<E<N<D|<E<N<D|", L"\x41f\x440\x438\x432\x435\x442",
           L"\x20ac \xe4\xf6\xfc \x2014", L"\xd83d\xde00 \x4e2d\x6587", L"\xd83d", L"\xa0"}) {
-        AddEntry(list, text, L"label \x20ac", 65 + modifier, modifier % 10, -1,
+        AddEntry(list, text, labels[modifier % std::size(labels)], 65 + modifier, modifier % 10, -1,
                  static_cast<int>(modifier) - 5);
         ++modifier;
     }
-    AddEntry(list, std::wstring(4000, L'x'), std::wstring(255, L'l'), 0xba, 2, -1, INT_MIN);
+    AddEntry(list, std::wstring(4000, L'x'), std::wstring(255, L'"'), 0xba, 2, -1, INT_MIN);
     AddEntry(list, L"no hotkey", L"=;[", 0, 0, -1, INT_MAX);
     return list;
 }
@@ -98,19 +70,12 @@ TEST(ListFile, HostileTextsComeBackByteForByte) {
     }
 }
 
-TEST(ListFile, TheFileAndAnExportLookAsTheyAlwaysDid) {
+TEST(ListFile, TheFileLooksAsItAlwaysDid) {
     const SettingsFolder folder;
     nextEntryNumber = 999;
     EntryList list;
     AddEntry(list, L"a=b ", L"Label", 67, 4, -1, 3);
     AddEntry(list, L"", L"", 116, 9, -1, -1);
-    ExportSink sink;
-    for (const auto& [position, slot] : list) EXPECT_EQ(WriteEntry(slot.current, &sink), 1);
-    EXPECT_EQ(ReadBytes(settingsPath), "") << "an export leaves the file alone";
-    EXPECT_EQ(FormatExport(sink),
-              L"[list_text]\r\ntext_000=Ctrl+C=a=b \r\ntext_001=R-Mouse+F5=\r\n"
-              L"[list_label]\r\ntext_000=Label\r\ntext_001=\r\n"
-              L"[list_order]\r\ntext_000=3\r\ntext_001=-1\r\n");
     SaveList(list, Client(), false, false);
     EXPECT_EQ(ReadBytes(settingsPath),
               Utf16File(L"[list_text]\r\ntext_999=Ctrl+C=a=b <E<N<D|\r\ntext_1000=R-Mouse+F5=<E<N<D|\r\n"
@@ -133,53 +98,24 @@ TEST(SaveList, WritesOnlyWhatChanged) {
     EXPECT_EQ(ReadProfileText(L"list_text", L"text_001", 100), L"R-Win+B=new text<E<N<D|");
 }
 
-TEST(SaveList, ReportsAFileThatCannotBeWritten) {
-    const SettingsFolder folder;
-    SetLanguageTexts({{53, L"Not saved:"}}, {});
-    settingsPath = folder.Path();
-    EntryList list = HostileList();
-    list.at(0).current.order = 77;
-    SaveList(list, Client(), false, true);
-    EXPECT_EQ(asked.message, L"Not saved:\n" + settingsPath + L"||0");
-    EXPECT_EQ(asked.calls, L"");
-    EXPECT_TRUE(IsDirty(list.at(0)));
-    SaveList(list, Client(), false, true);
-    EXPECT_EQ(asked.message, L"") << "told once";
-    settingsPath = folder.File(L"Verbatix.ini");
-    SaveList(list, Client(), false, true);
-    EXPECT_EQ(asked.message, L"");
-    EXPECT_EQ(ReadProfileText(L"list_order", L"text_000", 100), L"77");
-    SetLanguageTexts({}, {});
-}
-
 TEST(SaveList, ADeletedFileIsWrittenAnew) {
     const SettingsFolder folder;
     settings = {};
     WriteBytes(settingsPath, Utf16File(L"[Program]\r\nlistcmd_count=2\r\ntopmost=1\r\n[list_text]\r\n"
                                        L"text_000=Ctrl+A=one<E<N<D|\r\ntext_001=Ctrl+B=two<E<N<D|\r\n"));
     LoadSettings();
-    void (*const losses[])() = {
-        [] { DeleteFileW(settingsPath.c_str()); },
-        [] { WriteBytes(settingsPath, ""); },
-        [] {
-            DeleteFileW(settingsPath.c_str());
-            WriteProgramText(L"WinRC", L"written before the list");
-        },
-    };
-    std::wstring text = L"two";
-    for (const auto lose : losses) {
-        EntryList list = Loaded();
+    EntryList list = Loaded();
+    for (const bool isEmptied : {false, true}) {
         EXPECT_FALSE(HasUnsaved(list));
-        lose();
-        text += L" changed";
-        CopyText(list.at(1).current.text, text);
+        DeleteFileW(settingsPath.c_str());
+        if (isEmptied) WriteBytes(settingsPath, "");
+        CopyText(list.at(1).current.text, isEmptied ? L"emptied" : L"deleted");
         SaveList(list, Client(), true, true);
         EXPECT_EQ(asked.message, L"");
-        EXPECT_FALSE(HasUnsaved(list));
         const EntryList again = Loaded();
         ASSERT_EQ(again.size(), 2u);
         EXPECT_STREQ(again.at(0).current.text, L"one") << "though it had not changed";
-        EXPECT_EQ(again.at(1).current.text, text);
+        EXPECT_STREQ(again.at(1).current.text, list.at(1).current.text);
         EXPECT_EQ(ReadProgramNumber(L"topmost", 0), 1);
     }
     settings = {};
@@ -269,19 +205,6 @@ TEST(LoadList, WhatItDoesNotUnderstandKeepsItsKeyAndItsPlace) {
     EXPECT_STREQ(list.at(1).current.text, L"mine");
 }
 
-TEST(LoadList, LabelsKeepTheirOuterBlanksAndQuotes) {
-    const SettingsFolder folder;
-    nextEntryNumber = 0;
-    EntryList list;
-    const std::wstring longest(255, L'"');
-    for (const wchar_t* label : {L" both ", L"\"quoted\"", L"'", L"\"", L"a ", L"\t\x2003", longest.c_str(),
-                                 L"plain \"in\" the middle"}) {
-        AddEntry(list, L"text", label, 65, 4, -1, 0);
-    }
-    SaveList(list, Client(), false, false);
-    ExpectSameEntries(list, Loaded());
-}
-
 TEST(LoadList, AFileThatCannotBeReadIsNotWrittenOverAndReadLater) {
     const SettingsFolder folder;
     SetFirstRunList(L"[list_text]\ntext_000=Ctrl+B=first run\n");
@@ -361,4 +284,4 @@ TEST(ImportListFile, TakesWhatEditorsSave) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

@@ -8,14 +8,8 @@
 #include "store/settings_commit.h"
 #include "store/settings_file.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::FilesIn;
-using test::ReadBytes;
-using test::SettingsFolder;
-using test::Utf16File;
-using test::WriteBytes;
 
 UniqueFile Open(const std::wstring& path, DWORD share) {
     return UniqueFile(
@@ -111,4 +105,4 @@ TEST(KeepReadable, WaitsForALockedFileOnlyAndKeepsLocksAway) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

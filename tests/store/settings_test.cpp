@@ -9,10 +9,8 @@
 #include "store/list_hotkeys.h"
 #include "store/profile.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
-
-using test::SettingsFolder;
 
 void LoadAll() {
     settings = {};
@@ -65,7 +63,7 @@ TEST(Settings, EveryKeyHasItsDefaultAndComesBackFromItsOwnSection) {
     LoadAll();
     for (const Option& option : kOptions)
         EXPECT_EQ(settings.*option.value, option.defaultValue) << option.key;
-    EXPECT_EQ(test::ReadBytes(settingsPath), "") << "reading writes nothing";
+    EXPECT_EQ(ReadBytes(settingsPath), "") << "reading writes nothing";
     EXPECT_EQ(std::size(kOptions) * sizeof(int), sizeof(Settings));
     EXPECT_EQ(SettingTable().size(), std::size(kOptions));
 
@@ -87,10 +85,9 @@ TEST(Settings, EveryKeyHasItsDefaultAndComesBackFromItsOwnSection) {
 
 TEST(Settings, HandEditedNumbersAndForeignSections) {
     const SettingsFolder folder;
-    test::WriteBytes(
-        settingsPath,
-        test::Utf16File(L"[Program]\r\nuse_menu_sort= 2 \r\nsort_col=\r\nTRAY_IF_CLOSE=\"0\"\r\n"
-                        L"start_tray=99999999999\r\nsize=3px\r\nm_use_menu_order=0\r\n"));
+    WriteBytes(settingsPath,
+               Utf16File(L"[Program]\r\nuse_menu_sort= 2 \r\nsort_col=\r\nTRAY_IF_CLOSE=\"0\"\r\n"
+                         L"start_tray=99999999999\r\nsize=3px\r\nm_use_menu_order=0\r\n"));
     LoadAll();
     EXPECT_EQ(settings.useMenuSort, 2);
     EXPECT_EQ(settings.sortColumn, 0) << "a key without value is text that is no number";
@@ -161,4 +158,4 @@ TEST(Settings, WindowPlaceAndDisabledHotkeysComeBack) {
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test

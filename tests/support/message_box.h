@@ -29,17 +29,13 @@ class MessageBoxAnswer {
     // After Seen() has said true.
     const std::wstring& Text() const { return text_; }
     const std::wstring& Caption() const { return caption_; }
-    int Buttons() const { return buttons_; }
     bool HasOwner() const { return hasOwner_; }
 
   private:
     static HWND OwnMessageBox() {
-        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr;) {
-            DWORD process = 0;
-            GetWindowThreadProcessId(box, &process);
-            if (process == GetCurrentProcessId() && IsWindowVisible(box)) return box;
-        }
-        return nullptr;
+        return FindTopWindow(L"#32770", [](HWND box) {
+            return ProcessOf(box) == GetCurrentProcessId() && IsWindowVisible(box);
+        });
     }
 
     void Watch() {
@@ -52,9 +48,6 @@ class MessageBoxAnswer {
             // A picture is a static control without text.
             if (const std::wstring text = WindowText(child); !text.empty()) text_ = text;
         }
-        for (HWND child = nullptr; (child = FindWindowExW(box, child, L"Button", nullptr)) != nullptr;) {
-            ++buttons_;
-        }
         hasOwner_ = GetWindow(box, GW_OWNER) != nullptr;
         // The box may not take keys yet, so the answer is repeated until it is gone. Its handle may then be
         // another window's, of any program.
@@ -65,7 +58,6 @@ class MessageBoxAnswer {
 
     std::wstring text_;
     std::wstring caption_;
-    int buttons_ = 0;
     bool hasOwner_ = false;
     bool seen_ = false;
     std::atomic<bool> stop_ = false;

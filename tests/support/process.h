@@ -23,6 +23,31 @@ inline std::wstring WindowText(HWND window) {
     return text;
 }
 
+// The first top-level window of that class, shown or not, which `fits`; null when there is none.
+template <typename Fits>
+HWND FindTopWindow(std::wstring_view className, Fits fits) {
+    struct Search {
+        std::wstring_view className;
+        Fits& fits;
+        HWND found;
+    } search = {className, fits, nullptr};
+    const auto look = [](HWND window, LPARAM parameter) -> BOOL {
+        Search& wanted = *reinterpret_cast<Search*>(parameter);
+        wchar_t name[256] = {};
+        GetClassNameW(window, name, 256);
+        if (name == wanted.className && wanted.fits(window)) wanted.found = window;
+        return wanted.found == nullptr;
+    };
+    EnumWindows(look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+inline DWORD ProcessOf(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process;
+}
+
 // A started program; ended by force when the object goes and it still runs.
 class Process {
   public:
@@ -63,50 +88,29 @@ class Process {
 
     // The top-level window of that class in this process, shown or not; null when none comes up in time.
     HWND WaitForWindow(const wchar_t* className, DWORD milliseconds = 10000) const {
-        return Find({id_, className, nullptr, false, nullptr}, milliseconds);
+        return Find(
+            className, [](HWND) { return true; }, milliseconds);
     }
 
     // The same by class and visible state; `title` null for any.
     HWND WaitForVisibleWindow(const wchar_t* className, const wchar_t* title = nullptr,
                               DWORD milliseconds = 10000) const {
-        return Find({id_, className, title, true, nullptr}, milliseconds);
+        const auto fits = [title](HWND window) {
+            return IsWindowVisible(window) && (!title || WindowText(window) == title);
+        };
+        return Find(className, fits, milliseconds);
     }
 
     // Waits until the process has emptied its input queue once.
     void WaitForIdle() const { WaitForInputIdle(process_.Get(), 10000); }
 
   private:
-    struct Search {
-        DWORD processId;
-        const wchar_t* className;
-        const wchar_t* title;
-        bool visibleOnly;
-        HWND found;
-    };
-
-    static BOOL CALLBACK Match(HWND window, LPARAM parameter) {
-        Search& search = *reinterpret_cast<Search*>(parameter);
-        DWORD owner = 0;
-        GetWindowThreadProcessId(window, &owner);
-        wchar_t className[256] = {};
-        GetClassNameW(window, className, 256);
-        if (owner != search.processId || std::wstring_view(className) != search.className ||
-            (search.visibleOnly && !IsWindowVisible(window)) ||
-            (search.title && WindowText(window) != search.title)) {
-            return TRUE;
-        }
-        search.found = window;
-        return FALSE;
-    }
-
-    static HWND Find(Search search, DWORD milliseconds) {
-        WaitFor(
-            [&] {
-                EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
-                return search.found != nullptr;
-            },
-            milliseconds);
-        return search.found;
+    template <typename Fits>
+    HWND Find(const wchar_t* className, Fits fits, DWORD milliseconds) const {
+        HWND found = nullptr;
+        const auto isOurs = [&](HWND window) { return ProcessOf(window) == id_ && fits(window); };
+        WaitFor([&] { return (found = FindTopWindow(className, isOurs)) != nullptr; }, milliseconds);
+        return found;
     }
 
     UniqueKernelObject process_;

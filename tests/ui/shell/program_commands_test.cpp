@@ -6,9 +6,8 @@
 #include "store/word_list.h"
 #include "support/folder.h"
 #include "ui/shell/autostart.h"
-#include "ui/shell/export.h"
 
-namespace verbatix {
+namespace verbatix::test {
 namespace {
 
 TEST(Autostart, NamesThisProgramAndItsSettingsFile) {
@@ -21,11 +20,6 @@ TEST(Autostart, NamesThisProgramAndItsSettingsFile) {
          {L"", L"\"", L"C:\\a b\\Verbatix.exe -bg", L"\"C:\\old\\Verbatix.exe\" -bg"}) {
         EXPECT_FALSE(IsAutostartOf(other, program)) << ::testing::PrintToString(other);
     }
-}
-
-TEST(ExportNotice, TellsWhatAndHowMany) {
-    EXPECT_EQ(ExportNotice(L"Copied entries", 3),
-              L"------------------------\nVerbatix\nCopied entries: 3\n------------------------");
 }
 
 TEST(WordList, SuggestsInTheOrderOfTheFile) {
@@ -50,7 +44,7 @@ TEST(WordList, FindsTheWordBeforeTheCaret) {
 }
 
 TEST(WordList, ReadsFilesOfAnyKindAndSize) {
-    const test::Folder folder;
+    const Folder folder;
     const std::wstring path = folder.File(L"words.txt");
     EXPECT_FALSE(FileHasWords(path));
     const std::pair<std::string, bool> rows[] = {
@@ -63,11 +57,11 @@ TEST(WordList, ReadsFilesOfAnyKindAndSize) {
          true},
     };
     for (const auto& [bytes, hasWords] : rows) {
-        test::WriteBytes(path, bytes);
+        WriteBytes(path, bytes);
         EXPECT_EQ(FileHasWords(path), hasWords) << ::testing::PrintToString(bytes);
         EXPECT_EQ(SuggestWords(LoadWordList(path), L"en", 1).size(), hasWords ? 1u : 0u);
     }
 }
 
 }  // namespace
-}  // namespace verbatix
+}  // namespace verbatix::test
