@@ -33,15 +33,7 @@ TEST(AddEntry, NumbersInOrderCutsLongTextsAndLeavesTheEntryClean) {
 
 TEST(AddEntry, KeyIsOneSignedByte) {
     const std::pair<unsigned, uint32_t> rows[] = {
-        {0, 0},
-        {97, 97},
-        {127, 127},
-        {0xba, 0xffffffba},
-        {0x80, 0xffffff80},
-        {0xff, 0xffffffff},
-        {0xe4, 0xffffffe4},
-        {0x416, 0x16},
-    };
+        {0, 0}, {127, 127}, {0x80, 0xffffff80}, {0xba, 0xffffffba}, {0xff, 0xffffffff}, {0x416, 0x16}};
     EntryList list;
     for (const auto& [given, stored] : rows) {
         AddEntry(list, L"x", L"", given, 0, -1, 0);

@@ -34,10 +34,8 @@ ULONGLONG MillisecondsFor(const std::string& bytes) {
 
 TEST(HostileFiles, NoneHangsOrCrashesTheReaders) {
     const SettingsFolder folder;
-    for (const unsigned seed : {1u, 4711u}) {
-        HostileFiles files(seed);
-        for (int i = 0; i < 1000 && !HasFailure(); ++i) EXPECT_LT(MillisecondsFor(files.Next()), 10000u);
-    }
+    HostileFiles files(4711);
+    for (int i = 0; i < 1000 && !HasFailure(); ++i) EXPECT_LT(MillisecondsFor(files.Next()), 10000u);
     const std::wstring head = L"[Program]\r\nlistcmd_count=300000000\r\n";
     const std::wstring section = L"[list_text]\r\n";
     std::wstring sections;

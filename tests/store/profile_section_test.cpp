@@ -51,17 +51,5 @@ TEST(ReadSection, HoldsSectionsLargerThanItsFirstBuffer) {
     }
 }
 
-TEST(Section, OfAFileThatIsNoneIsEmpty) {
-    const SettingsFolder folder;
-    for (const std::wstring& path : {folder.Path(), std::wstring(L"Q:\\x.ini"), std::wstring(),
-                                     folder.File(std::wstring(300, L'x'))}) {
-        settingsPath = path;
-        ProfileSection section = ReadSection(path, L"S");
-        EXPECT_EQ(SectionText(section, L"a", 16, L"old"), L"old");
-        EXPECT_EQ(SectionNumber(section, L"a", -1), -1);
-        EXPECT_TRUE(SectionKeys(section).empty());
-    }
-}
-
 }  // namespace
 }  // namespace verbatix::test

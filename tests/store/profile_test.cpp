@@ -5,6 +5,7 @@
 
 #include "base/handle.h"
 #include "store/ini_files.h"
+#include "store/profile_section.h"
 #include "store/settings_commit.h"
 #include "store/settings_file.h"
 
@@ -69,7 +70,7 @@ TEST(SettingsFile, BecomesUtf16WhereWindowsWouldMisreadIt) {
     }
 }
 
-TEST(ProfileText, WritesThatCannotSucceedSaySo) {
+TEST(ProfileText, WritesThatCannotSucceedSaySoAndReadsFindNothing) {
     const SettingsFolder folder;
     for (const std::wstring& path :
          {std::wstring(), std::wstring(L"Verbatix.ini"), folder.Path(), std::wstring(L"Q:\\no\\drive.ini"),
@@ -79,6 +80,10 @@ TEST(ProfileText, WritesThatCannotSucceedSaySo) {
         EXPECT_FALSE(WriteProfileText(L"S", L"key", L"value")) << path;
         EXPECT_FALSE(WriteProfileText(L"S", L"key", L"\x4e2d")) << path;
         EXPECT_EQ(ReadProfileText(L"S", L"key", 100, L"old"), L"old") << path;
+        ProfileSection section = ReadSection(path, L"S");
+        EXPECT_EQ(SectionText(section, L"key", 16, L"old"), L"old") << path;
+        EXPECT_EQ(SectionNumber(section, L"key", -1), -1) << path;
+        EXPECT_TRUE(SectionKeys(section).empty()) << path;
     }
     EXPECT_TRUE(FilesIn(folder.Path()).empty());
 }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <climits>
-
 #include "ids.h"
 #include "store/ini_files.h"
 #include "store/list_hotkeys.h"
@@ -80,21 +78,6 @@ TEST(Settings, EveryKeyHasItsDefaultAndComesBackFromItsOwnSection) {
                 << option.key;
         }
     }
-    settings = {};
-}
-
-TEST(Settings, HandEditedNumbersAndForeignSections) {
-    const SettingsFolder folder;
-    WriteBytes(settingsPath,
-               Utf16File(L"[Program]\r\nuse_menu_sort= 2 \r\nsort_col=\r\nTRAY_IF_CLOSE=\"0\"\r\n"
-                         L"start_tray=99999999999\r\nsize=3px\r\nm_use_menu_order=0\r\n"));
-    LoadAll();
-    EXPECT_EQ(settings.useMenuSort, 2);
-    EXPECT_EQ(settings.sortColumn, 0) << "a key without value is text that is no number";
-    EXPECT_EQ(settings.trayIfClose, 0);
-    EXPECT_EQ(settings.startTray, INT_MAX);
-    EXPECT_EQ(settings.size, 3);
-    EXPECT_EQ(settings.useMenuOrder, 1) << "read in the product's section only";
     settings = {};
 }
 

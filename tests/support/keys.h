@@ -39,9 +39,7 @@ inline void HoldDown(BYTE modifier) {
     }
 }
 
-// Whether a modifier that is held stays down for that long. The window and the pointer that have come to
-// the front and into it make the bench read the real keyboard, which has no key down, some time later. Wait
-// for it (WaitFor(KeepsModifiers)) before a stroke into a window that has just come up.
+// Whether a modifier that is held stays down for a while: see SettlesInFront.
 inline bool KeepsModifiers() {
     constexpr BYTE kHarmless = VK_LSHIFT;
     constexpr DWORD kMilliseconds = 60;
