@@ -9,14 +9,6 @@
 
 namespace verbatix {
 
-// Beyond the fixed waits. A program that needs longer for a stroke gets what comes then; the hook itself
-// has to answer the system.
-static void LetTargetPaste() {
-    constexpr DWORD kLimit = 500;
-    constexpr DWORD kLimitInsideHook = 100;
-    AwaitStroke(isInsideHook ? kLimitInsideHook : kLimit);
-}
-
 static bool OrWithhold(bool done) {
     if (!done) WithholdStrokes();
     return done;
@@ -27,22 +19,22 @@ Stay StayOfPastes() {
 }
 
 bool PutTextToPaste(std::wstring_view text) {
-    LetTargetPaste();
+    AwaitLastStroke();
     return OrWithhold(ClipboardPutText(text, StayOfPastes()));
 }
 
 bool PutHtmlToPaste(std::wstring_view text) {
-    LetTargetPaste();
+    AwaitLastStroke();
     return OrWithhold(HtmlClipboardPut(text, StayOfPastes()));
 }
 
 bool PutSavedToPaste(const SavedClipboard& store) {
-    LetTargetPaste();
+    AwaitLastStroke();
     return OrWithhold(PutSavedClipboard(store, kClipboardPatience, StayOfPastes()));
 }
 
 bool ClearForCopy() {
-    LetTargetPaste();
+    AwaitLastStroke();
     return OrWithhold(ClearClipboard());
 }
 

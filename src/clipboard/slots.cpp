@@ -8,6 +8,7 @@
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/stroke_target.h"
 
 namespace verbatix {
 
@@ -41,7 +42,7 @@ void CopySlot(wchar_t character, bool restoreOldClipboard) {
         Pause(kAnswerTime);
     }
     SendCopy();
-    Pause(kAnswerTime);
+    AwaitCopy(kAnswerTime);
     SaveClipboard(clipboardSlots[slot]);
     DebugLine(L"Copy: %d slot: %d\n", clipboardSlots[slot].Count(), slot);
     if (restoreOldClipboard) GiveBackPreviousClipboard(kClipboardPatience);

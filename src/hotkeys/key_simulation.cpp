@@ -153,6 +153,7 @@ bool SendCopy() {
     ReleaseForStroke();
     if (!MaySendStroke()) return false;
     PlayControlStroke('C');
+    NoteStroke();
     return true;
 }
 

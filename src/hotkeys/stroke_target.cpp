@@ -37,4 +37,15 @@ bool AwaitStroke(DWORD milliseconds) {
     return true;
 }
 
+void AwaitLastStroke() {
+    constexpr DWORD kLimit = 500;
+    constexpr DWORD kLimitInsideHook = 100;
+    AwaitStroke(isInsideHook ? kLimitInsideHook : kLimit);
+}
+
+void AwaitCopy(DWORD milliseconds) {
+    Pause(milliseconds);
+    AwaitLastStroke();
+}
+
 }  // namespace verbatix

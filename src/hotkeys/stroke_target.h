@@ -15,6 +15,14 @@ void NoteStroke();
 // the next NoteStroke. Messages that are sent to this thread are served meanwhile.
 bool AwaitStroke(DWORD milliseconds);
 
+// The same with the time that a stroke gets beyond the fixed waits: 500 ms, or 100 inside the hook, which
+// has to answer the system. A program that needs longer gets what comes then.
+void AwaitLastStroke();
+
+// Waits after a copy stroke: at least that long, and until the program has got to it. One that comes to it
+// later would copy over what has been put on the clipboard since, the user's own content for one.
+void AwaitCopy(DWORD milliseconds);
+
 // Whether the window takes its messages, asked with that time limit.
 bool Answers(HWND window, DWORD milliseconds);
 

@@ -131,10 +131,18 @@ static void PutRestoreOff(bool isPasted) {
     RestartTimer(TIMER_RESTORE_CLIPBOARD);
 }
 
-// The user's clipboard would come back over what he has copied in the meantime.
+static DWORD ProcessOf(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process;
+}
+
+// The user's clipboard would come back over what he has copied in the meantime. What the target of the
+// execution has put there is no copy of his: it came late to ours.
 static bool HasUserCopied() {
     const HWND owner = GetClipboardOwner();
-    return due.isPutOff && owner && owner != due.owner;
+    const bool isOthers = owner && owner != due.owner && ProcessOf(owner) != ProcessOf(aimedAt);
+    return due.isPutOff && isOthers;
 }
 
 void OnRestoreTimer() {
@@ -161,7 +169,7 @@ static void PostSlotCommand(WPARAM command, wchar_t slot) {
 static void ReplaceInSelection(const std::wstring& entryText) {
     if (!MaySendStroke() || !ClearForCopy()) return;
     SendCopy();
-    Pause(100);
+    AwaitCopy(100);
     std::wstring selection;
     ClipboardGetText(selection);
     const ReplaceResult result = ApplyReplaceRules(entryText, std::move(selection));
@@ -209,7 +217,7 @@ void OnCpyCopyTimer() {
         TellMissedStrokes();
         return;
     }
-    Pause(100);
+    AwaitCopy(100);
     // The clipboard's text and, where there is none, nothing: not what an earlier command captured.
     CapturedText.clear();
     ClipboardGetText(CapturedText);
@@ -218,7 +226,7 @@ void OnCpyCopyTimer() {
 
 void OnCpyLaunchTimer() {
     SendCopy();
-    Pause(100);
+    AwaitCopy(100);
     // Taken out, because a hotkey pressed while the shell is at it may name the next program.
     ProgramAndParameters command = std::exchange(pendingProgram, {});
     if (command.program.empty()) return;

@@ -6,6 +6,7 @@
 
 #include "base/language.h"
 #include "clipboard/clipboard_session.h"
+#include "clipboard/slots.h"
 #include "hotkeys/notice.h"
 #include "ids.h"
 #include "paste/steps/expansion.h"
@@ -229,6 +230,17 @@ TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
     PostMessageW(target, WM_APP, 400, 0);
     ExecuteEntry(L"a%send_tab%%nc%b%send_enter%c\\%nc%n");
     EXPECT_TRUE(TargetShows(L"a\tb\r\nc\\n")) << test::WindowText(edit);
+    // Its copy, however late, reaches the slot and does not stay in the place of the user's clipboard.
+    settings.restoreOldClipboard = 1;
+    ClipboardPutText(L"old text");
+    Select(L"kept");
+    PostMessageW(target, WM_APP, 400, 0);
+    AimStrokes(target);
+    CopySlot(L'1', true);
+    test::Linger(500);
+    EXPECT_EQ(Clipboard(), L"old text");
+    RestoreClipboard(clipboardSlots[1]);
+    EXPECT_EQ(Clipboard(), L"kept");
 }
 
 LRESULT CALLBACK RunTimers(HWND window, UINT message, WPARAM id, LPARAM lParam) {

@@ -11,6 +11,7 @@
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/stroke_target.h"
 #include "paste/builtin/clipboard_image.h"
 #include "paste/builtin/image_clipboard.h"
 #include "paste/builtin/power_schemes.h"
@@ -46,7 +47,7 @@ void ScreensaverOn(const BuiltinCall&) {
 bool CopyInTarget(HWND target) {
     SetFocus(target);
     if (!SendCopy()) return false;
-    Pause(300);
+    AwaitCopy(300);
     return true;
 }
 
@@ -120,7 +121,7 @@ void TypeClipboard(const BuiltinCall&) {
 
 void CopyHtmlCodeToPlainPaste(const BuiltinCall&) {
     if (!SendCopy()) return;
-    Pause(200);
+    AwaitCopy(200);
     ShowBoxInFront(nullptr, ClipboardText().substr(0, kMaxShownText), L"");
     Pause(200);
     // Put back, it is plain text and nothing else.
@@ -131,7 +132,7 @@ void CopyHtmlCodeToPlainPaste(const BuiltinCall&) {
 
 void CopyTextToPage(const BuiltinCall&) {
     if (!SendCopy()) return;
-    Pause(200);
+    AwaitCopy(200);
     OpenTextAsPage(ClipboardText());
 }
 

@@ -12,6 +12,7 @@
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/stroke_target.h"
 #include "paste/builtin/bitmap_source.h"
 #include "paste/builtin/gdi_plus.h"
 
@@ -27,7 +28,7 @@ void Tell(const std::wstring& text) {
 
 UniqueBitmap CopyBitmap() {
     if (!SendCopy()) return {};
-    Pause(200);
+    AwaitCopy(200);
     return ClipboardGetBitmap();
 }
 

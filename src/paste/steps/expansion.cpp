@@ -10,6 +10,7 @@
 #include "clipboard/paste_content.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/stroke_target.h"
 #include "paste/steps/date_dialogs.h"
 #include "paste/text/placeholders.h"
 
@@ -60,14 +61,14 @@ static std::wstring ClipboardHtml() {
 static std::wstring CopySelection() {
     Pause(10);
     if (!SendCopy()) return {};
-    Pause(200);
+    AwaitCopy(200);
     return ClipboardText();
 }
 
 static std::wstring CopySelectionAsHtml() {
     if (!MaySendStroke() || !ClearForCopy()) return {};
     SendCopy();
-    Pause(100);
+    AwaitCopy(100);
     return ClipboardHtml();
 }
 
@@ -104,7 +105,7 @@ int ExpandRunEntry(bool elevate, const std::wstring& text, Launcher launch, bool
                    bool useTimeFormat) {
     if (!MaySendStroke() || !ClearForCopy()) return 0;
     SendCopy();
-    Pause(150);
+    AwaitCopy(150);
     const std::wstring copied = ClipboardText();
     const std::wstring_view selection = TrimBlanks(copied);
     if (!selection.empty()) CapturedText = selection;

@@ -13,6 +13,7 @@
 #include "clipboard/paste_content.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/stroke_target.h"
 #include "paste/steps/expansion.h"
 #include "paste/steps/launcher.h"
 #include "paste/steps/temporary_page.h"
@@ -23,7 +24,7 @@ namespace {
 
 std::wstring CopySelection() {
     if (!SendCopy()) return {};
-    Pause(100);
+    AwaitCopy(100);
     std::wstring text;
     ClipboardGetText(text);
     return text;
