@@ -25,10 +25,10 @@ stamp=$(x86_64-w64-mingw32-objdump -p "$1/Verbatix.exe" | sed -n 's/^Time\/Date\
 [[ $stamp == *" 1970" ]] || fail "has the time stamp $stamp"
 
 # In the manifest, so that already the first box is sharp. The bench draws every program sharp.
-grep -q '<dpiAware xmlns="[^"]*">true</dpiAware>' <(strings "$1/Verbatix.exe") || fail "is not aware of DPI"
+grep -q '<dpiAware xmlns="[^"]*">true</dpiAware>' <(x86_64-w64-mingw32-strings "$1/Verbatix.exe") || fail "is not aware of DPI"
 
 # Texts of resources are UTF-16; a value follows its name.
-texts=$(strings -el "$1/Verbatix.exe")
+texts=$(x86_64-w64-mingw32-strings -el "$1/Verbatix.exe")
 for name in CompanyName FileDescription "FileVersion $version" InternalName LegalCopyright \
     "OriginalFilename Verbatix.exe" "ProductName Verbatix" "ProductVersion $version" Translation; do
     said=$(grep -x -A1 "${name%% *}" <<<"$texts" | tail -n +2 | head -n 1)
