@@ -23,9 +23,11 @@ inline std::wstring HelperPath(std::wstring_view name) {
 class Folder {
   public:
     Folder() {
+        // A process of another desktop's may have the same number.
         static int serial = 0;
-        path_ = HelperPath(Format(L"folder-%lu-%d", GetCurrentProcessId(), ++serial));
-        CreateDirectoryW(path_.c_str(), nullptr);
+        do {
+            path_ = HelperPath(Format(L"folder-%lu-%d", GetCurrentProcessId(), ++serial));
+        } while (!CreateDirectoryW(path_.c_str(), nullptr) && GetLastError() == ERROR_ALREADY_EXISTS);
     }
     ~Folder() { RemoveTree(path_); }
     Folder(const Folder&) = delete;
