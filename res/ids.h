@@ -28,6 +28,8 @@
 #define IDC_LIST_CAPTION 1093
 #define IDC_TREE_CAPTION 1094
 #define IDC_KEEP_PATHS 1095
+#define IDC_HOTKEY 1100
+#define IDC_HOTKEY_CAPTION 1101
 
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040
@@ -125,6 +127,7 @@
 #define CMD_EXPAND_ALL 40011
 #define CMD_COLLAPSE_ALL 40012
 #define CMD_SHOW_GROUPS 40013
+#define CMD_SHOW_ENTRY 40030  // its position in lParam
 #define CMD_NEW_GROUP 40014
 #define CMD_NO_GROUP 40015
 #define CMD_FIRST_GROUP 41000  // and up: the groups of a menu, in its order
@@ -142,6 +145,7 @@
 #define WM_SELECTION_CHANGED (0x8000 + 0x65)  // posted: another entry, or none, is selected
 #define WM_RENAMED (0x8000 + 0x66)            // posted: a name has been edited in place
 #define WM_LANGUAGE_CHANGED (0x8000 + 0x67)   // sent: the texts are those of another language
+#define WM_KEYS_PRESSED (0x8000 + 0x70)       // posted by the hook to the hotkey field
 
 // Timers of the main window; the one-shot ones are killed by their own handler first
 #define TIMER_CPY_COPY 2022           // one shot, 200 ms

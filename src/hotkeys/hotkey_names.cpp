@@ -69,6 +69,22 @@ unsigned ParseKeyName(std::wstring_view text) {
     return key;
 }
 
+bool IsStorableKey(unsigned key) {
+    key &= 0xff;
+    constexpr unsigned kShift = 16;
+    constexpr unsigned kAlt = 18;
+    constexpr unsigned kLeftWin = 91;
+    constexpr unsigned kRightWin = 92;
+    constexpr unsigned kLeftShift = 160;
+    constexpr unsigned kRightAlt = 165;
+    const bool isModifier = (key >= kShift && key <= kAlt) || key == kLeftWin || key == kRightWin ||
+                            (key >= kLeftShift && key <= kRightAlt);
+    const std::wstring name = FormatKeyName(key);
+    // The equals sign ends the key's name in the file, a control character may end the line.
+    const bool isReadable = !name.empty() && name.front() > L' ' && name != L"=";
+    return !isModifier && isReadable && ParseKeyName(name) == key;
+}
+
 bool AppendModifierName(unsigned code, std::wstring& text) {
     text += Modifier(code).name;
     return code < 12;

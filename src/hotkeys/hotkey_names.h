@@ -32,6 +32,10 @@ std::wstring FormatKeyName(unsigned key);
 // matters. An unknown name gives the code of its first character, an empty text 0.
 unsigned ParseKeyName(std::wstring_view text);
 
+// Whether a hotkey may have that key, of which the low byte counts: its name gives it back wherever it is
+// stored, and it is no modifier itself.
+bool IsStorableKey(unsigned key);
+
 // Appends the stored name of a modifier code; a code outside 1 to 9 is written "L-Win". Returns false for
 // a code of 12 or more.
 bool AppendModifierName(unsigned code, std::wstring& text);

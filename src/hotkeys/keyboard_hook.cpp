@@ -138,6 +138,37 @@ static void ReleasePendingKeys() {
     for (const KeyStroke stroke : PendingReleaseStrokes(modifier)) SendTagged(stroke);
 }
 
+static unsigned HeldMouseButtons() {
+    constexpr unsigned kMouseBits = 256 | 512 | 1024;
+    return ReadStateWord() & kMouseBits;
+}
+
+// The window may have lost the keyboard, or its keys to a menu, without having been told yet.
+static bool HasTheKeys(HWND window) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    constexpr DWORD kOwnKeys = GUI_INMENUMODE | GUI_SYSTEMMENUMODE | GUI_POPUPMENUMODE | GUI_INMOVESIZE;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &info) && info.hwndFocus == window &&
+           !(info.flags & kOwnKeys) && IsWindowVisible(window) &&
+           GetForegroundWindow() == GetAncestor(window, GA_ROOT);
+}
+
+// Whether the window that asks for a hotkey takes the event.
+static bool IsCaptured(const KBDLLHOOKSTRUCT& event) {
+    KeyCapture& capture = keyboardHook.capture;
+    if (!capture.window) return false;
+    // A release is told to it wherever the keyboard is: it knows what is held by the events alone.
+    if (!(event.flags & LLKHF_UP) && !HasTheKeys(capture.window)) return false;
+    const unsigned mouse = HeldMouseButtons();
+    const CaptureStep step = DecideCapture(event, mouse != 0, capture.state);
+    if (step.action != CaptureAction::kNothing) {
+        PostMessageW(capture.window, WM_KEYS_PRESSED,
+                     MAKEWPARAM(static_cast<WORD>(step.action), event.vkCode),
+                     static_cast<LPARAM>(capture.state.held | mouse));
+    }
+    return step.taken;
+}
+
 static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM parameter) noexcept {
     if (code != HC_ACTION) return CallNextHookEx(nullptr, code, message, parameter);
     keyboardHook.lastEventAt = GetTickCount();
@@ -145,6 +176,9 @@ static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM p
     if (IsHeldBack(event)) return 1;
     if (IsUsersControlRelease(event)) keyboardHook.rightControlIsHotkeys = false;
     if (event.dwExtraInfo != kSyntheticInputTag) AskForRename(event);
+    if (IsCaptured(event)) return 1;
+    // Installed for the capture alone.
+    if (keyboardHook.off) return CallNextHookEx(nullptr, code, message, parameter);
     const ULONGLONG now = GetTickCount64();
     const KeyDecision decision = DecideKey(event, keyboardHook.tables, keyboardHook.disabled,
                                            keyboardHook.trigger, {ReadStateWord, IsKeyDown}, now);
@@ -183,14 +217,18 @@ static std::optional<DWORD> ReadHookTimeout() {
     return answer == ERROR_SUCCESS ? std::optional(value) : std::nullopt;
 }
 
+static bool SetHook() {
+    keyboardHook.lastEventAt = GetTickCount();
+    keyboardHook.handle.Reset(
+        SetWindowsHookExW(WH_KEYBOARD_LL, KeyboardHookProcedure, GetModuleHandleW(nullptr), 0));
+    return static_cast<bool>(keyboardHook.handle);
+}
+
 bool InstallKeyboardHook() {
     RemoveKeyboardHook();
     keyboardHook.limit = HookTimeLimit(ReadHookTimeout());
     ++keyboardHook.installCount;
-    keyboardHook.lastEventAt = GetTickCount();
-    keyboardHook.handle.Reset(
-        SetWindowsHookExW(WH_KEYBOARD_LL, KeyboardHookProcedure, GetModuleHandleW(nullptr), 0));
-    if (keyboardHook.handle) return true;
+    if (SetHook()) return true;
     ReportHookFailure(GetLastError());
     return false;
 }
@@ -211,6 +249,33 @@ void ToggleKeyboardHook() {
     } else {
         InstallKeyboardHook();
     }
+}
+
+void BeginCapture(HWND window) {
+    ReleasePendingKeys();
+    keyboardHook.capture = {window, {}};
+    CaptureState& state = keyboardHook.capture.state;
+    for (DWORD key = 1; key < kKeyCount; ++key) {
+        if (!IsKeyDown(key)) continue;
+        state.before.set(key);
+        state.held |= ModifierKeyBit(key);
+    }
+    if (!keyboardHook.handle) SetHook();
+}
+
+void EndCapture(HWND window) {
+    if (!window || keyboardHook.capture.window != window) return;
+    const KeyCapture ended = std::exchange(keyboardHook.capture, {});
+    const ULONGLONG now = GetTickCount64();
+    for (DWORD key = 0; key < kKeyCount; ++key) {
+        if (ended.state.taken[key]) keyboardHook.trigger.claims.Claim(key, now);
+    }
+    if (keyboardHook.off) RemoveKeyboardHook();
+}
+
+void ForgetHeldKeys() {
+    keyboardHook.trigger.claims.Clear();
+    keyboardHook.capture.state = {};
 }
 
 }  // namespace verbatix

@@ -11,6 +11,7 @@
 
 #include "base/handle.h"
 #include "hotkeys/hotkey_tables.h"
+#include "hotkeys/key_capture.h"
 #include "hotkeys/key_decision.h"
 
 namespace verbatix {
@@ -35,11 +36,18 @@ struct HotkeyPress {
     HWND target = nullptr;      // the control in `foreground` that has the keyboard, else `foreground`
 };
 
+// The window that asks for a hotkey to be pressed.
+struct KeyCapture {
+    HWND window = nullptr;
+    CaptureState state;
+};
+
 struct KeyboardHook {
     HookClient client;
     HotkeyTables tables;
     DisabledHotkeys disabled;
     TriggerState trigger;
+    KeyCapture capture;
     HotkeyPress menuRequest;             // whose menu is asked for
     HotkeyPress press;                   // of the entry that is executed, or was last
     bool rightControlIsHotkeys = false;  // a hotkey with right Ctrl was pressed, which is held since
@@ -84,6 +92,18 @@ void RunPressedEntry();
 // Whether the user holds Ctrl for something else than the hotkey that he pressed: letting the right one go
 // for him does not reach the system's right Ctrl.
 bool IsControlHeldOnPurpose();
+
+// From now on, while this window of the hook's thread has the keyboard and no menu is open, the keys are
+// its own and no hotkey runs, also while the user has the hook switched off. For each the window gets
+// WM_KEYS_PRESSED: action and key in the words of wParam, what is held as state word in lParam.
+void BeginCapture(HWND window);
+
+// To be called when the window loses the keyboard or goes; without a capture of that window it does
+// nothing. What is still held stays the hook's until it comes up.
+void EndCapture(HWND window);
+
+// Nobody knows what is held any more: the session was away, and keys came up unseen.
+void ForgetHeldKeys();
 
 // How long Windows waits for a hook, in milliseconds, by what the registry holds (nothing: not set).
 DWORD HookTimeLimit(std::optional<DWORD> registryValue);

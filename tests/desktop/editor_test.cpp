@@ -14,6 +14,41 @@ class EditorTest : public ProgramWindow {
         PostMessageW(dialog_, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
                      reinterpret_cast<LPARAM>(Control(button)));
     }
+    HWND Focus() const {
+        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) ? info.hwndFocus
+                                                                                   : nullptr;
+    }
+    void SetFocusTo(int id) const {
+        SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE);
+    }
+    void AskForHotkey() const {
+        SetFocusTo(IDC_HOTKEY);
+        EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Press the keys"));
+    }
+    // In the middle of the link at the end of the verdict.
+    int LinkX() const {
+        const HDC canvas = GetDC(Control(IDC_CLASH));
+        const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(Control(IDC_CLASH), WM_GETFONT, 0, 0));
+        const HGDIOBJ before = SelectObject(canvas, font);
+        const std::wstring text = Text(IDC_CLASH);
+        SIZE size = {};
+        GetTextExtentPoint32W(canvas, text.c_str(), static_cast<int>(text.size()), &size);
+        SelectObject(canvas, before);
+        ReleaseDC(Control(IDC_CLASH), canvas);
+        return static_cast<int>(size.cx) - 12;
+    }
+    static void HoldAndLetGo(const std::vector<BYTE>& down, const std::vector<BYTE>& up) {
+        constexpr DWORD kHeld = 70;
+        for (const BYTE key : down) {
+            PressKeyDown(key);
+            Linger(kHeld);
+        }
+        for (const BYTE key : up) {
+            LetKeyUp(key);
+            Linger(kHeld);
+        }
+    }
     // A choice in a drop-down as its owner is told of it.
     void Choose(int id, WPARAM index) const {
         SendMessageW(Control(id), CB_SETCURSEL, index, 0);
@@ -68,7 +103,7 @@ TEST_F(EditorTest, EntriesAreAddedCopiedAndDeleted) {
     ASSERT_TRUE(Select(2, IDC_LABEL, L"Third"));
     EXPECT_EQ(Text(IDC_CLASH), L"");
     Choose(IDC_MODIFIER, 4);
-    EXPECT_EQ(Text(IDC_CLASH), L"Also used by: First & best. Pressing it will show a menu.");
+    EXPECT_EQ(Text(IDC_CLASH), L"Shares a menu with First & best.");
     EXPECT_TRUE(FileGets(L"text_002=Ctrl+Q=three<E<N<D|"));
     ASSERT_TRUE(Select(0, IDC_TEXT, L"one"));
     for (const int answer : {IDNO, IDYES}) {
@@ -175,6 +210,96 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     ASSERT_TRUE(target.Activate());
     PlayStroke({VK_LCONTROL, VK_LMENU}, 'R');
     EXPECT_TRUE(targetShows(L"hello\r\n!")) << ::testing::PrintToString(target.Text());
+}
+
+// As people press it: held for a while, let go in any order. Ctrl+Q is the entry's own hotkey and Alt+F4 is
+// Windows', and neither does what it does elsewhere.
+TEST_F(EditorTest, TheHotkeyFieldTakesWhatIsPressedAndNothingElseHappens) {
+    const Target target;
+    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Alt+W", L"two", L"Second"}});
+    ASSERT_TRUE(Select(0, IDC_LABEL, L"First"));
+    EXPECT_EQ(Text(IDC_HOTKEY), L"Hotkey: Ctrl + Q");
+    AskForHotkey();
+    const std::tuple<std::vector<BYTE>, std::vector<BYTE>, const wchar_t*, const wchar_t*> rows[] = {
+        {{VK_LCONTROL, 'Q'}, {'Q', VK_LCONTROL}, L"Ctrl + Q", L"Ctrl+Q=one"},
+        {{VK_LMENU, 'W'}, {VK_LMENU, 'W'}, L"Alt + W", L"Alt+W=one"},
+        {{VK_RCONTROL, VK_F10}, {VK_F10, VK_RCONTROL}, L"Right Ctrl + F10", L"R-Ctrl+F10=one"},
+        {{VK_LWIN, 'E'}, {VK_LWIN, 'E'}, L"Left Win + E", L"L-Win+E=one"},
+        {{VK_RMENU, 'K'}, {'K', VK_RMENU}, L"Alt Gr + K", L"Alt-Gr+K=one"},
+        {{VK_LMENU, VK_LCONTROL, VK_TAB}, {VK_LMENU, VK_TAB, VK_LCONTROL}, L"Ctrl + Alt + TAB",
+         L"Ctrl-Alt+TAB=one"},
+        {{VK_LMENU, VK_F4}, {VK_F4, VK_LMENU}, L"Alt + F4", L"Alt+F4=one"},
+    };
+    for (const auto& [down, up, shown, stored] : rows) {
+        HoldAndLetGo(down, up);
+        EXPECT_TRUE(Becomes(IDC_HOTKEY, std::wstring(L"Hotkey: ") + shown)) << testing::PrintToString(shown);
+        EXPECT_TRUE(FileGets(stored)) << testing::PrintToString(stored);
+        EXPECT_FALSE(AnyModifierDown());
+        EXPECT_EQ(GetForegroundWindow(), dialog_);
+    }
+    EXPECT_EQ(Text(IDC_CLASH), L"Windows needs Alt + F4: it closes the window.");
+    EXPECT_EQ(Text(IDC_KEY), L"F4");
+    EXPECT_EQ(Text(IDC_MODIFIER), L"Alt");
+    // What cannot be one is said and not taken.
+    HoldAndLetGo({'B'}, {'B'});
+    EXPECT_TRUE(WaitFor([&] { return Text(IDC_CLASH).starts_with(L"B alone would be swallowed"); }));
+    EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Press the keys"));
+    HoldAndLetGo({VK_LCONTROL, VK_LSHIFT, 'K'}, {'K', VK_LCONTROL, VK_LSHIFT});
+    EXPECT_TRUE(WaitFor([&] { return Text(IDC_CLASH).starts_with(L"Ctrl + Shift + K cannot"); }));
+    EXPECT_EQ(Text(IDC_KEY), L"F4");
+    PlayStroke({}, VK_ESCAPE);
+    EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Alt + F4"));
+    EXPECT_TRUE(FileHolds(L"Alt+F4=one"));
+    // Only one modifier shows while it is held, and it ends with the keyboard elsewhere.
+    AskForHotkey();
+    PressKeyDown(VK_LCONTROL);
+    EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Ctrl + ..."));
+    ASSERT_TRUE(target.Activate());
+    EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Alt + F4"));
+    LetKeyUp(VK_LCONTROL);
+    EXPECT_FALSE(AnyModifierDown());
+    EXPECT_EQ(target.Text(), L"");
+    // And the hotkeys work at once, what was pressed among them.
+    ASSERT_TRUE(SettlesInFront(target.Window()));
+    HoldAndLetGo({VK_LMENU, VK_F4}, {VK_F4, VK_LMENU});
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"one"; })) << testing::PrintToString(target.Text());
+    Linger(320);
+    HoldAndLetGo({VK_LMENU, 'W'}, {VK_LMENU, 'W'});
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"onetwo"; }));
+}
+
+TEST_F(EditorTest, TheHotkeyIsClearedLeftAndChosenWithoutMakingItUp) {
+    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Ctrl+Q", L"two", L"Second"}});
+    ASSERT_TRUE(Select(0, IDC_LABEL, L"First"));
+    EXPECT_EQ(Text(IDC_CLASH), L"Shares a menu with Second.");
+    // The link leads to the other entry and back.
+    for (const wchar_t* label : {L"Second", L"First"}) {
+        Click(Control(IDC_CLASH), LinkX(), 4);
+        EXPECT_TRUE(Becomes(IDC_LABEL, label));
+    }
+    // What is typed on the way to a key, or is none, is not saved.
+    SetFocusTo(IDC_KEY);
+    Keys({'H', 'Y', 'P', 'E', 'R'});
+    EXPECT_TRUE(WaitFor([&] { return Text(IDC_CLASH).starts_with(L"\u201chyper\u201d cannot"); }));
+    PlayStroke({}, VK_TAB);
+    EXPECT_TRUE(Becomes(IDC_KEY, L"Q"));
+    EXPECT_TRUE(FileHolds(L"Ctrl+Q=one"));
+    // Tab moves on, either way, and Backspace clears.
+    AskForHotkey();
+    PlayStroke({}, VK_TAB);
+    EXPECT_TRUE(WaitFor([&] { return GetParent(Focus()) == dialog_ && Focus() == Control(IDC_MODIFIER); }));
+    PlayStroke({VK_LSHIFT}, VK_TAB);
+    EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Press the keys"));
+    PlayStroke({}, VK_BACK);
+    EXPECT_TRUE(FileGets(L"text_000=Ctrl+=one"));
+    PlayStroke({}, VK_ESCAPE);
+    EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey:"));
+    // With the hotkeys paused it works as well, and they stay so.
+    Menu(CMD_NOTHING);
+    PostMessageW(dialog_, WM_COMMAND, CMD_TRAY_PAUSE, 0);
+    AskForHotkey();
+    HoldAndLetGo({VK_LCONTROL, VK_LMENU, 'U'}, {VK_LCONTROL, VK_LMENU, 'U'});
+    EXPECT_TRUE(FileGets(L"text_000=Ctrl-Alt+U=one"));
 }
 
 TEST_F(EditorTest, NothingOverlapsAtTheSmallestSize) {

@@ -100,7 +100,14 @@ TEST_F(TreeWindow, TakesTheListsPlaceWithSelectionFilterAndMenu) {
 TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlacesForGood) {
     Start(L"m_show_tree=1\r\n");
     ASSERT_TRUE(TreeGets(8));
-    DragMouse(TreePlace(1, 1), TreePlace(6, 0), [] { PlayStroke({}, VK_ESCAPE); });
+    const HWND bar = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
+    DragMouse(TreePlace(1, 1), TreePlace(6, 0), [&] {
+        constexpr std::wstring_view kSaid = L"Ctrl + Q: will become Ctrl + W";
+        EXPECT_TRUE(WaitFor([&] {
+            return LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, SB_SIMPLEID, 0)) == kSaid.size();
+        }));
+        PlayStroke({}, VK_ESCAPE);
+    });
     EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
     Linger(GetDoubleClickTime() + 100);
     EXPECT_EQ(Text(IDC_KEY), L"Q");

@@ -8,11 +8,17 @@
 #include "base/product.h"
 #include "base/text.h"
 #include "hotkeys/hotkey_names.h"
+#include "hotkeys/hotkey_simulation.h"
+#include "hotkeys/key_decision.h"
+#include "hotkeys/keyboard_layout.h"
 #include "ids.h"
 #include "paste/text/command_prefixes.h"
 #include "paste/text/path_breaks.h"
 #include "ui/editor/editor_fields.h"
+#include "ui/editor/hotkey_field.h"
+#include "ui/editor/hotkey_verdict.h"
 #include "ui/editor/word_completion.h"
+#include "ui/look/link_line.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 
@@ -32,6 +38,7 @@ constexpr Caption kCaptions[] = {
     {IDC_LIST_CAPTION, text::kEntriesCaption},
     {IDC_TREE_CAPTION, text::kEntriesCaption},
     {IDC_LABEL_CAPTION, text::kLabelCaption},
+    {IDC_HOTKEY_CAPTION, text::kHotkeyFieldCaption},
     {IDC_MODIFIER_CAPTION, text::kModifierCaption},
     {IDC_KEY_CAPTION, text::kKeyCaption},
     {IDC_TEXT_CAPTION, text::kTextCaption},
@@ -44,7 +51,7 @@ constexpr Caption kCaptions[] = {
 };
 
 // What works only with an entry.
-constexpr int kEntryControls[] = {IDC_LABEL,      IDC_MODIFIER,     IDC_KEY,        IDC_TEXT,
+constexpr int kEntryControls[] = {IDC_LABEL,      IDC_HOTKEY,       IDC_MODIFIER,   IDC_KEY,   IDC_TEXT,
                                   CMD_COPY_ENTRY, CMD_DELETE_ENTRY, CMD_TEST_ENTRY, IDC_INSERT};
 
 void SetFieldText(int control, const std::wstring& text) {
@@ -74,19 +81,44 @@ int PathAdvice() {
     return fallsApart ? text::kPathBreaks : text::kPathShownBroken;
 }
 
-// What the user should know of the entry: a path that falls apart first, it will not run.
+// The key in the field; nothing while a name stands there that no key has, or none of this keyboard.
+std::optional<unsigned> ChosenKey() {
+    const std::wstring input = FieldText(IDC_KEY);
+    if (input == editor.keyName) return editor.key;
+    const std::optional<unsigned> key = KeyFromInput(input);
+    return key && *key && !IsOnKeyboard(*key) ? std::nullopt : key;
+}
+
+// Asked anew only for another hotkey, and when one is being chosen: typing a text changes nothing here.
+const KeyFacts& FactsOf(unsigned key, unsigned modifier) {
+    static KeyFacts facts;
+    static std::pair<unsigned, unsigned> known = {0U, 0U};
+    if (!editor.choosesHotkey && known == std::pair(key, modifier)) return facts;
+    known = {key, modifier};
+    facts = {KeyLabel(key)};
+    if (modifier == kModifierCtrlAlt || modifier == kModifierAltGr) facts.typed = TypedWithCtrlAlt(key);
+    const bool withWin = modifier == kModifierLeftWin || modifier == kModifierRightWin;
+    facts.isTaken = withWin && key != 0 && IsWinHotkeyTaken(mainWindow.window, key, false);
+    return facts;
+}
+
+HotkeyVerdict VerdictOnHotkey() {
+    const std::optional<unsigned> key = ChosenKey();
+    if (editor.position < 0) return {};
+    if (!editor.refusal.empty()) return {editor.refusal};
+    if (!key) return {FillIn(LanguageText(text::kNotAKey), {FieldText(IDC_KEY)})};
+    return JudgeHotkey(mainWindow.entries, editor.position, *key, ChosenModifier(),
+                       FactsOf(*key, ChosenModifier()), editor.choosesHotkey);
+}
+
+// What the user should know of the entry: a path that falls apart first, it will not run; but while he
+// chooses a hotkey, of that.
 void ShowAdvice() {
-    std::wstring advice;
     const int pathAdvice = PathAdvice();
-    const std::optional<int> other =
-        FindClash(mainWindow.entries, editor.position, KeyFromInput(FieldText(IDC_KEY)), ChosenModifier());
-    if (pathAdvice) {
-        advice = LanguageText(pathAdvice);
-    } else if (editor.position >= 0 && other) {
-        advice =
-            FillIn(LanguageText(text::kHotkeyShared), {EntryName(mainWindow.entries.at(*other).current)});
-    }
-    if (advice != FieldText(IDC_CLASH)) SetFieldText(IDC_CLASH, advice);
+    HotkeyVerdict verdict = VerdictOnHotkey();
+    if (pathAdvice && (!editor.choosesHotkey || verdict.text.empty())) verdict = {LanguageText(pathAdvice)};
+    editor.sharer = verdict.other;
+    SetLinkLine(DialogControl(IDC_CLASH), verdict.text, verdict.linkStart, verdict.linkLength);
     const HWND button = DialogControl(IDC_KEEP_PATHS);
     const bool isOffered = (GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE) != 0;
     if ((pathAdvice != 0) == isOffered) return;
@@ -94,6 +126,23 @@ void ShowAdvice() {
     ShowWindow(button, pathAdvice ? SW_SHOW : SW_HIDE);
     // Sizes the two that share the line.
     SendMessageW(mainWindow.window, WM_SIZE, 0, 0);
+}
+
+// In the field that takes keys as they are pressed, what the two drop-downs say.
+void ShowChosenHotkey() {
+    if (editor.position < 0) return ShowHotkeyInField({});
+    const unsigned key = ChosenKey().value_or(editor.key);
+    ShowHotkeyInField(FormatHotkeyForReading(key, ChosenModifier(), KeyLabel(key)));
+}
+
+// The hotkey's key is that one now, whatever was being typed.
+void ShowKey(unsigned key) {
+    const bool wasFilling = std::exchange(editor.filling, true);
+    editor.key = key;
+    editor.keyName = FormatKeyName(key);
+    if (FieldText(IDC_KEY) != editor.keyName) SetFieldText(IDC_KEY, editor.keyName);
+    editor.filling = wasFilling;
+    ShowChosenHotkey();
 }
 
 // One change, which Ctrl+Z takes back.
@@ -123,9 +172,9 @@ void FillFields(const ListEntry& entry) {
     editor.filling = true;
     SetFieldText(IDC_TEXT, EditorFromStoredText(entry.text));
     SetFieldText(IDC_LABEL, entry.label);
-    SetFieldText(IDC_KEY, FormatKeyName(entry.keyCode));
     const unsigned modifier = entry.modifier < kModifierCount ? entry.modifier : 0U;
     SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
+    ShowKey(entry.keyCode);
     editor.filling = false;
 }
 
@@ -156,26 +205,73 @@ void ShowChosenKey() {
     SetWindowTextW(box, name);
 }
 
+void ChooseHotkey(bool chooses) {
+    editor.choosesHotkey = chooses;
+    editor.refusal.clear();
+    ShowAdvice();
+}
+
+void ShowChange() {
+    editor.refusal.clear();
+    ShowChosenHotkey();
+    ShowAdvice();
+}
+
 void OnKeyField(int code) {
     switch (code) {
+        case CBN_SETFOCUS: ChooseHotkey(true); break;
         case CBN_SELCHANGE:
             ShowChosenKey();
             Changed();
-            ShowAdvice();
+            ShowChange();
             break;
         // No timer here: "F1" on the way to "F12" is no hotkey that anybody wants.
         case CBN_EDITCHANGE:
-            editor.edited = editor.edited || (!editor.filling && editor.position >= 0);
-            ShowAdvice();
+            if (editor.filling) break;
+            editor.edited = editor.edited || editor.position >= 0;
+            ShowChange();
             break;
         case CBN_KILLFOCUS:
-            if (!editor.edited) break;
-            SetFieldText(IDC_KEY, FormatKeyName(KeyFromInput(FieldText(IDC_KEY))));
-            ShowAdvice();
-            SaveEdits(Warn::kOnce);
+            // What is no key gives way to the one that the entry has.
+            ShowKey(ChosenKey().value_or(editor.key));
+            ChooseHotkey(false);
+            if (editor.edited) SaveEdits(Warn::kOnce);
             break;
         default: break;
     }
+}
+
+void OnModifierField(int code) {
+    if (code == CBN_SETFOCUS || code == CBN_KILLFOCUS) ChooseHotkey(code == CBN_SETFOCUS);
+    if (code != CBN_SELCHANGE) return;
+    Changed();
+    ShowChange();
+}
+
+void SetHotkey(unsigned key, unsigned modifier) {
+    SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
+    ShowKey(RecordKey(key));
+    Changed();
+    ShowChange();
+}
+
+bool TakePressed(const PressedKeys& pressed) {
+    if (editor.position < 0) return false;
+    editor.refusal = WhyNoHotkey(pressed.key, pressed.held, KeyLabel(pressed.key));
+    const bool isHotkey = editor.refusal.empty();
+    if (isHotkey) SetHotkey(pressed.key, static_cast<unsigned>(ModifierCodeOf(pressed.held)));
+    ShowAdvice();
+    return isHotkey;
+}
+
+void ClearHotkey() {
+    SetHotkey(0, ChosenModifier());
+}
+
+// Another command's business: the selection is what decides which entry is shown.
+void OnLink(int code) {
+    if (code != BN_CLICKED || editor.sharer < 0) return;
+    PostMessageW(mainWindow.window, WM_COMMAND, CMD_SHOW_ENTRY, editor.sharer);
 }
 
 void OnTextField(int code) {
@@ -208,10 +304,13 @@ void RelabelEditor() {
     SendMessageW(DialogControl(IDC_FILTER), EM_SETCUEBANNER, TRUE,
                  reinterpret_cast<LPARAM>(LanguageText(text::kFilterCue).c_str()));
     ShowCounter();
+    ShowChosenHotkey();
+    RelabelHotkeyField();
     ShowAdvice();
 }
 
 void SetUpEditor(HWND dialog) {
+    SetHotkeyFieldClient({TakePressed, ClearHotkey, ChooseHotkey});
     RelabelEditor();
     for (const std::wstring& name : OfferedKeyNames()) {
         SendDlgItemMessageW(dialog, IDC_KEY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
@@ -227,10 +326,11 @@ void ShowInEditor(int position) {
     const auto found = mainWindow.entries.find(position);
     const bool exists = found != mainWindow.entries.end();
     static constexpr ListEntry kNothing = {};
-    FillFields(exists ? found->second.current : kNothing);
     editor.position = exists ? position : -1;
+    FillFields(exists ? found->second.current : kNothing);
     editor.edited = false;
     editor.warned = false;
+    editor.refusal.clear();
     if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     EnableEntryControls(exists);
     ShowCounter();
@@ -241,8 +341,8 @@ bool TakeEditsOver(Warn warn) {
     if (!editor.edited) return true;
     const auto found = mainWindow.entries.find(editor.position);
     if (found == mainWindow.entries.end()) return true;
-    const EditorFields fields = {FieldText(IDC_TEXT), FieldText(IDC_LABEL), FieldText(IDC_KEY),
-                                 ChosenModifier()};
+    const EditorFields fields = {FieldText(IDC_TEXT), FieldText(IDC_LABEL),
+                                 ChosenKey().value_or(found->second.current.keyCode), ChosenModifier()};
     const std::optional<ListEntry> entry = EditedEntry(found->second.current, fields);
     if (!entry) {
         if (warn == Warn::kAlways || (warn == Warn::kOnce && !editor.warned)) WarnOfLongText();
@@ -281,13 +381,9 @@ bool OnEditorNotification(int control, int code) {
         case IDC_LABEL:
             if (code == EN_CHANGE) Changed();
             return true;
-        case IDC_MODIFIER:
-            if (code == CBN_SELCHANGE) {
-                Changed();
-                ShowAdvice();
-            }
-            return true;
+        case IDC_MODIFIER: return OnModifierField(code), true;
         case IDC_KEY: return OnKeyField(code), true;
+        case IDC_CLASH: return OnLink(code), true;
         case IDC_KEEP_PATHS:
             if (code == BN_CLICKED) KeepPathsOfText();
             return true;

@@ -13,7 +13,12 @@ struct Editor {
     int position = -1;    // of the entry that is shown; -1: none
     bool edited = false;  // the fields hold what the list does not
     bool filling = false;
-    bool warned = false;  // the text is too long, and the user has been told
+    bool warned = false;         // the text is too long, and the user has been told
+    unsigned key = 0;            // of the hotkey, as the record holds it, and
+    std::wstring keyName;        // its name in the field; another one there is still being typed
+    bool choosesHotkey = false;  // one of the hotkey's controls has the keyboard
+    std::wstring refusal;        // why what was pressed last is no hotkey
+    int sharer = -1;             // position of the entry that the link leads to
 };
 
 extern Editor editor;

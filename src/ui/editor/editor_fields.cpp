@@ -37,22 +37,20 @@ std::vector<std::wstring> OfferedKeyNames() {
     return names;
 }
 
-// As the record holds a code, which is one signed byte there.
-static unsigned RecordKey(unsigned key) {
-    return (key ^ 0x80) - 0x80;
+unsigned RecordKey(unsigned key) {
+    return ((key & 0xff) ^ 0x80) - 0x80;
 }
 
-unsigned KeyFromInput(std::wstring_view input) {
+std::optional<unsigned> KeyFromInput(std::wstring_view input) {
     const std::wstring_view name = TrimBlanks(input);
     if (name.empty()) return 0;
     for (const std::wstring& offered : OfferedKeyNames()) {
         if (EqualsIgnoreCase(name, offered)) return RecordKey(ParseKeyName(offered));
     }
-    // A single letter as typed would be the code of another key: "q" is F2. The equals sign ends the key's
-    // name in the file.
-    const std::wstring upper = name.size() == 1 ? UpperCase(name) : std::wstring(name);
-    const unsigned key = ParseKeyName(upper);
-    if (key > 0xff || upper == L"=") return 0;
+    // A single letter as typed would be the code of another key: "q" is F2.
+    const std::wstring upper = UpperCase(name);
+    const unsigned key = upper.front();
+    if (key > 0xff || !IsStorableKey(key) || FormatKeyName(key) != upper) return std::nullopt;
     return RecordKey(key);
 }
 
@@ -62,7 +60,7 @@ std::optional<ListEntry> EditedEntry(const ListEntry& old, const EditorFields& f
     ListEntry entry = old;
     CopyText(entry.text, *text, kTextLimit);
     CopyText(entry.label, fields.label, kLabelLimit);
-    entry.keyCode = KeyFromInput(fields.key);
+    entry.keyCode = fields.key;
     entry.modifier = fields.modifier;
     return entry;
 }

@@ -13,15 +13,18 @@ namespace verbatix {
 // The keys that the drop-down offers, by the names that are stored; the first, empty one is "no key".
 std::vector<std::wstring> OfferedKeyNames();
 
-// The key that the user means by a name typed in any case, as the record holds it (sign-extended from 8
-// bits). 0, no key, for an empty text and for what no key code can stand for.
-unsigned KeyFromInput(std::wstring_view input);
+// The key code as a record holds it: sign-extended from 8 bits.
+unsigned RecordKey(unsigned key);
+
+// The key that the user means by a name typed in any case, as the record holds it; 0, no key, for an empty
+// text. Nothing for a name that no key has: what is half of one, or more than one, is none.
+std::optional<unsigned> KeyFromInput(std::wstring_view input);
 
 // What stands in the fields.
 struct EditorFields {
     std::wstring text;  // with real line breaks
     std::wstring label;
-    std::wstring key;
+    unsigned key = 0;  // as the record holds it
     unsigned modifier = 0;
 };
 

@@ -8,6 +8,7 @@
 
 #include "base/language.h"
 #include "base/text.h"
+#include "hotkeys/hotkey_names.h"
 #include "ids.h"
 #include "ui/entries/entry_placing.h"
 #include "ui/entries/move_entry.h"
@@ -83,8 +84,25 @@ void Light(int node) {
     if (ShownView() == mainWindow.tree) TreeView_SelectDropTarget(mainWindow.tree, ItemOf(node));
 }
 
+std::wstring HotkeyName(unsigned key, unsigned modifier) {
+    if ((key & 0xff) == 0) return LanguageText(text::kWithoutHotkey);
+    return FormatHotkeyDisplay(key, modifier);
+}
+
+// What the entry's hotkey becomes there; empty: it stays.
+std::wstring HotkeyChange(const Placement& drop) {
+    const auto dragged = mainWindow.entries.find(drag.position);
+    if (dragged == mainWindow.entries.end()) return {};
+    const ListEntry& entry = dragged->second.current;
+    const std::wstring before = HotkeyName(entry.keyCode, entry.modifier);
+    const std::wstring after = HotkeyName(drop.key, drop.modifier);
+    if (before == after) return {};
+    return FillIn(LanguageText(text::kHotkeyWillBecome), {before, after});
+}
+
 void TellTarget(const Target& target) {
-    std::wstring text;
+    std::wstring text = target.drop ? HotkeyChange(*target.drop) : std::wstring();
+    if (!text.empty()) return TellInStatusBar(text);
     if (target.drop) {
         text = target.litNode > 0 ? FillIn(LanguageText(text::kMoveTo), {target.name})
                                   : LanguageText(text::kMoveHere);

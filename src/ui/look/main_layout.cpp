@@ -21,6 +21,7 @@ constexpr int kButtonHeight = 14;
 constexpr int kButtonWidth = 54;
 constexpr int kModifierWidth = 92;
 constexpr int kKeyWidth = 56;
+constexpr int kHotkeyWidth = 100;
 constexpr int kFilterCaptionWidth = 34;
 constexpr int kCounterWidth = 90;
 constexpr int kKeepPathsWidth = 76;
@@ -62,13 +63,16 @@ int PlaceFilter(const Layout& at, int width, int y) {
 int PlaceHotkeyRow(const Layout& at, int width, int y) {
     const int key = width - at.X(kMargin + kKeyWidth);
     const int modifier = key - at.X(kGap + kModifierWidth);
+    const int hotkey = modifier - at.X(kGap + kHotkeyWidth);
     const int label = at.X(kMargin);
-    const int labelWidth = modifier - at.X(kGap) - label;
+    const int labelWidth = hotkey - at.X(kGap) - label;
     at.Place(IDC_LABEL_CAPTION, label, y, labelWidth, at.Y(kCaptionHeight));
+    at.Place(IDC_HOTKEY_CAPTION, hotkey, y, at.X(kHotkeyWidth), at.Y(kCaptionHeight));
     at.Place(IDC_MODIFIER_CAPTION, modifier, y, at.X(kModifierWidth), at.Y(kCaptionHeight));
     at.Place(IDC_KEY_CAPTION, key, y, at.X(kKeyWidth), at.Y(kCaptionHeight));
     y += at.Y(kCaptionHeight);
     at.Place(IDC_LABEL, label, y, labelWidth, at.Y(kFieldHeight));
+    at.Place(IDC_HOTKEY, hotkey, y, at.X(kHotkeyWidth), at.Y(kFieldHeight));
     at.Place(IDC_MODIFIER, modifier, y, at.X(kModifierWidth), at.Y(kDropDownHeight));
     at.Place(IDC_KEY, key, y, at.X(kKeyWidth), at.Y(kDropDownHeight));
     y += at.Y(kFieldHeight + 2);

@@ -164,6 +164,11 @@ void Rename() {
     if (!mainWindow.listCommandsBlocked) RenameSelected();
 }
 
+// Of another entry on the same hotkey.
+void Show(int, LPARAM position) {
+    if (mainWindow.entries.count(static_cast<int>(position))) SelectEntry(static_cast<int>(position));
+}
+
 void Move(int id) {
     MoveSelected(id == CMD_MOVE_DOWN);
 }
@@ -253,6 +258,7 @@ constexpr Command kMainCommands[] = {
     {CMD_MOVE_UP, CallWithId<Move>},
     {CMD_MOVE_DOWN, CallWithId<Move>},
     {CMD_NEXT_VERSION_TOO, Call<NextVersion>},
+    {CMD_SHOW_ENTRY, Show},
     {CMD_SHOW_GROUPS, CallWithId<SwitchViewOption>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},

@@ -111,6 +111,8 @@ bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
 bool HandleDialogKey(const MSG& message) {
     const HWND window = mainWindow.window;
     if (HandleCompletionMessage(message)) return true;
+    // There every key is one to be taken.
+    if (window && message.hwnd == DialogControl(IDC_HOTKEY)) return false;
     if ((message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) || !window) return false;
     if (!IsWindowEnabled(window) || (message.hwnd != window && !IsChild(window, message.hwnd)))
         return false;

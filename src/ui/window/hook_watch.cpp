@@ -47,7 +47,7 @@ void OnRawKey() {
 
 // A key that was held when the session was left has come up since.
 static void RenewHookAfterAbsence() {
-    keyboardHook.trigger.claims.Clear();
+    ForgetHeldKeys();
     RenewHook();
 }
 

@@ -12,11 +12,13 @@
 #include "store/list_hotkeys.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
+#include "ui/editor/hotkey_field.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/context_menu.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/entries/rename.h"
 #include "ui/look/dark_theme.h"
+#include "ui/look/link_line.h"
 #include "ui/look/main_layout.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
@@ -199,6 +201,8 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
 }
 
 HWND CreateMainWindow(HINSTANCE instance) {
+    RegisterHotkeyField();
+    RegisterLinkLine();
     return CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainProcedure, 0);
 }
 

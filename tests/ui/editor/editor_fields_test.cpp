@@ -14,7 +14,7 @@ namespace verbatix::test {
 namespace {
 
 TEST(KeyFromInput, TakesAnyCaseAndRefusesWhatIsNoKey) {
-    const std::pair<const wchar_t*, unsigned> rows[] = {
+    const std::pair<const wchar_t*, std::optional<unsigned>> rows[] = {
         {L"", 0},
         {L"Q", 'Q'},
         {L" q ", 'Q'},
@@ -24,8 +24,15 @@ TEST(KeyFromInput, TakesAnyCaseAndRefusesWhatIsNoKey) {
         {L"space", VK_SPACE},
         {L"[", 0xFFFFFFDB},
         {L"\x00e4", 0xFFFFFFC4},
-        {L"=", 0},
-        {L"\x4e2d", 0},
+        {L"=", {}},
+        {L"\x4e2d", {}},
+        // What only begins like a key, or is the code of another one.
+        {L"Hyper", {}},
+        {L"F13", {}},
+        {L"Deleted", {}},
+        {L"NUM_X", {}},
+        {L"%", {}},
+        {L"\\", {}},
     };
     for (const auto& [input, key] : rows)
         EXPECT_EQ(KeyFromInput(input), key) << ::testing::PrintToString(input);
@@ -35,11 +42,29 @@ TEST(KeyFromInput, EveryOfferedKeySurvivesTheFile) {
     for (const std::wstring& name : OfferedKeyNames()) {
         ListEntry entry = {};
         entry.modifier = 4;
-        entry.keyCode = KeyFromInput(name);
+        entry.keyCode = KeyFromInput(name).value();
         EXPECT_EQ(FormatKeyName(entry.keyCode), name);
         const std::optional<StoredEntry> read = ReadEntryValue(FormatStoredValue(entry));
         ASSERT_TRUE(read) << ::testing::PrintToString(name);
         EXPECT_EQ(read->key & 0xff, entry.keyCode & 0xff) << ::testing::PrintToString(name);
+    }
+}
+
+TEST(KeyFromInput, EveryStorableKeySurvivesTheFile) {
+    int storable = 0;
+    for (unsigned key = 0; key < 0x100; ++key) {
+        if (!IsStorableKey(key)) continue;
+        ++storable;
+        ListEntry entry = {};
+        entry.modifier = 4;
+        entry.keyCode = RecordKey(key);
+        const std::optional<StoredEntry> read = ReadEntryValue(FormatStoredValue(entry));
+        ASSERT_TRUE(read) << key;
+        EXPECT_EQ(read->key & 0xff, key);
+    }
+    EXPECT_GT(storable, 200);
+    for (const unsigned key : {0, VK_RETURN, VK_BACK, VK_PAUSE, VK_APPS, VK_LWIN, VK_RMENU, VK_LSHIFT}) {
+        EXPECT_FALSE(IsStorableKey(key)) << key;
     }
 }
 

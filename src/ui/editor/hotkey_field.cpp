@@ -1,0 +1,213 @@
+#include "ui/editor/hotkey_field.h"
+
+#include <utility>
+
+#include "base/language.h"
+#include "base/text.h"
+#include "hotkeys/keyboard_hook.h"
+#include "hotkeys/keyboard_layout.h"
+#include "ids.h"
+#include "ui/editor/hotkey_verdict.h"
+#include "ui/state/main_window.h"
+
+namespace verbatix {
+
+namespace {
+
+constexpr wchar_t kClass[] = L"VerbatixHotkey";
+
+struct HotkeyField {
+    HotkeyFieldClient client;
+    std::wstring hotkey;    // of the entry
+    std::wstring pressed;   // in place of it while the field asks; empty: the request to press something
+    bool asks = false;      // has the keyboard
+    bool complete = false;  // a combination has come since the last modifier went down
+    HWND cameFrom = nullptr;
+    HFONT font = nullptr;
+};
+
+HotkeyField field;
+
+std::wstring ShownText() {
+    if (!field.asks) return field.hotkey;
+    return field.pressed.empty() ? LanguageText(text::kPressKeys) : field.pressed;
+}
+
+// The window's text is what a screen reader says when it changes: the name of the field, then what it
+// shows.
+void Refresh() {
+    const HWND window = DialogControl(IDC_HOTKEY);
+    std::wstring name = LanguageText(text::kHotkeyFieldCaption);
+    ReplaceAll(name, L"&", L"");
+    const std::wstring shown = ShownText();
+    if (!shown.empty()) name += L' ' + shown;
+    if (name != FieldText(IDC_HOTKEY)) SetWindowTextW(window, name.c_str());
+    InvalidateRect(window, nullptr, FALSE);
+}
+
+void ShowPressed(std::wstring shown) {
+    field.pressed = std::move(shown);
+    Refresh();
+}
+
+void OnHeld(unsigned held) {
+    field.complete = false;
+    ShowPressed(held == 0 ? std::wstring() : FormatHeldKeys(held) + L" + ...");
+}
+
+// What was taken stays in sight; after what was not, the field asks again.
+void OnReleased(unsigned held) {
+    const bool isTaken = field.complete && field.pressed == field.hotkey;
+    if (!field.complete || (held == 0 && !isTaken)) OnHeld(held);
+}
+
+void OnCombination(DWORD key, unsigned held) {
+    field.complete = true;
+    const bool isTaken = field.client.take && field.client.take({key, held});
+    ShowPressed(isTaken ? field.hotkey : FormatPressedKeys(key, held, KeyLabel(key)));
+}
+
+void OnClear() {
+    field.complete = false;
+    if (field.client.clear) field.client.clear();
+    ShowPressed({});
+}
+
+void Leave() {
+    const bool canReturn = IsWindow(field.cameFrom) && IsChild(mainWindow.window, field.cameFrom) &&
+                           IsWindowVisible(field.cameFrom) && IsWindowEnabled(field.cameFrom);
+    SetFocus(canReturn ? field.cameFrom : ShownView());
+}
+
+void OnKeysPressed(CaptureAction action, DWORD key, unsigned held) {
+    if (!field.asks) return;
+    switch (action) {
+        case CaptureAction::kHeld: return OnHeld(held);
+        case CaptureAction::kReleased: return OnReleased(held);
+        case CaptureAction::kCombination: return OnCombination(key, held);
+        case CaptureAction::kClear: return OnClear();
+        case CaptureAction::kLeave: return Leave();
+        case CaptureAction::kNothing: return;
+    }
+}
+
+void OnAskingChanged(HWND window, bool asks) {
+    field.asks = asks;
+    field.complete = false;
+    field.pressed.clear();
+    if (asks) {
+        BeginCapture(window);
+    } else {
+        EndCapture(window);
+    }
+    if (field.client.askingChanged) field.client.askingChanged(asks);
+    Refresh();
+}
+
+COLORREF Blend(COLORREF a, COLORREF b) {
+    return RGB((GetRValue(a) + GetRValue(b)) / 2, (GetGValue(a) + GetGValue(b)) / 2,
+               (GetBValue(a) + GetBValue(b)) / 2);
+}
+
+void DrawFrame(HDC canvas, RECT place, COLORREF color) {
+    SetDCBrushColor(canvas, color);
+    FrameRect(canvas, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+// With the colours that the dialog gives to its other fields.
+void Draw(HWND window, HDC canvas) {
+    RECT all = {};
+    GetClientRect(window, &all);
+    const bool isEnabled = IsWindowEnabled(window) != FALSE;
+    const UINT colors = isEnabled ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC;
+    const auto back = reinterpret_cast<HBRUSH>(SendMessageW(
+        GetParent(window), colors, reinterpret_cast<WPARAM>(canvas), reinterpret_cast<LPARAM>(window)));
+    FillRect(canvas, &all, back ? back : GetSysColorBrush(COLOR_WINDOW));
+    const COLORREF faint = Blend(GetTextColor(canvas), GetBkColor(canvas));
+    DrawFrame(canvas, all, field.asks ? GetSysColor(COLOR_HIGHLIGHT) : faint);
+    RECT inner = all;
+    InflateRect(&inner, -1, -1);
+    if (field.asks) DrawFrame(canvas, inner, GetSysColor(COLOR_HIGHLIGHT));
+    SetBkMode(canvas, TRANSPARENT);
+    if (!isEnabled || (field.asks && field.pressed.empty())) SetTextColor(canvas, faint);
+    const HGDIOBJ before = SelectObject(canvas, field.font ? field.font : GetStockObject(DEFAULT_GUI_FONT));
+    InflateRect(&inner, -GetSystemMetrics(SM_CXEDGE) - 1, 0);
+    DrawTextW(canvas, ShownText().c_str(), -1, &inner,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    SelectObject(canvas, before);
+}
+
+void Paint(HWND window) {
+    PAINTSTRUCT paint = {};
+    Draw(window, BeginPaint(window, &paint));
+    EndPaint(window, &paint);
+}
+
+// Every key but a Tab that moves on.
+LRESULT WantedKeys(const MSG* message) {
+    const bool isTab = message && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+    return isTab ? DLGC_WANTCHARS : DLGC_WANTALLKEYS | DLGC_WANTCHARS;
+}
+
+LRESULT CALLBACK FieldProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    switch (message) {
+        case WM_KEYS_PRESSED:
+            OnKeysPressed(static_cast<CaptureAction>(LOWORD(wParam)), HIWORD(wParam),
+                          static_cast<unsigned>(lParam));
+            return 0;
+        case WM_SETFOCUS:
+            field.cameFrom = reinterpret_cast<HWND>(wParam);
+            return OnAskingChanged(window, true), 0;
+        case WM_KILLFOCUS: return OnAskingChanged(window, false), 0;
+        case WM_DESTROY: return EndCapture(window), 0;
+        case WM_GETDLGCODE: return WantedKeys(reinterpret_cast<const MSG*>(lParam));
+        // With any of the buttons held a key may follow.
+        case WM_LBUTTONDOWN:
+        case WM_MBUTTONDOWN:
+        case WM_RBUTTONDOWN: return SetFocus(window), 0;
+        case WM_RBUTTONUP:
+        case WM_CONTEXTMENU:
+        // A released Alt would open the menu bar.
+        case WM_KEYDOWN:
+        case WM_KEYUP:
+        case WM_SYSKEYDOWN:
+        case WM_SYSKEYUP:
+        case WM_CHAR:
+        case WM_SYSCHAR: return 0;
+        case WM_SETFONT: return field.font = reinterpret_cast<HFONT>(wParam), Refresh(), 0;
+        case WM_GETFONT: return reinterpret_cast<LRESULT>(field.font);
+        case WM_ENABLE: return InvalidateRect(window, nullptr, FALSE), 0;
+        case WM_ERASEBKGND: return 1;
+        case WM_PAINT: return Paint(window), 0;
+        case WM_PRINTCLIENT: return Draw(window, reinterpret_cast<HDC>(wParam)), 0;
+        default: return DefWindowProcW(window, message, wParam, lParam);
+    }
+}
+
+}  // namespace
+
+bool RegisterHotkeyField() {
+    WNDCLASSEXW windowClass = {};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.style = CS_HREDRAW | CS_VREDRAW;
+    windowClass.lpfnWndProc = FieldProcedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.lpszClassName = kClass;
+    return RegisterClassExW(&windowClass) != 0;
+}
+
+void SetHotkeyFieldClient(const HotkeyFieldClient& client) {
+    field.client = client;
+}
+
+void ShowHotkeyInField(const std::wstring& hotkey) {
+    field.hotkey = hotkey;
+    Refresh();
+}
+
+void RelabelHotkeyField() {
+    Refresh();
+}
+
+}  // namespace verbatix
