@@ -31,6 +31,20 @@ TEST_F(Tray, ItsMenuPausesShowsAddsAndEnds) {
         PlayStroke({VK_LCONTROL, VK_LMENU}, 'W');
         if (paused) Linger(500);
         EXPECT_TRUE(WaitFor([&] { return target.Text() == (paused ? L"" : L"text w"); }));
+        if (!paused) break;
+        // The hotkey field works all the same, and they stay paused.
+        Choose(kShow);
+        ASSERT_TRUE(ComesToFront());
+        SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_HOTKEY)), TRUE);
+        ASSERT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Press the keys"));
+        PlayStroke({VK_LCONTROL}, 'W');
+        EXPECT_TRUE(FileGets(L"Ctrl+W=text w"));
+        PlayStroke({VK_LCONTROL, VK_LMENU}, 'W');
+        EXPECT_TRUE(FileGets(L"Ctrl-Alt+W=text w"));
+        ASSERT_TRUE(target.Activate() && SettlesInFront(target.Window()));
+        PlayStroke({VK_LCONTROL, VK_LMENU}, 'W');
+        Linger(500);
+        EXPECT_EQ(target.Text(), L"");
     }
     Choose(kShow);
     EXPECT_TRUE(Shows(true));

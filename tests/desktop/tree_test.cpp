@@ -103,9 +103,8 @@ TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlacesForGood) {
     const HWND bar = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
     DragMouse(TreePlace(1, 1), TreePlace(6, 0), [&] {
         constexpr std::wstring_view kSaid = L"Ctrl + Q: will become Ctrl + W";
-        EXPECT_TRUE(WaitFor([&] {
-            return LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, SB_SIMPLEID, 0)) == kSaid.size();
-        }));
+        EXPECT_TRUE(
+            WaitFor([&] { return LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, 0, 0)) == kSaid.size(); }));
         PlayStroke({}, VK_ESCAPE);
     });
     EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));

@@ -19,7 +19,7 @@ const std::map<char, DWORD> kKeys = {
     {'*', VK_CAPITAL},  {'+', VK_VOLUME_UP}, {'?', VK_PACKET}, {'g', VK_CONTROL}};
 
 std::string Play(std::string_view script, CaptureState& state, bool mouse = false, ULONG_PTR tag = 0,
-                DWORD scanCode = 0) {
+                 DWORD scanCode = 0) {
     std::string result;
     bool up = false;
     for (const char sign : script) {

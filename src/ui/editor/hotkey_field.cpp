@@ -104,9 +104,11 @@ void OnAskingChanged(HWND window, bool asks) {
     Refresh();
 }
 
-COLORREF Blend(COLORREF a, COLORREF b) {
-    return RGB((GetRValue(a) + GetRValue(b)) / 2, (GetGValue(a) + GetGValue(b)) / 2,
-               (GetBValue(a) + GetBValue(b)) / 2);
+// Between the two, as many tenths of the way.
+COLORREF Blend(COLORREF from, COLORREF to, int tenths) {
+    const auto blend = [tenths](int a, int b) { return a + (b - a) * tenths / 10; };
+    return RGB(blend(GetRValue(from), GetRValue(to)), blend(GetGValue(from), GetGValue(to)),
+               blend(GetBValue(from), GetBValue(to)));
 }
 
 void DrawFrame(HDC canvas, RECT place, COLORREF color) {
@@ -123,13 +125,15 @@ void Draw(HWND window, HDC canvas) {
     const auto back = reinterpret_cast<HBRUSH>(SendMessageW(
         GetParent(window), colors, reinterpret_cast<WPARAM>(canvas), reinterpret_cast<LPARAM>(window)));
     FillRect(canvas, &all, back ? back : GetSysColorBrush(COLOR_WINDOW));
-    const COLORREF faint = Blend(GetTextColor(canvas), GetBkColor(canvas));
-    DrawFrame(canvas, all, field.asks ? GetSysColor(COLOR_HIGHLIGHT) : faint);
+    const COLORREF text = GetTextColor(canvas);
+    const COLORREF background = GetBkColor(canvas);
+    DrawFrame(canvas, all, field.asks ? GetSysColor(COLOR_HIGHLIGHT) : Blend(text, background, 7));
     RECT inner = all;
     InflateRect(&inner, -1, -1);
     if (field.asks) DrawFrame(canvas, inner, GetSysColor(COLOR_HIGHLIGHT));
     SetBkMode(canvas, TRANSPARENT);
-    if (!isEnabled || (field.asks && field.pressed.empty())) SetTextColor(canvas, faint);
+    if (!isEnabled || (field.asks && field.pressed.empty()))
+        SetTextColor(canvas, Blend(text, background, 4));
     const HGDIOBJ before = SelectObject(canvas, field.font ? field.font : GetStockObject(DEFAULT_GUI_FONT));
     InflateRect(&inner, -GetSystemMetrics(SM_CXEDGE) - 1, 0);
     DrawTextW(canvas, ShownText().c_str(), -1, &inner,

@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace verbatix {
 
@@ -58,9 +59,11 @@ class Canvas {
 };
 
 LONG WidthOf(HDC canvas, std::wstring_view text) {
-    SIZE size = {};
-    GetTextExtentPoint32W(canvas, text.data(), static_cast<int>(text.size()), &size);
-    return size.cx;
+    RECT place = {};
+    if (text.empty()) return 0;
+    DrawTextW(canvas, text.data(), static_cast<int>(text.size()), &place,
+              DT_SINGLELINE | DT_NOPREFIX | DT_CALCRECT);
+    return place.right;
 }
 
 RECT LinkPlace(HWND window, HDC canvas) {
@@ -75,11 +78,18 @@ RECT LinkPlace(HWND window, HDC canvas) {
     return place;
 }
 
-// Where the background is dark, the system's colour of links would not be seen.
+int Brightness(COLORREF color) {
+    return (3 * GetRValue(color) + 6 * GetGValue(color) + GetBValue(color)) / 10;
+}
+
+// The system's colour of links, unless it would not be seen, as on the background of the dark theme.
 COLORREF LinkColor(HDC canvas) {
+    constexpr int kContrast = 100;
     constexpr int kBright = 128;
-    const bool isDark = GetGValue(GetBkColor(canvas)) < kBright;
-    return isDark ? RGB(110, 180, 255) : GetSysColor(COLOR_HOTLIGHT);
+    const int back = Brightness(GetBkColor(canvas));
+    const COLORREF link = GetSysColor(COLOR_HOTLIGHT);
+    if (std::abs(Brightness(link) - back) >= kContrast) return link;
+    return back < kBright ? RGB(110, 180, 255) : RGB(0, 90, 190);
 }
 
 void DrawPart(HWND window, HDC canvas, RECT& place, std::wstring_view text, bool isLink) {
