@@ -226,6 +226,7 @@ void SetUpEditor(HWND dialog) {
 void ShowInEditor(int position) {
     const auto found = mainWindow.entries.find(position);
     const bool exists = found != mainWindow.entries.end();
+    SealStep(undoHistory);
     static constexpr ListEntry kNothing = {};
     FillFields(exists ? found->second.current : kNothing);
     editor.position = exists ? position : -1;
@@ -250,7 +251,10 @@ bool TakeEditsOver(Warn warn) {
     }
     editor.edited = false;
     editor.warned = false;
-    return UpdateEntry(mainWindow.entries, editor.position, *entry);
+    const Action action = EditAction(found->second.current, *entry, editor.position);
+    UpdateEntry(mainWindow.entries, editor.position, *entry);
+    NoteAction(action);
+    return true;
 }
 
 bool SaveEdits(Warn warn) {

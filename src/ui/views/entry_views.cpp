@@ -77,6 +77,7 @@ int NeighbourOf(int position) {
 void OnSelectionChanged() {
     UpdateStatusBar();
     if (SelectedEntry() == editor.position) return;
+    WithdrawOffer();
     if (!SaveEdits(Warn::kAlways)) return SelectEntry(editor.position);
     ShowInEditor(SelectedEntry());
 }
