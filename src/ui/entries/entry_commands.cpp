@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cwchar>
 #include <utility>
 
 #include "base/language.h"
@@ -16,8 +17,10 @@
 #include "store/settings.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/editor_fields.h"
+#include "ui/entries/test_target.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
@@ -46,30 +49,18 @@ void FocusAfterAction() {
 }
 
 void AddAndShow(const ListEntry& record, Action action) {
+    const bool isCopy = action.act == Act::kDuplicate;
     if (const int selected = SelectedEntry(); selected >= 0) action.before = {selected};
     const int position = Add(record);
     action.after = {position};
     KeepEntries(std::move(action));
     SelectEntry(position);
     ShowInEditor(position);
-    SendDlgItemMessageW(mainWindow.window, IDC_TEXT, EM_SETSEL, 0, -1);
-    FocusAfterAction();
-}
-
-bool IsTestTarget(HWND window) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    const LONG_PTR style = GetWindowLongPtrW(window, GWL_EXSTYLE);
-    return IsWindowVisible(window) && IsWindowEnabled(window) && !IsIconic(window) &&
-           process != GetCurrentProcessId() && window != GetShellWindow() &&
-           !(style & (WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE)) && GetWindowTextLengthW(window) > 0;
-}
-
-// The window the user came from: the uppermost of the others.
-HWND WindowBehind() {
-    HWND window = GetTopWindow(nullptr);
-    while (window && !IsTestTarget(window)) window = GetWindow(window, GW_HWNDNEXT);
-    return window;
+    if (settings.setFocus) return FocusAfterAction();
+    const HWND label = DialogControl(IDC_LABEL);
+    SetFocus(label);
+    // What a copy has from the other goes with the first letter; the group of a new one stays.
+    SendMessageW(label, EM_SETSEL, isCopy ? 0 : wcslen(record.label), -1);
 }
 
 bool GiveForeground(HWND window) {
@@ -133,8 +124,10 @@ void TestEntry() {
     if (editor.position < 0 || !SaveEdits(Warn::kAlways)) return;
     const std::wstring text = mainWindow.entries.at(editor.position).current.text;
     if (settings.setFocus) FocusAfterAction();
-    const HWND target = WindowBehind();
+    const HWND target = TestTarget();
+    const std::wstring name = TestTargetName();
     if (!target || !GiveForeground(target)) return Tell(text::kNoWindowToTest);
+    TellInStatusBar(FillIn(LanguageText(text::kTestedIn), {name}));
     executorClient.targetWindow = target;
     executorClient.pressWindow = target;
     const HookIsBusy busy;
