@@ -142,6 +142,7 @@ TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
     PlayStroke({}, VK_ESCAPE);
     EXPECT_TRUE(Becomes(IDC_LABEL, L"2")) << "and what was before comes back";
     Keys({'M', 'A', 'R', VK_RETURN});
+    EXPECT_TRUE(Becomes(IDC_FILTER, L"mar"));
     EXPECT_TRUE(Becomes(IDC_LABEL, L"Mark"));
     // What no longer matches because it was edited stays in sight.
     SendMessageW(Control(IDC_LABEL), EM_SETSEL, 0, -1);
