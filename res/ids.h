@@ -30,6 +30,16 @@
 #define IDC_KEEP_PATHS 1095
 #define IDC_HOTKEY 1100
 #define IDC_HOTKEY_CAPTION 1101
+#define IDC_OFFER_LINK 1220
+
+#define IDC_PREVIEW_CAPTION 1110
+#define IDC_PREVIEW 1111
+#define IDC_MEND_CODE 1112
+
+// The list of codes to insert
+#define IDD_CODES 180
+#define IDC_CODE_SEARCH 1113
+#define IDC_CODE_LIST 1114
 
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040
@@ -48,6 +58,14 @@
 #define IDD_GROUP 173
 #define IDC_GROUP_CAPTION 1211
 #define IDC_GROUP_NAME 1212
+
+// The question what becomes of a text that is too long
+#define IDD_LONG_TEXT 174
+#define IDC_STATIC_TEXT 0xffff
+#define IDC_WARNING 1230
+#define IDC_CUT_OFF 1231
+#define IDC_KEEP_IN_FILE 1232
+#define IDC_DISCARD 1233
 
 // Frame window
 #define TIMER_FRAME 1000
@@ -130,6 +148,12 @@
 #define CMD_SHOW_ENTRY 40030  // its position in lParam
 #define CMD_NEW_GROUP 40014
 #define CMD_NO_GROUP 40015
+#define CMD_SHOW_PREVIEW 40070
+#define CMD_LIST_ON_PERCENT 40071
+#define CMD_UNDO 40040
+#define CMD_REDO 40041
+#define CMD_SELECT_ALL 40042
+#define CMD_FIRST_MODIFIER 40990  // and the nine behind it: one a modifier, in its order
 #define CMD_FIRST_GROUP 41000  // and up: the groups of a menu, in its order
 
 // Posted to the main window by the hook and the executor
@@ -155,6 +179,7 @@
 #define TIMER_RESTORE_CLIPBOARD 4002  // one shot, 200 ms
 #define TIMER_CLOCK_JUMP 12022        // every 100 ms
 #define TIMER_DRAG_SCROLL 4010        // every 60 ms while an entry is dragged
+#define TIMER_CELL_EDIT 40050         // one shot, the time of a double click
 #define TIMER_LIST_RETRY 4011         // every second while the list cannot be read
 
 #endif

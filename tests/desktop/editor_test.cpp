@@ -37,6 +37,12 @@ class EditorTest : public ProgramWindow {
             Linger(kHeld);
         }
     }
+    // Whether the control, or a part of it, has it.
+    bool HasKeyboard(int id) const {
+        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
+               (info.hwndFocus == Control(id) || GetParent(info.hwndFocus) == Control(id));
+    }
     // A choice in a drop-down as its owner is told of it.
     void Choose(int id, WPARAM index) const {
         SendMessageW(Control(id), CB_SETCURSEL, index, 0);
@@ -94,15 +100,39 @@ TEST_F(EditorTest, EntriesAreAddedCopiedAndDeleted) {
     EXPECT_EQ(Text(IDC_CLASH), L"Shares a menu with First & best.");
     EXPECT_TRUE(FileGets(L"text_002=Ctrl+Q=three<E<N<D|"));
     ASSERT_TRUE(Select(0, IDC_TEXT, L"one"));
-    for (const int answer : {IDNO, IDYES}) {
-        Press(CMD_DELETE_ENTRY);
-        EXPECT_EQ(Answer(answer), L"Delete the selected entry?");
-        EXPECT_TRUE(WaitFor([&] { return Rows() == (answer == IDNO ? 5 : 4); }));
-    }
+    Press(CMD_DELETE_ENTRY);
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 4; }));
     EXPECT_TRUE(Becomes(IDC_TEXT, L"???Text")) << "the selection keeps its place";
     EXPECT_TRUE(FileGets(L"text_000=Ctrl+Q=<E<N<D|"));
     EXPECT_TRUE(FileHolds(L"listcmd_count=5"));
     EXPECT_FALSE(FileHolds(L"text_000=First"));
+
+    // By key, again, and by the link that the status bar offers.
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_000=Ctrl+Q=one<E<N<D|"));
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"First & best"));
+    PlayStroke({VK_LCONTROL}, 'Y');
+    EXPECT_TRUE(FileGets(L"text_000=Ctrl+Q=<E<N<D|"));
+    const HWND status = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
+    const HWND link = GetDlgItem(status, IDC_OFFER_LINK);
+    ASSERT_TRUE(WaitFor([&] { return IsWindowVisible(link) && WindowText(link) == L"Undo"; }));
+    Click(link, 3, 3);
+    EXPECT_TRUE(FileGets(L"text_000=First & best"));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 5; }));
+    // What follows was typed into a field: in one step, whatever the pauses of saving.
+    ASSERT_TRUE(Select(0, IDC_TEXT, L"one"));
+    for (const wchar_t* letter : {L"x", L"y", L"z"}) {
+        Type(IDC_TEXT, letter);
+        EXPECT_TRUE(FileGets(letter));
+    }
+    EXPECT_TRUE(FileGets(L"=xyzone<"));
+    for (int steps = 0; steps < 5; ++steps) Menu(CMD_UNDO);
+    EXPECT_TRUE(FileGets(L"text_002=Alt+Q=three<E<N<D|"));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 2; }));
+    EXPECT_TRUE(FileHolds(L"text_000=Ctrl+Q=one<E<N<D|"));
+    for (int steps = 0; steps < 5; ++steps) Menu(CMD_REDO);
+    EXPECT_TRUE(FileGets(L"=xyzone<"));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 5; }));
 }
 
 TEST_F(EditorTest, TheInsertMenuInsertsAndALineBreakInAPathIsMended) {
@@ -125,13 +155,41 @@ TEST_F(EditorTest, TheInsertMenuInsertsAndALineBreakInAPathIsMended) {
     EXPECT_TRUE(FileGets(L"Ctrl+Q=runx%MMMM%:C:"));
 }
 
+TEST_F(EditorTest, ThePreviewFollowsTheTextAndMendsACode) {
+    Start({{L"Ctrl+Q", L"in %YYYY%"}});
+    ASSERT_TRUE(Select(0, IDC_TEXT, L"in %YYYY%"));
+    SYSTEMTIME now = {};
+    GetLocalTime(&now);
+    const std::wstring dated = L"in " + std::to_wstring(now.wYear);
+    EXPECT_TRUE(Becomes(IDC_PREVIEW, dated));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+    Type(IDC_TEXT, L"%copy_txt%\r");
+    EXPECT_TRUE(Becomes(IDC_PREVIEW, L"%copy_txt%\u00b6\r\n" + dated));
+    EXPECT_TRUE(IsWindowVisible(Control(IDC_MEND_CODE)));
+    EXPECT_EQ(Text(IDC_MEND_CODE), L"%copy_txt% is no code. Did you mean %copy_text%?");
+    Press(IDC_MEND_CODE);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"%copy_text%\r\nin %YYYY%"));
+    EXPECT_TRUE(Becomes(IDC_PREVIEW, L"sample text\u00b6\r\n" + dated));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+    SendMessageW(Control(IDC_TEXT), EM_UNDO, 0, 0);
+    EXPECT_EQ(Text(IDC_TEXT), L"%copy_txt%\r\nin %YYYY%");
+    Menu(CMD_SHOW_PREVIEW);
+    EXPECT_TRUE(FileGets(L"show_preview=0"));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_PREVIEW)));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+}
+
 TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
     Start({{L"Ctrl+Q", L"b alpha", L"2"}, {L"Alt+W", L"c beta", L"Mark"}, {L"Alt+E", L"a gamma", L"1"}});
     PlayStroke({VK_LCONTROL}, 'F');
     Keys({'M', 'A', 'R'});
     EXPECT_TRUE(Becomes(IDC_FILTER, L"mar"));
     EXPECT_TRUE(WaitFor([&] { return Rows() == 1; }));
-    PlayStroke({}, VK_DOWN);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Mark")) << "the first hit is selected";
+    PlayStroke({}, VK_ESCAPE);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"2")) << "and what was before comes back";
+    Keys({'M', 'A', 'R', VK_RETURN});
+    EXPECT_TRUE(Becomes(IDC_FILTER, L"mar"));
     EXPECT_TRUE(Becomes(IDC_LABEL, L"Mark"));
     // What no longer matches because it was edited stays in sight.
     SendMessageW(Control(IDC_LABEL), EM_SETSEL, 0, -1);
@@ -141,7 +199,7 @@ TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
     PlayStroke({VK_LCONTROL}, 'F');
     PlayStroke({}, VK_ESCAPE);
     EXPECT_TRUE(WaitFor([&] { return Rows() == 3; }));
-    EXPECT_EQ(Text(IDC_LABEL), L"3");
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"3"));
     EXPECT_TRUE(IsWindowVisible(dialog_));
 
     const HWND header = FindWindowExW(list_, nullptr, WC_HEADERW, nullptr);
@@ -162,30 +220,33 @@ TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
 TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     const Target target;
     Start({{L"Ctrl+Q", L"one", L"First"}});
-    const auto hasKeyboard = [this](int id) {
-        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
-        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
-               info.hwndFocus == Control(id);
-    };
     PlayStroke({VK_LMENU}, 'X');
-    EXPECT_TRUE(WaitFor([&] { return hasKeyboard(IDC_TEXT); }));
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
+    // The caret stays where it is, and nothing is replaced.
+    Keys({VK_RIGHT, VK_TAB});
+    PlayStroke({VK_LMENU}, 'X');
+    Keys({'X'});
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"oxne"));
     PlayStroke({VK_LMENU}, 'E');
-    EXPECT_TRUE(WaitFor([&] { return hasKeyboard(IDC_LIST); }));
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_LIST); }));
     PlayStroke({VK_LMENU}, 'N');
     ASSERT_TRUE(Becomes(IDC_TEXT, L"???Text"));
-    EXPECT_TRUE(hasKeyboard(IDC_TEXT));
-    Keys({'H', 'E', 'L', 'L', 'O'});
-    EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
-    PlayStroke({VK_LMENU}, 'L');
+    EXPECT_TRUE(HasKeyboard(IDC_LABEL));
     Keys({'L', 'B'});
     EXPECT_TRUE(Becomes(IDC_LABEL, L"lb"));
+    PlayStroke({VK_LMENU}, 'X');
+    Keys({'H', 'E', 'L', 'L', 'O'});
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
     PlayStroke({VK_LMENU}, 'K');
     PlayStroke({}, 'R');
     EXPECT_TRUE(Becomes(IDC_KEY, L"r"));
     PlayStroke({}, VK_TAB);
     EXPECT_TRUE(FileGets(L"Ctrl-Alt+R=hello<E<N<D|"));
     EXPECT_EQ(Text(IDC_KEY), L"R");
-    // Tested, it goes into the window behind, as it has just been typed.
+    // Tested, it goes into the window that the user came from, as it has just been typed, whatever lies
+    // above it.
+    const HWND above = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"Utility", WS_POPUP | WS_VISIBLE, 0, 0,
+                                       90, 9, nullptr, nullptr, nullptr, nullptr);
     const auto targetShows = [&](const wchar_t* text) {
         return WaitFor([&] { return target.Text() == text; });
     };
@@ -193,6 +254,7 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     Type(IDC_TEXT, L"\r!");
     Press(CMD_TEST_ENTRY);
     EXPECT_TRUE(targetShows(L"hello\r\n!")) << ::testing::PrintToString(target.Text());
+    DestroyWindow(above);
     EXPECT_EQ(Text(IDC_TEXT), L"hello\r\n!");
     target.SetText(L"");
     ASSERT_TRUE(target.Activate());
@@ -228,6 +290,15 @@ TEST_F(EditorTest, TheHotkeyFieldTakesWhatIsPressedAndNothingElseHappens) {
         EXPECT_FALSE(AnyModifierDown());
         EXPECT_EQ(GetForegroundWindow(), dialog_);
     }
+    const POINT place = OnScreen(Control(IDC_HOTKEY), 20, 5);
+    SetCursorPos(place.x, place.y);
+    mouse_event(MOUSEEVENTF_RIGHTDOWN, 0, 0, 0, 0);
+    Linger(70);
+    HoldAndLetGo({VK_F4}, {VK_F4});
+    mouse_event(MOUSEEVENTF_RIGHTUP, 0, 0, 0, 0);
+    EXPECT_TRUE(FileGets(L"R-Mouse+F4=one"));
+    HoldAndLetGo({VK_LMENU, VK_F4}, {VK_F4, VK_LMENU});
+    ASSERT_TRUE(FileGets(L"Alt+F4=one"));
     EXPECT_EQ(Text(IDC_CLASH), L"Windows needs Alt + F4: it closes the window.");
     EXPECT_EQ(Text(IDC_KEY), L"F4");
     EXPECT_EQ(Text(IDC_MODIFIER), L"Alt");
@@ -286,6 +357,36 @@ TEST_F(EditorTest, TheHotkeyIsClearedLeftAndChosenWithoutMakingItUp) {
     EXPECT_TRUE(FileGets(L"text_000=Ctrl+=one"));
     PlayStroke({}, VK_ESCAPE);
     EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey:"));
+}
+
+TEST_F(EditorTest, ASecondClickEditsTheCellAndLettersFindARow) {
+    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Ctrl+W", L"two", L"Second"}});
+    ASSERT_TRUE(Select(1, IDC_LABEL, L"Second"));
+    RECT client = {};
+    GetClientRect(list_, &client);
+    POINT place = ListPlace(1);
+    ScreenToClient(list_, &place);
+    const auto secondClick = [&](int percent) {
+        SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(list_), TRUE);
+        Click(list_, static_cast<int>(client.right) * percent / 100, place.y);
+    };
+    secondClick(10);
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_HOTKEY); }));
+    secondClick(80);
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
+    secondClick(40);
+    HWND edit = nullptr;
+    EXPECT_TRUE(
+        WaitFor([&] { return (edit = FindWindowExW(list_, nullptr, WC_EDITW, nullptr)) != nullptr; }));
+    EXPECT_EQ(WindowText(edit), L"Second");
+    Keys({VK_ESCAPE, 'F'});
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"First"));
+    Linger(1500);  // the control takes letters that follow each other for one word
+    Keys({'X'});
+    Linger(1500);
+    EXPECT_EQ(Text(IDC_LABEL), L"First") << "there is no such entry";
+    Keys({'S'});
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Second"));
 }
 
 TEST_F(EditorTest, NothingOverlapsAtTheSmallestSize) {

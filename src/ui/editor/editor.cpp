@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "base/common_controls.h"
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
@@ -14,9 +15,12 @@
 #include "ids.h"
 #include "paste/text/command_prefixes.h"
 #include "paste/text/path_breaks.h"
+#include "store/settings_path.h"
 #include "ui/editor/editor_fields.h"
 #include "ui/editor/hotkey_field.h"
 #include "ui/editor/hotkey_verdict.h"
+#include "ui/editor/long_text.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/look/link_line.h"
 #include "ui/state/keep_entries.h"
@@ -42,6 +46,7 @@ constexpr Caption kCaptions[] = {
     {IDC_MODIFIER_CAPTION, text::kModifierCaption},
     {IDC_KEY_CAPTION, text::kKeyCaption},
     {IDC_TEXT_CAPTION, text::kTextCaption},
+    {IDC_PREVIEW_CAPTION, text::kPreviewCaption},
     {CMD_NEW_ENTRY, text::kNew},
     {CMD_COPY_ENTRY, text::kCopy},
     {CMD_DELETE_ENTRY, text::kDelete},
@@ -51,8 +56,9 @@ constexpr Caption kCaptions[] = {
 };
 
 // What works only with an entry.
-constexpr int kEntryControls[] = {IDC_LABEL,      IDC_HOTKEY,       IDC_MODIFIER,   IDC_KEY,   IDC_TEXT,
-                                  CMD_COPY_ENTRY, CMD_DELETE_ENTRY, CMD_TEST_ENTRY, IDC_INSERT};
+constexpr int kEntryControls[] = {IDC_LABEL,      IDC_HOTKEY,  IDC_MODIFIER,   IDC_KEY,
+                                  IDC_TEXT,       IDC_PREVIEW, CMD_COPY_ENTRY, CMD_DELETE_ENTRY,
+                                  CMD_TEST_ENTRY, IDC_INSERT};
 
 void SetFieldText(int control, const std::wstring& text) {
     SetWindowTextW(DialogControl(control), text.c_str());
@@ -65,9 +71,13 @@ unsigned ChosenModifier() {
 
 void ShowCounter() {
     std::wstring counter;
-    if (editor.position >= 0) {
-        counter = Format(L"%ls (%d/4000)", LanguageText(text::kCounter).c_str(),
-                         GetWindowTextLengthW(DialogControl(IDC_TEXT)));
+    const int length = GetWindowTextLengthW(DialogControl(IDC_TEXT));
+    constexpr int kLimit = static_cast<int>(kEditorTextLimit);
+    if (editor.position >= 0 && length > kLimit) {
+        counter = FillIn(LanguageText(text::kTooMany),
+                         {std::to_wstring(length - kLimit), std::to_wstring(length)});
+    } else if (editor.position >= 0) {
+        counter = Format(L"%ls (%d/%d)", LanguageText(text::kCounter).c_str(), length, kLimit);
     }
     SetFieldText(IDC_COUNTER, counter);
 }
@@ -171,21 +181,15 @@ void EnableEntryControls(bool enable) {
 void FillFields(const ListEntry& entry) {
     editor.filling = true;
     SetFieldText(IDC_TEXT, EditorFromStoredText(entry.text));
+    // What only stands for a text goes with the first letter.
+    if (entry.text == *StoredFromEditorText(L"")) {
+        SendMessageW(DialogControl(IDC_TEXT), EM_SETSEL, 0, -1);
+    }
     SetFieldText(IDC_LABEL, entry.label);
     const unsigned modifier = entry.modifier < kModifierCount ? entry.modifier : 0U;
     SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
     ShowKey(entry.keyCode);
     editor.filling = false;
-}
-
-// Several notifications of one click may ask for it while the box is up.
-void WarnOfLongText() {
-    static bool isShown = false;
-    editor.warned = true;
-    if (std::exchange(isShown, true)) return;
-    MessageBoxW(mainWindow.window, (LanguageText(text::kTextTooLong) + L": 4000").c_str(), kProductName,
-                MB_OK | MB_ICONWARNING);
-    isShown = false;
 }
 
 void Changed() {
@@ -235,7 +239,7 @@ void OnKeyField(int code) {
             // What is no key gives way to the one that the entry has.
             ShowKey(ChosenKey().value_or(editor.key));
             ChooseHotkey(false);
-            if (editor.edited) SaveEdits(Warn::kOnce);
+            if (editor.edited) SaveEdits(Warn::kNever);
             break;
         default: break;
     }
@@ -281,6 +285,7 @@ void OnTextField(int code) {
     Changed();
     if (editor.filling) return;
     ShowAdvice();
+    RefreshPreview();
     OnTextTyped();
 }
 
@@ -307,10 +312,21 @@ void RelabelEditor() {
     ShowChosenHotkey();
     RelabelHotkeyField();
     ShowAdvice();
+    RefreshPreview();
+}
+
+// To a dialog a field that has the keyboard is one whose text is selected as a whole, and the next key
+// would replace all of it. This one keeps caret and selection.
+static LRESULT CALLBACK KeepCaret(HWND field, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                  DWORD_PTR) noexcept {
+    if (message == WM_NCDESTROY) RemoveSubclass(field, KeepCaret, id);
+    const LRESULT answer = PassToSubclassed(field, message, wParam, lParam);
+    return message == WM_GETDLGCODE ? answer & ~DLGC_HASSETSEL : answer;
 }
 
 void SetUpEditor(HWND dialog) {
     SetHotkeyFieldClient({TakePressed, ClearHotkey, ChooseHotkey});
+    AddSubclass(GetDlgItem(dialog, IDC_TEXT), KeepCaret, 1);
     RelabelEditor();
     for (const std::wstring& name : OfferedKeyNames()) {
         SendDlgItemMessageW(dialog, IDC_KEY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
@@ -325,16 +341,67 @@ void SetUpEditor(HWND dialog) {
 void ShowInEditor(int position) {
     const auto found = mainWindow.entries.find(position);
     const bool exists = found != mainWindow.entries.end();
+    SealStep(undoHistory);
     static constexpr ListEntry kNothing = {};
     editor.position = exists ? position : -1;
     FillFields(exists ? found->second.current : kNothing);
     editor.edited = false;
-    editor.warned = false;
     editor.refusal.clear();
     if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     EnableEntryControls(exists);
     ShowCounter();
     ShowAdvice();
+    RefreshPreview();
+}
+
+static void PutTextBack() {
+    const auto found = mainWindow.entries.find(editor.position);
+    if (found == mainWindow.entries.end()) return;
+    editor.filling = true;
+    SetFieldText(IDC_TEXT, EditorFromStoredText(found->second.current.text));
+    editor.filling = false;
+    editor.edited = false;
+    ShowCounter();
+    ShowAdvice();
+    RefreshPreview();
+}
+
+static bool KeepLongText(const std::wstring& text) {
+    const std::wstring path = KeepTextInFile(text, KeepPlace::kBesideSettings);
+    if (path.empty()) {
+        MessageBoxW(mainWindow.window, (LanguageText(text::kCannotWrite) + L"\n" + settingsPath).c_str(),
+                    kProductName, MB_OK | MB_ICONWARNING);
+        return false;
+    }
+    PutTextBack();
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(text::kTextIsInFile), {path}).c_str(), kProductName,
+                MB_OK | MB_ICONINFORMATION);
+    return true;
+}
+
+static void MarkWhatIsTooMuch() {
+    const HWND field = DialogControl(IDC_TEXT);
+    SetFocus(field);
+    SendMessageW(field, EM_SETSEL, kEditorTextLimit, -1);
+    SendMessageW(field, EM_SCROLLCARET, 0, 0);
+}
+
+// False when the user goes back to the text. Several notifications of one click may ask while the question
+// is up.
+static bool SettleLongText() {
+    static bool isAsking = false;
+    if (std::exchange(isAsking, true)) return false;
+    const std::wstring text = FieldText(IDC_TEXT);
+    const LongText answer = AskAboutLongText(text.size() - kEditorTextLimit);
+    isAsking = false;
+    switch (answer) {
+        case LongText::kCutOff:
+            SetFieldText(IDC_TEXT, CutToLimit(text));
+            return TakeEditsOver(Warn::kNever);
+        case LongText::kKeepInFile: return KeepLongText(text);
+        case LongText::kDiscard: return PutTextBack(), true;
+        default: return MarkWhatIsTooMuch(), false;
+    }
 }
 
 bool TakeEditsOver(Warn warn) {
@@ -344,21 +411,23 @@ bool TakeEditsOver(Warn warn) {
     const EditorFields fields = {FieldText(IDC_TEXT), FieldText(IDC_LABEL),
                                  ChosenKey().value_or(found->second.current.keyCode), ChosenModifier()};
     const std::optional<ListEntry> entry = EditedEntry(found->second.current, fields);
-    if (!entry) {
-        if (warn == Warn::kAlways || (warn == Warn::kOnce && !editor.warned)) WarnOfLongText();
-        return false;
+    const ListEntry edited = entry ? *entry : EditedButText(found->second.current, fields);
+    const Action action = EditAction(found->second.current, edited, editor.position);
+    UpdateEntry(mainWindow.entries, editor.position, edited);
+    NoteAction(action);
+    if (entry) {
+        editor.edited = false;
+        return true;
     }
-    editor.edited = false;
-    editor.warned = false;
-    return UpdateEntry(mainWindow.entries, editor.position, *entry);
+    return warn == Warn::kAlways && SettleLongText();
 }
 
 bool SaveEdits(Warn warn) {
     KillTimer(mainWindow.window, TIMER_EDITOR_UPDATE);
     if (!editor.edited) return true;
-    if (!TakeEditsOver(warn)) return false;
+    const bool isWhole = TakeEditsOver(warn);
     KeepEntries();
-    return true;
+    return isWhole;
 }
 
 bool SaveAll(Warn warn) {
@@ -372,7 +441,7 @@ bool SaveAll(Warn warn) {
 }
 
 void OnEditorTimer() {
-    SaveEdits(Warn::kOnce);
+    SaveEdits(Warn::kNever);
 }
 
 bool OnEditorNotification(int control, int code) {
@@ -386,6 +455,9 @@ bool OnEditorNotification(int control, int code) {
         case IDC_CLASH: return OnLink(code), true;
         case IDC_KEEP_PATHS:
             if (code == BN_CLICKED) KeepPathsOfText();
+            return true;
+        case IDC_MEND_CODE:
+            if (code == BN_CLICKED) MendCode();
             return true;
         default: return false;
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "store/entry.h"
+#include "ui/state/undo_history.h"
 
 namespace verbatix {
 
@@ -28,13 +29,24 @@ struct EditorFields {
     unsigned modifier = 0;
 };
 
-// The record that the fields make of `old`; nothing when the text is too long.
+// The record that the fields make of `old`; nothing when the text has been changed and is too long.
 std::optional<ListEntry> EditedEntry(const ListEntry& old, const EditorFields& fields);
+
+// The same with the text that `old` has.
+ListEntry EditedButText(const ListEntry& old, const EditorFields& fields);
 
 // Position of the first other entry that answers to the same hotkey; nothing without key or clash.
 std::optional<int> FindClash(const EntryList& list, int position, unsigned key, unsigned modifier);
 
 // How an entry is called in a message: its label, else the beginning of its text.
 std::wstring EntryName(const ListEntry& entry);
+
+// How those entries are called in a line of text: the one by its name, quoted and cut short, more by their
+// number.
+std::wstring NameOfEntries(const EntryList& list, const std::vector<int>& positions);
+std::wstring QuotedName(std::wstring_view name);
+
+// What an edit of one entry is, as a step that can be taken back.
+Action EditAction(const ListEntry& old, const ListEntry& edited, int position);
 
 }  // namespace verbatix

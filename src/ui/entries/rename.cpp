@@ -13,6 +13,7 @@
 #include "ids.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
+#include "ui/editor/editor_fields.h"
 #include "ui/entries/entry_placing.h"
 #include "ui/entries/move_entry.h"
 #include "ui/state/main_window.h"
@@ -32,6 +33,7 @@ struct Renaming {
 };
 
 Renaming renaming;
+bool renamesRow = false;  // a row is to be edited in place now
 
 // Starts with what the label says, which is not always what is shown: an entry without label shows its
 // text.
@@ -76,16 +78,21 @@ bool Rename(const Renaming& what) {
         renamed.path.resize(parent == std::wstring::npos ? 0 : parent + 1);
         renamed.path += what.name;
         KeepOpenUnder(what.node, renamed.path);
-        SaveAndShow(-1);
+        Action action = {Act::kRename, QuotedName(what.node.name)};
+        const std::vector<int> below = EntriesBelow(ShownTree(), FindNode(ShownTree(), what.node));
+        if (!below.empty()) action.before = {below.front()};
+        SaveAndShow(std::move(action));
         SelectNode(renamed);
         return true;
     }
     const auto found = list.find(what.node.position);
     if (found == list.end()) return true;
+    const std::vector<int> position = {what.node.position};
+    const Action action = {Act::kRename, NameOfEntries(list, position), position, position};
     LabelParts parts = SplitLabel(found->second.current.label);
     parts.name = what.name;
     if (!SetLabel(list, what.node.position, what.wholeLabel ? what.name : JoinLabel(parts))) return false;
-    SaveAndShow(what.node.position);
+    SaveAndShow(action);
     return true;
 }
 
@@ -104,7 +111,9 @@ void RenameSelected() {
     if (row < 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
     SetFocus(mainWindow.list);
     ListView_EnsureVisible(mainWindow.list, row, FALSE);
+    renamesRow = true;
     SendMessageW(mainWindow.list, LVM_EDITLABELW, static_cast<WPARAM>(row), 0);
+    renamesRow = false;
 }
 
 static LRESULT BeginRenameNode(int index) {
@@ -121,8 +130,10 @@ static LRESULT BeginRenameNode(int index) {
     return FALSE;
 }
 
+// Not by the control's own slow second click: that is on the hotkey, in the first column.
 static LRESULT BeginRenameRow(int position) {
-    if (position < 0 || MustKeepEditsFirst()) return TRUE;
+    const bool isWanted = std::exchange(renamesRow, false);
+    if (!isWanted || position < 0 || MustKeepEditsFirst()) return TRUE;
     renaming = {};
     renaming.node.kind = NodeKind::kEntry;
     renaming.node.position = position;

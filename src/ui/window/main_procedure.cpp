@@ -13,18 +13,22 @@
 #include "store/settings.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/hotkey_field.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
+#include "ui/entries/cell_click.h"
 #include "ui/entries/context_menu.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/entries/rename.h"
 #include "ui/look/dark_theme.h"
 #include "ui/look/link_line.h"
 #include "ui/look/main_layout.h"
+#include "ui/look/offer_link.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
+#include "ui/views/empty_note.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/window/closing.h"
@@ -39,9 +43,10 @@
 namespace verbatix {
 
 static void CreateStatusBar(HWND dialog) {
-    mainWindow.statusBar =
-        CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
-                        dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+    mainWindow.statusBar = CreateWindowExW(WS_EX_CONTROLPARENT, STATUSCLASSNAMEW, nullptr,
+                                           WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | SBARS_SIZEGRIP, 0, 0,
+                                           0, 0, dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+    CreateOfferLink();
 }
 
 // F2 renames the selected entry while the user is in the list or tree and not in the middle of renaming
@@ -69,6 +74,9 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.tree = GetDlgItem(dialog, IDC_TREE);
     GetWindowRect(dialog, &mainWindow.minimumRectangle);
     SetUpListView(mainWindow.list);
+    SetUpCellClicks(mainWindow.list);
+    SetUpEmptyNote(mainWindow.list);
+    SetUpEmptyNote(mainWindow.tree);
     CreateStatusBar(dialog);
     SetUpEditor(dialog);
     const HINSTANCE instance = GetModuleHandleW(nullptr);
@@ -79,6 +87,7 @@ static void OnInitDialog(HWND dialog) {
     StartWordCompletion();
     ApplyTopmost();
     ApplyViewLook(dialog);
+    ShowPreviewArea();
     ShowChosenView();
     mainWindow.listClient.window = dialog;
     mainWindow.listClient.refreshViews = RefreshViews;
@@ -88,6 +97,7 @@ static void OnInitDialog(HWND dialog) {
     };
     WatchStore();
     LoadList(mainWindow.entries, mainWindow.listClient);
+    ForgetActions();
     StartHotkeys(dialog);
 
     mainWindow.menuBar = CreateMenuBar();
@@ -110,6 +120,8 @@ static LRESULT OnNotify(const NMHDR& header) {
     if (header.hwndFrom == mainWindow.statusBar && header.code == NM_CLICK) OnNoticeClick();
     if (header.hwndFrom != mainWindow.list && header.hwndFrom != mainWindow.tree) return 0;
     if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(DialogControl(IDC_TEXT));
+    if (header.code == NM_CLICK && header.hwndFrom == mainWindow.list) OnCellClick();
+    if (header.code == LVN_ODFINDITEMW) return FindTyped(reinterpret_cast<const NMLVFINDITEMW&>(header));
     if (const std::optional<LRESULT> answer = OnRenameNotify(header)) return *answer;
     OnDragNotify(header);
     OnViewNotify(header);
@@ -163,6 +175,8 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
         case WM_SHOWWINDOW: return OnShowWindow(wParam != 0), FALSE;
         case WM_COMMAND: return RouteCommand(wParam, lParam);
+        // Time has passed since.
+        case WM_ACTIVATE: return LOWORD(wParam) != WA_INACTIVE ? RefreshPreview() : void(), FALSE;
         case WM_INITMENU:
             // The selection has changed since, and the registry may have.
             if (reinterpret_cast<HMENU>(wParam) == mainWindow.menuBar)

@@ -50,6 +50,7 @@ std::wstring ErrorText(DWORD error) {
 }
 
 void ShowList() {
+    ForgetActions();
     RebuildHotkeyTables();
     RefreshViews(false);
     SelectFirstEntry();
@@ -145,7 +146,7 @@ void AskAboutFoundDamage() {
 }
 
 void OpenSettingsFile() {
-    SaveAll(Warn::kOnce);
+    SaveAll(Warn::kNever);
     // Opened for writing once: that tells a file that is there from one that is not, and an editor is not
     // started on nothing.
     UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
