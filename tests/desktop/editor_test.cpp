@@ -290,8 +290,7 @@ TEST_F(EditorTest, TheHotkeyFieldTakesWhatIsPressedAndNothingElseHappens) {
         EXPECT_FALSE(AnyModifierDown());
         EXPECT_EQ(GetForegroundWindow(), dialog_);
     }
-    const POINT place = OnScreen(Control(IDC_HOTKEY), 20, 5);
-    SetCursorPos(place.x, place.y);
+    ClickAt(OnScreen(Control(IDC_HOTKEY), 20, 5));
     mouse_event(MOUSEEVENTF_RIGHTDOWN, 0, 0, 0, 0);
     Linger(70);
     HoldAndLetGo({VK_F4}, {VK_F4});

@@ -149,7 +149,8 @@ std::wstring WhyNoHotkey(unsigned key, unsigned held, const std::wstring& label)
     if (ModifierCodeOf(held) < 0) {
         const std::wstring use = UseOf(HeldIn(held), key, name);
         if (!use.empty()) return use;
-        return FillIn(LanguageText(held == 0 ? text::kKeyAlone : text::kNoSuchModifiers), {name});
+        const int reason = held == 0 ? text::kKeyAlone : text::kNoSuchModifiers;
+        return FillIn(LanguageText(reason), {name});
     }
     if (IsStorableKey(key)) return {};
     return FillIn(LanguageText(text::kNotAKey), {FormatKeyForReading(key, label)});
