@@ -296,6 +296,9 @@ enum : int {
     kPlaceHasClosed = 1383,
     kMenuNotInFront = 1384,
     kNothingDone = 1385,
+
+    // How the main window looks
+    kFocusSplitter = 1700,
 };
 
 }  // namespace verbatix::text

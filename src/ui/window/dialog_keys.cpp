@@ -8,6 +8,7 @@
 #include "ids.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/drag_entry.h"
+#include "ui/look/splitter.h"
 #include "ui/state/main_window.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
@@ -122,6 +123,7 @@ bool HandleDialogKey(const MSG& message) {
     const unsigned held = HeldKeys();
     if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
     if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
+    if (held == kNone && key == VK_F8) return FocusSplitter(), true;
     return message.hwnd == ShownView() ? HandleViewKey(key, held) : HandleFieldKey(message.hwnd, key, held);
 }
 
