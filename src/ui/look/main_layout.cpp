@@ -62,6 +62,7 @@ MainPlaces PlacesNow(HWND dialog) {
     request.splitBeside = settings.splitBeside;
     request.splitAbove = settings.splitAbove;
     request.keepsPaths = IsOffered(GetDlgItem(dialog, IDC_KEEP_PATHS));
+    request.hasPreview = settings.showPreview != 0;
     return PlaceControls(request);
 }
 
@@ -87,7 +88,7 @@ RECT WorkAreaOf(const RECT& place) {
 }
 
 SIZE SmallestSize(HWND dialog) {
-    SIZE client = SmallestClient(UnitsOf(dialog));
+    SIZE client = SmallestClient(UnitsOf(dialog), settings.showPreview != 0);
     client.cy += HeightOfStatusBar();
     const SIZE outer = OuterSize(client, dialog, DpiOf(dialog));
     RECT place = {};

@@ -23,6 +23,9 @@ constexpr int kFilterCaptionWidth = 34;
 constexpr int kCounterWidth = 120;
 constexpr int kKeepPathsWidth = 76;
 constexpr int kDropDownHeight = 130;
+constexpr int kPreviewCaptionWidth = 44;
+constexpr int kPreviewPercent = 15;  // of the editor
+constexpr int kPreviewLeast = 27;    // three lines
 // From this width on list and editor stand side by side.
 constexpr int kWideWidth = 440;
 // What each of the two keeps, whatever the user drags.
@@ -35,6 +38,11 @@ constexpr int kUsualAbove = 4000;
 
 constexpr int kListButtons[] = {CMD_NEW_ENTRY, CMD_COPY_ENTRY, CMD_DELETE_ENTRY};
 constexpr int kEditorButtons[] = {IDC_INSERT, CMD_TEST_ENTRY};
+
+// Font units that the preview takes at least.
+int LeastPreview(bool hasPreview) {
+    return hasPreview ? kGap + kCaptionHeight + kPreviewLeast : 0;
+}
 
 int WidthOf(const RECT& place) {
     return static_cast<int>(place.right - place.left);
@@ -84,6 +92,19 @@ class Rows {
         Put(IDC_KEEP_PATHS, button);
         CutTop(row, Y(1));
         Put(IDC_CLASH, row);
+    }
+
+    // What the text would paste, at the bottom, with what can be mended in it.
+    void Preview(RECT& from) {
+        if (!request_.hasPreview) return;
+        const int box = std::max(Y(kPreviewLeast), HeightOf(from) * kPreviewPercent / 100);
+        Put(IDC_PREVIEW, CutBottom(from, box));
+        RECT row = CutBottom(from, Y(kCaptionHeight + 2));
+        CutBottom(from, Y(kGap - 2));
+        RECT caption = CutLeft(row, X(kPreviewCaptionWidth));
+        CutTop(caption, Y(2));
+        Put(IDC_PREVIEW_CAPTION, caption);
+        Put(IDC_MEND_CODE, row);
     }
 
     void Text(RECT from) {
@@ -146,6 +167,7 @@ void PlaceBeside(Rows& rows, RECT area, const LayoutRequest& request, MainPlaces
     rows.ButtonRow(rows.ButtonPlace(area), kEditorButtons, true);
     rows.HotkeyRow(area);
     rows.Advice(area);
+    rows.Preview(area);
     rows.Text(area);
 }
 
@@ -157,10 +179,12 @@ void PlaceAbove(Rows& rows, RECT area, const LayoutRequest& request, MainPlaces&
     places.shared = area;
     const int both = HeightOf(area) - rows.Y(kSplitter);
     const int split = request.splitAbove > 0 ? request.splitAbove : kUsualAbove;
-    rows.View(CutTop(area, ShareOf(both, split, rows.Y(kSmallestList.cy), rows.Y(kSmallestEditor.cy))));
+    rows.View(CutTop(area, ShareOf(both, split, rows.Y(kSmallestList.cy),
+                                   rows.Y(kSmallestEditor.cy + LeastPreview(request.hasPreview)))));
     rows.Put(IDC_SPLITTER, CutTop(area, rows.Y(kSplitter)));
     rows.HotkeyRow(area);
     rows.Advice(area);
+    rows.Preview(area);
     rows.Text(area);
 }
 
@@ -216,8 +240,8 @@ int SplitAt(const MainPlaces& places, int position) {
     return std::clamp(MulDiv(position - start, kWholeSplit, both), 1, kWholeSplit);
 }
 
-SIZE SmallestClient(const FontUnits& units) {
-    return {units.X(kSmallestClient.cx), units.Y(kSmallestClient.cy)};
+SIZE SmallestClient(const FontUnits& units, bool hasPreview) {
+    return {units.X(kSmallestClient.cx), units.Y(kSmallestClient.cy + LeastPreview(hasPreview))};
 }
 
 RECT FitInto(RECT place, const RECT& workArea) {

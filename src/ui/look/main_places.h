@@ -31,6 +31,7 @@ struct LayoutRequest {
     int splitBeside = 0;
     int splitAbove = 0;
     bool keepsPaths = false;  // the button for it is shown
+    bool hasPreview = false;  // what the text would paste is shown under it
 };
 constexpr int kWholeSplit = 10000;
 
@@ -51,7 +52,7 @@ MainPlaces PlaceControls(const LayoutRequest& request);
 int SplitAt(const MainPlaces& places, int position);
 
 // The smallest client area, without status bar, in which everything can be used.
-SIZE SmallestClient(const FontUnits& units);
+SIZE SmallestClient(const FontUnits& units, bool hasPreview);
 
 // `place` moved, and where necessary shrunk, into the work area.
 RECT FitInto(RECT place, const RECT& workArea);

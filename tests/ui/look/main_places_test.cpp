@@ -21,8 +21,9 @@ std::map<int, RECT> ByControl(const MainPlaces& places) {
 TEST(MainPlaces, ListAndEditorShareWindowsOfEverySizeAndResolution) {
     for (const LONG percent : {100, 150, 200, 300}) {
         LayoutRequest request;
+        request.hasPreview = true;
         request.units.character = {7 * percent / 100, 15 * percent / 100};
-        const SIZE smallest = SmallestClient(request.units);
+        const SIZE smallest = SmallestClient(request.units, true);
         for (const LONG wide : {100, 130, 160, 250}) {
             for (const int split : {-5, 0, 1, 3000, kWholeSplit, 2147483647}) {
                 request.client = {0, 0, smallest.cx * wide / 100, smallest.cy * 3 / 2};
