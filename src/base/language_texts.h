@@ -341,6 +341,8 @@ enum : int {
     kUseSave = 1427,
     kUsePrint = 1428,
     kUseFind = 1429,
+    // How the main window looks
+    kFocusSplitter = 1700,
     // Preview, Insert list
     kPreviewCaption = 1500,
     kShowPreview = 1501,
