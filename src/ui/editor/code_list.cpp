@@ -139,7 +139,12 @@ INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
         case WM_DRAWITEM: return DrawRow(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)), TRUE;
         case WM_ACTIVATE:
-            if (LOWORD(wParam) == WA_INACTIVE && codes.isOwn) ShowWindow(window, SW_HIDE);
+            if (LOWORD(wParam) == WA_INACTIVE) {
+                if (codes.isOwn) ShowWindow(window, SW_HIDE);
+            } else {
+                // The list is a part of that window to the user.
+                SendMessageW(mainWindow.window, WM_NCACTIVATE, TRUE, 0);
+            }
             return FALSE;
         case WM_MOUSEACTIVATE:
             if (codes.isOwn) return FALSE;
