@@ -183,6 +183,11 @@ TEST_F(EditorTest, TheListOfCodesIsSearchedAndLeavesTheTextAlone) {
     Type(IDC_TEXT, L"%zz!%DD%x");
     EXPECT_TRUE(Becomes(IDC_TEXT, L"100% of 5 %d%\r\n%zz!%DD%x"));
     EXPECT_TRUE(CodesAreOpen(false));
+    Type(IDC_TEXT, L"%d");
+    EXPECT_TRUE(CodesAreOpen(true));
+    PressKey(IDC_TEXT, VK_RETURN);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"100% of 5 %d%\r\n%zz!%DD%x%d\r\n"));
+    EXPECT_TRUE(CodesAreOpen(false));
     EXPECT_TRUE(HasKeyboard(IDC_TEXT));
     SendMessageW(Control(IDC_TEXT), EM_SETSEL, 0, -1);
     Type(IDC_TEXT, L"on %tom");

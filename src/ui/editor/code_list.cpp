@@ -14,7 +14,7 @@
 #include "ui/editor/code_examples.h"
 #include "ui/editor/code_rows.h"
 #include "ui/editor/code_search.h"
-#include "ui/editor/editor.h"
+#include "ui/editor/insertion.h"
 #include "ui/look/dark_theme.h"
 #include "ui/state/main_window.h"
 
@@ -205,7 +205,9 @@ void Prepare(const RECT& anchor) {
     LoadCodes();
     const std::wstring cue = LanguageText(text::kSearchCodes);
     SetWindowTextW(codes.window, LanguageText(text::kCodesCaption).c_str());
-    SetWindowTextW(Rows(), LanguageText(text::kCodesCaption).c_str());
+    // By these a screen reader names the two.
+    SetDlgItemTextW(codes.window, IDC_CODE_SEARCH_CAPTION, LanguageText(text::kFilterCaption).c_str());
+    SetDlgItemTextW(codes.window, IDC_CODE_LIST_CAPTION, LanguageText(text::kCodesCaption).c_str());
     SendMessageW(SearchField(), EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(cue.c_str()));
     ThemeControl(SearchField());
     ThemeControl(Rows());

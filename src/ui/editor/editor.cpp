@@ -375,11 +375,4 @@ bool OnEditorNotification(int control, int code) {
     }
 }
 
-void InsertIntoText(const std::wstring& text, bool atStart) {
-    const HWND field = DialogControl(IDC_TEXT);
-    if (atStart) SendMessageW(field, EM_SETSEL, 0, 0);
-    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
-    SetFocus(field);
-}
-
 }  // namespace verbatix
