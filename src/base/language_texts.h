@@ -303,6 +303,16 @@ enum : int {
     kNothingMatches = 1468,
     kTestedIn = 1469,
 
+    // Tips at the controls, what has been done
+    kNewTip = 1470,
+    kCopyTip = 1471,
+    kDeleteTip = 1472,
+    kInsertTip = 1473,
+    kTestTip = 1474,
+    kFiguresTip = 1475,
+    kBackedUp = 1476,
+    kInTray = 1477,
+
     // State of the hotkeys, notices at the caret
     kHotkeysRestored = 1380,
     kHotkeysOutOfReach = 1381,

@@ -53,6 +53,7 @@ constexpr SettingRow kTable[] = {
     {L"use_backup_d", kProgramSection, &Settings::useBackupDaily, kMain, CMD_BACKUP_DAILY, 0},
     {L"use_autocomplete", kProgramSection, &Settings::useAutocomplete, kMain, CMD_SUGGEST_WORDS, 0},
     {L"hide_info", kProgramSection, &Settings::hideInfo, kMain, 0, 0},
+    {L"tray_info", kProgramSection, &Settings::trayInfo, kMain, 0, 0},
     {L"size", kProgramSection, &Settings::size, kMain, CMD_SIZE_FIRST, 3},
 };
 

@@ -14,7 +14,7 @@ class MainDialog : public ProgramWindow {
 };
 
 TEST_F(MainDialog, TheMarkerTellsTheTablesApartAndOptionsTheWaysOut) {
-    Start(L"tray_if_minimize=0\r\ntray_if_close=1\r\n");
+    Start(L"tray_if_minimize=0\r\ntray_if_close=1\r\ntray_info=0\r\n");
     ASSERT_TRUE(ComesToFront());
     SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
     EXPECT_TRUE(IsWindowVisible(dialog_));
@@ -25,6 +25,7 @@ TEST_F(MainDialog, TheMarkerTellsTheTablesApartAndOptionsTheWaysOut) {
     SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
     EXPECT_TRUE(Shows(false));
     EXPECT_FALSE(IsIconic(dialog_));
+    EXPECT_TRUE(WaitFor([&] { return ReadNumber(L"tray_info") == 1; })) << "the first time with a balloon";
     ClickTray(WM_LBUTTONDOWN);
     ASSERT_TRUE(Shows(true));
     Send(5, 0);

@@ -49,6 +49,7 @@ constexpr Option kOptions[] = {
     {L"use_autocomplete", &Settings::useAutocomplete, 1, CMD_SUGGEST_WORDS},
     {L"size", &Settings::size, 0},
     {L"hide_info", &Settings::hideInfo, 0},
+    {L"tray_info", &Settings::trayInfo, 0},
     {L"m_use_system_icons", &Settings::useSystemIcons, 1, 0, true},
     {L"m_use_menu_order", &Settings::useMenuOrder, 1, 3002, true},
     {L"lng", &Settings::language, 0, 0, false, false},

@@ -17,6 +17,7 @@
 #include "store/backup.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
+#include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/insert_menu.h"
 #include "ui/editor/word_completion.h"
@@ -27,13 +28,17 @@
 #include "ui/look/dark_theme.h"
 #include "ui/look/view_look.h"
 #include "ui/shell/autostart.h"
+#include "ui/shell/control_tips.h"
 #include "ui/shell/export.h"
 #include "ui/shell/import.h"
 #include "ui/shell/language_menu.h"
+#include "ui/shell/tracking_tooltip.h"
 #include "ui/shell/web_pages.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
 #include "ui/views/entry_views.h"
+#include "ui/views/list_rows.h"
 #include "ui/views/tree_view.h"
 #include "ui/window/closing.h"
 #include "ui/window/hook_watch.h"
@@ -79,10 +84,21 @@ void OpenFolder(const std::wstring& folder) {
     ShellExecuteW(mainWindow.window, L"open", folder.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
+void TellOfBackup(const std::wstring& copy) {
+    if (!HasBackupFolder()) return;
+    if (copy.empty()) {
+        MessageBoxW(mainWindow.window, (LanguageText(text::kCannotWrite) + L"\n" + backupFolder).c_str(),
+                    kProductName, MB_OK | MB_ICONWARNING);
+        return;
+    }
+    const std::wstring count = std::to_wstring(CountEntries(mainWindow.entries));
+    TellWhatWasDone(mainWindow.window, FileNameOf(copy),
+                    FillIn(LanguageText(text::kBackedUp), {count, backupFolder}));
+}
+
 void RunBackup(int id) {
     SaveAll(Warn::kNever);  // into the copy too
-    BackupCommand(id - CMD_BACKUP_HOURLY + 1, {mainWindow.window, OpenFolder});
-    if (id == CMD_BACKUP_NOW && !backupFolder.empty()) HasBackupFolder();
+    BackupCommand(id - CMD_BACKUP_HOURLY + 1, {mainWindow.window, OpenFolder, TellOfBackup});
 }
 
 void SwitchTopmost(int id) {
@@ -280,6 +296,8 @@ bool RouteCommand(WPARAM wParam, LPARAM lParam) {
         RefreshMenuChecks(mainWindow.menuBar);
         return known;
     }
+    if (id == CMD_TEST_ENTRY && HIWORD(wParam) == BN_SETFOCUS) return NameTestTarget(), true;
+    if (id == CMD_TEST_ENTRY && HIWORD(wParam) == BN_KILLFOCUS) return UpdateStatusBar(), true;
     if (OnEditorNotification(id, HIWORD(wParam))) return true;
     if (id == IDC_FILTER) return OnFilterNotification(HIWORD(wParam)), true;
     return RunFrom(kMainCommands, id, lParam);
