@@ -312,6 +312,22 @@ enum : int {
     kBackedUp = 1476,
     kInTray = 1477,
 
+    // Keys of commands, searching, saving
+    kNewKeys = 1478,
+    kDuplicateKeys = 1479,
+    kFindKeys = 1480,
+    kFindNextKeys = 1481,
+    kFindPreviousKeys = 1482,
+    kTestKeys = 1483,
+    kSaveKeys = 1484,
+    kHelpKeys = 1485,
+    kFind = 1486,
+    kFindNext = 1487,
+    kFindPrevious = 1488,
+    kSave = 1489,
+    kSaved = 1490,
+    kSavedAlready = 1491,
+
     // State of the hotkeys, notices at the caret
     kHotkeysRestored = 1380,
     kHotkeysOutOfReach = 1381,

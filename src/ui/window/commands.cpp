@@ -151,6 +151,23 @@ void Uninstall() {
                 MB_OK | MB_ICONINFORMATION);
 }
 
+// For the hand that is used to it; a failure is told by the list.
+void Save() {
+    const bool isSaved = !editor.edited && !HasUnsaved(mainWindow.entries);
+    if (!SaveAll(Warn::kAlways) || HasUnsaved(mainWindow.entries)) return;
+    TellInStatusBar(LanguageText(isSaved ? text::kSavedAlready : text::kSaved));
+}
+
+void Find() {
+    SendMessageW(mainWindow.window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(DialogControl(IDC_FILTER)),
+                 TRUE);
+}
+
+void FindAgain(int id) {
+    if (!IsFiltered()) return Find();
+    SelectNextHit(id == CMD_FIND_PREVIOUS);
+}
+
 void SaveRest(int, LPARAM) {
     SaveAll(Warn::kNever);
 }
@@ -235,6 +252,13 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {CMD_SAVE, Call<Save>},
+    {CMD_NEW_ENTRY, Call<NewEntry>},
+    {CMD_RENAME_ENTRY, Call<Rename>},
+    {CMD_TEST_ENTRY, Call<TestEntry>},
+    {CMD_FIND, Call<Find>},
+    {CMD_FIND_NEXT, CallWithId<FindAgain>},
+    {CMD_FIND_PREVIOUS, CallWithId<FindAgain>},
     {CMD_UNDO, Call<Undo>},
     {CMD_REDO, Call<Redo>},
     {CMD_DELETE_ENTRY, Call<DeleteEntry>},
@@ -251,6 +275,10 @@ constexpr Command kMainCommands[] = {
     {CMD_NEW_ENTRY, Call<NewEntry>},
     {CMD_COPY_ENTRY, Call<CopyEntry>},
     {CMD_DELETE_ENTRY, Call<DeleteEntry>},
+    {CMD_SAVE, Call<Save>},
+    {CMD_FIND, Call<Find>},
+    {CMD_FIND_NEXT, CallWithId<FindAgain>},
+    {CMD_FIND_PREVIOUS, CallWithId<FindAgain>},
     {CMD_NEXT_VERSION, Call<NextVersion>},
     {CMD_TEST_ENTRY, Call<TestEntry>},
     {CMD_COPY_AS_TEXT, Call<ExportAsText>},
