@@ -20,6 +20,7 @@
 #include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/insert_menu.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/entry_commands.h"
 #include "ui/entries/group_menu.h"
@@ -27,6 +28,7 @@
 #include "ui/entries/rename.h"
 #include "ui/entries/undo.h"
 #include "ui/look/dark_theme.h"
+#include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/shell/autostart.h"
 #include "ui/shell/control_tips.h"
@@ -116,6 +118,17 @@ void SwitchLook(int id) {
 void SwitchDarkTheme(int id) {
     RunSettingCommand(id);
     ApplyTheme(mainWindow.window);
+}
+
+void SwitchPreview(int id) {
+    RunSettingCommand(id);
+    ShowPreviewArea();
+    RefreshMenuChecks(mainWindow.menuBar);
+}
+
+void SwitchCodes(int id) {
+    RunSettingCommand(id);
+    RefreshPreview();
 }
 
 // What an option changes in list and tree.
@@ -213,8 +226,8 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_HIDE_NOW, Call<HideMainWindow>},
     {CMD_TOPMOST, CallWithId<SwitchTopmost>},
     {CMD_PROGRAM_PAGE, CallWithId<OpenWebPageOf>},
-    {CMD_DATE_CODES, kSwitchOption},
-    {CMD_TIME_CODES, kSwitchOption},
+    {CMD_DATE_CODES, CallWithId<SwitchCodes>},
+    {CMD_TIME_CODES, CallWithId<SwitchCodes>},
     {CMD_DATE_HELP, CallWithId<OpenWebPageOf>},
     {CMD_RESTORE_CLIPBOARD, kSwitchOption},
     {CMD_OPEN_SETTINGS_FILE, Call<OpenSettingsFile>},
@@ -250,6 +263,7 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_RESTART, Call<RestartProgram>},
     {CMD_QUESTIONS, CallWithId<OpenWebPageOf>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
+    {CMD_FOCUS_SPLITTER, Call<FocusSplitter>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
     {CMD_SAVE, Call<Save>},
@@ -259,6 +273,8 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_FIND, Call<Find>},
     {CMD_FIND_NEXT, CallWithId<FindAgain>},
     {CMD_FIND_PREVIOUS, CallWithId<FindAgain>},
+    {CMD_SHOW_PREVIEW, CallWithId<SwitchPreview>},
+    {CMD_LIST_ON_PERCENT, kSwitchOption},
     {CMD_UNDO, Call<Undo>},
     {CMD_REDO, Call<Redo>},
     {CMD_DELETE_ENTRY, Call<DeleteEntry>},

@@ -8,6 +8,7 @@
 #include "ids.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/drag_entry.h"
+#include "ui/look/splitter.h"
 #include "ui/state/main_window.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
@@ -31,7 +32,7 @@ unsigned HeldKeys() {
 bool IsTextField(HWND window) {
     const int id = GetDlgCtrlID(window);
     return GetParent(window) == mainWindow.window &&
-           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL);
+           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL || id == IDC_PREVIEW);
 }
 
 void GoTo(HWND control) {
@@ -92,6 +93,7 @@ constexpr Key kWindowKeys[] = {
     {kNone, VK_F1, Send<CMD_QUESTIONS>},  {kNone, VK_F2, Send<CMD_RENAME_ENTRY>},
     {kNone, VK_F3, Send<CMD_FIND_NEXT>},  {kShift, VK_F3, Send<CMD_FIND_PREVIOUS>},
     {kNone, VK_F5, Send<CMD_TEST_ENTRY>}, {kNone, VK_F6, GoOn},
+    {kNone, VK_F8, FocusSplitter},
 };
 
 constexpr Key kViewKeys[] = {
