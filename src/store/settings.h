@@ -43,6 +43,7 @@ struct Settings {
     int labelWidth = 0;     // 0 = a share of the list
     int hideInfo = 0;       // 1 once the notice about hiding has been shown
     int language = 0;       // set to the system's language before it is read
+    int fixedWidth = 0;     // the text in a font whose letters are of one width
     int disableDarkTheme = 0;
     int softPaint = 1;  // the list is drawn in memory first
 };

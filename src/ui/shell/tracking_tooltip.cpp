@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include "base/screen_scale.h"
+
 namespace verbatix {
 
 TrackingTooltip noticeTooltip;
@@ -27,7 +29,7 @@ static void Create(TrackingTooltip& tooltip, HWND owner) {
     SendMessageW(tooltip.window, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
     // A width limit is what makes the control break lines.
     constexpr int kMaximumWidth = 600;
-    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, kMaximumWidth);
+    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(owner)));
 }
 
 void ShowTrackingTooltip(TrackingTooltip& tooltip, HWND owner, const std::wstring& title,
