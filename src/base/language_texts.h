@@ -369,6 +369,8 @@ enum : int {
     kUseFind = 1429,
     // How the main window looks
     kFocusSplitter = 1700,
+    kFixedWidth = 1701,
+    kSystemIcons = 1702,
     // Preview, Insert list
     kPreviewCaption = 1500,
     kShowPreview = 1501,
