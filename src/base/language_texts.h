@@ -303,6 +303,10 @@ enum : int {
     kNothingMatches = 1468,
     kTestedIn = 1469,
 
+    // Faults
+    kCrashed = 1780,
+    kHung = 1781,
+
     // State of the hotkeys, notices at the caret
     kHotkeysRestored = 1380,
     kHotkeysOutOfReach = 1381,
