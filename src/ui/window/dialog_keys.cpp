@@ -135,6 +135,7 @@ bool HandleDialogKey(const MSG& message) {
     }
     const unsigned held = HeldKeys();
     if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
+    if (held == kNone && key == VK_F1) return Send<CMD_GUIDE>(), true;
     if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
     if (held == kNone && key == VK_F8) return FocusSplitter(), true;
     if (HandleUndoKey(message.hwnd, key, held)) return true;
