@@ -106,7 +106,7 @@ TEST(HotkeyRoad, AReportTellsWhatBecameOfThePressesAndNoneOfTheirTexts) {
     };
     EXPECT_TRUE(tells(L"stopped: the program could not be started"));
     for (const wchar_t* words : {L"Ctrl + Q", L"target_window.exe", L"at once", L"entry 0", L" 0/1/0 ",
-                                 L"done", L"Ctrl + J", L"entry 1", L"run:"}) {
+                                 L"done", L"Ctrl + J", L"entry 1", L"cmd:"}) {
         EXPECT_NE(report.find(words), std::wstring::npos) << ::testing::PrintToString(words);
     }
     EXPECT_EQ(report.find(L"secret"), std::wstring::npos);
