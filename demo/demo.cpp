@@ -1,6 +1,7 @@
 // Shows the main job for real: starts Verbatix with a new settings file, opens Notepad, presses one of the
 // first-run hotkeys the way a keyboard would, and waits until the stored text stands in Notepad. Both
-// programs stay open, to be looked at. Arguments: Verbatix.exe, the settings file to use.
+// programs stay open, to be looked at. Arguments: Verbatix.exe, the settings file to use; a third one, any,
+// says that the program finds that file by itself.
 //
 // Exit code 0 only when Notepad is in front and holds exactly the stored text.
 #include <windows.h>
@@ -150,10 +151,11 @@ bool PressUntilSomethingComes(const Notepad& notepad, const RECT& place, wchar_t
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    if (count != 3) return Fail(L"usage: demo Verbatix.exe settings.ini");
+    if (count != 3 && count != 4) return Fail(L"usage: demo Verbatix.exe settings.ini [own]");
     const std::wstring settingsFile = arguments[2];
     ParkMouse();
-    if (!Start(L"\"" + std::wstring(arguments[1]) + L"\" \"-ini:" + settingsFile + L"\"")) {
+    const std::wstring option = count == 3 ? L" \"-ini:" + settingsFile + L"\"" : L"";
+    if (!Start(L"\"" + std::wstring(arguments[1]) + L"\"" + option)) {
         return Fail(L"Verbatix does not start");
     }
     wchar_t letter = 0;

@@ -47,6 +47,14 @@
 #define IDC_GROUP_CAPTION 1211
 #define IDC_GROUP_NAME 1212
 
+// The question what becomes of a text that is too long
+#define IDD_LONG_TEXT 174
+#define IDC_STATIC_TEXT 0xffff
+#define IDC_WARNING 1230
+#define IDC_CUT_OFF 1231
+#define IDC_KEEP_IN_FILE 1232
+#define IDC_DISCARD 1233
+
 // Frame window
 #define TIMER_FRAME 1000
 #define CMD_FINISH_START 104
@@ -151,6 +159,7 @@
 #define TIMER_RESTORE_CLIPBOARD 4002  // one shot, 200 ms
 #define TIMER_CLOCK_JUMP 12022        // every 100 ms
 #define TIMER_DRAG_SCROLL 4010        // every 60 ms while an entry is dragged
+#define TIMER_CELL_EDIT 40050         // one shot, the time of a double click
 #define TIMER_LIST_RETRY 4011         // every second while the list cannot be read
 
 #endif

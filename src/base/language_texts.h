@@ -289,6 +289,20 @@ enum : int {
     kWriteProtected = 1371,
     kNoSettingsFile = 1372,
 
+    // A text that is too long
+    kWhatOfLongText = 1460,
+    kBackToText = 1461,
+    kCutOff = 1462,
+    kKeepTextInFile = 1463,
+    kDiscardText = 1464,
+    kTooMany = 1465,
+    kTextIsInFile = 1466,
+
+    // An empty list, the entry tried out
+    kNoEntriesYet = 1467,
+    kNothingMatches = 1468,
+    kTestedIn = 1469,
+
     // State of the hotkeys, notices at the caret
     kHotkeysRestored = 1380,
     kHotkeysOutOfReach = 1381,

@@ -14,6 +14,12 @@ class EditorTest : public ProgramWindow {
         PostMessageW(dialog_, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
                      reinterpret_cast<LPARAM>(Control(button)));
     }
+    // Whether the control, or a part of it, has it.
+    bool HasKeyboard(int id) const {
+        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
+               (info.hwndFocus == Control(id) || GetParent(info.hwndFocus) == Control(id));
+    }
     // A choice in a drop-down as its owner is told of it.
     void Choose(int id, WPARAM index) const {
         SendMessageW(Control(id), CB_SETCURSEL, index, 0);
@@ -108,7 +114,10 @@ TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
     Keys({'M', 'A', 'R'});
     EXPECT_TRUE(Becomes(IDC_FILTER, L"mar"));
     EXPECT_TRUE(WaitFor([&] { return Rows() == 1; }));
-    PlayStroke({}, VK_DOWN);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Mark")) << "the first hit is selected";
+    PlayStroke({}, VK_ESCAPE);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"2")) << "and what was before comes back";
+    Keys({'M', 'A', 'R', VK_RETURN});
     EXPECT_TRUE(Becomes(IDC_LABEL, L"Mark"));
     // What no longer matches because it was edited stays in sight.
     SendMessageW(Control(IDC_LABEL), EM_SETSEL, 0, -1);
@@ -118,7 +127,7 @@ TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
     PlayStroke({VK_LCONTROL}, 'F');
     PlayStroke({}, VK_ESCAPE);
     EXPECT_TRUE(WaitFor([&] { return Rows() == 3; }));
-    EXPECT_EQ(Text(IDC_LABEL), L"3");
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"3"));
     EXPECT_TRUE(IsWindowVisible(dialog_));
 
     const HWND header = FindWindowExW(list_, nullptr, WC_HEADERW, nullptr);
@@ -139,30 +148,33 @@ TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
 TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     const Target target;
     Start({{L"Ctrl+Q", L"one", L"First"}});
-    const auto hasKeyboard = [this](int id) {
-        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
-        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
-               info.hwndFocus == Control(id);
-    };
     PlayStroke({VK_LMENU}, 'X');
-    EXPECT_TRUE(WaitFor([&] { return hasKeyboard(IDC_TEXT); }));
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
+    // The caret stays where it is, and nothing is replaced.
+    Keys({VK_RIGHT, VK_TAB});
+    PlayStroke({VK_LMENU}, 'X');
+    Keys({'X'});
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"oxne"));
     PlayStroke({VK_LMENU}, 'E');
-    EXPECT_TRUE(WaitFor([&] { return hasKeyboard(IDC_LIST); }));
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_LIST); }));
     PlayStroke({VK_LMENU}, 'N');
     ASSERT_TRUE(Becomes(IDC_TEXT, L"???Text"));
-    EXPECT_TRUE(hasKeyboard(IDC_TEXT));
-    Keys({'H', 'E', 'L', 'L', 'O'});
-    EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
-    PlayStroke({VK_LMENU}, 'L');
+    EXPECT_TRUE(HasKeyboard(IDC_LABEL));
     Keys({'L', 'B'});
     EXPECT_TRUE(Becomes(IDC_LABEL, L"lb"));
+    PlayStroke({VK_LMENU}, 'X');
+    Keys({'H', 'E', 'L', 'L', 'O'});
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
     PlayStroke({VK_LMENU}, 'K');
     PlayStroke({}, 'R');
     EXPECT_TRUE(Becomes(IDC_KEY, L"r"));
     PlayStroke({}, VK_TAB);
     EXPECT_TRUE(FileGets(L"Ctrl-Alt+R=hello<E<N<D|"));
     EXPECT_EQ(Text(IDC_KEY), L"R");
-    // Tested, it goes into the window behind, as it has just been typed.
+    // Tested, it goes into the window that the user came from, as it has just been typed, whatever lies
+    // above it.
+    const HWND above = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"Utility", WS_POPUP | WS_VISIBLE, 0, 0,
+                                       90, 9, nullptr, nullptr, nullptr, nullptr);
     const auto targetShows = [&](const wchar_t* text) {
         return WaitFor([&] { return target.Text() == text; });
     };
@@ -170,11 +182,42 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     Type(IDC_TEXT, L"\r!");
     Press(CMD_TEST_ENTRY);
     EXPECT_TRUE(targetShows(L"hello\r\n!")) << ::testing::PrintToString(target.Text());
+    DestroyWindow(above);
     EXPECT_EQ(Text(IDC_TEXT), L"hello\r\n!");
     target.SetText(L"");
     ASSERT_TRUE(target.Activate());
     PlayStroke({VK_LCONTROL, VK_LMENU}, 'R');
     EXPECT_TRUE(targetShows(L"hello\r\n!")) << ::testing::PrintToString(target.Text());
+}
+
+TEST_F(EditorTest, ASecondClickEditsTheCellAndLettersFindARow) {
+    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Ctrl+W", L"two", L"Second"}});
+    ASSERT_TRUE(Select(1, IDC_LABEL, L"Second"));
+    RECT client = {};
+    GetClientRect(list_, &client);
+    POINT place = ListPlace(1);
+    ScreenToClient(list_, &place);
+    const auto secondClick = [&](int percent) {
+        SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(list_), TRUE);
+        Click(list_, static_cast<int>(client.right) * percent / 100, place.y);
+    };
+    secondClick(10);
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_KEY); }));
+    secondClick(80);
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
+    secondClick(40);
+    HWND edit = nullptr;
+    EXPECT_TRUE(
+        WaitFor([&] { return (edit = FindWindowExW(list_, nullptr, WC_EDITW, nullptr)) != nullptr; }));
+    EXPECT_EQ(WindowText(edit), L"Second");
+    Keys({VK_ESCAPE, 'F'});
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"First"));
+    Linger(1500);  // the control takes letters that follow each other for one word
+    Keys({'X'});
+    Linger(1500);
+    EXPECT_EQ(Text(IDC_LABEL), L"First") << "there is no such entry";
+    Keys({'S'});
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Second"));
 }
 
 TEST_F(EditorTest, NothingOverlapsAtTheSmallestSize) {

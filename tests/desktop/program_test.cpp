@@ -73,21 +73,49 @@ TEST_F(ProgramTest, ARestartThatFailsLeavesTheProgramRunning) {
     EXPECT_EQ(run_.Exit(), 1);
 }
 
+TEST_F(ProgramTest, ATextTooLongIsCutOffKeptOrDiscarded) {
+    const std::wstring text(3999, L'x');
+    Start({{L"Ctrl+Q", text}, {L"Ctrl+W", L"other"}});
+    for (const auto& [button, kept] :
+         {std::pair(IDC_DISCARD, text), {IDC_KEEP_IN_FILE, text}, {IDC_CUT_OFF, L"\\n" + text.substr(1)}}) {
+        ASSERT_TRUE(Select(0, IDC_TEXT, text));
+        Type(IDC_TEXT, L"\r");
+        ASSERT_TRUE(Becomes(IDC_COUNTER, L"1 too many (4001/4000)"));
+        POINT place = ListPlace(1);
+        ScreenToClient(list_, &place);
+        Click(list_, place.x, place.y);
+        EXPECT_NE(Answer(button), L"");
+        if (button == IDC_KEEP_IN_FILE) {
+            const std::wstring told = Answer(IDOK);
+            const std::wstring file = told.substr(told.rfind(L'\n') + 1);
+            EXPECT_EQ(ReadBytes(file), Utf16File(L"\r\n" + text)) << ::testing::PrintToString(told);
+        }
+        EXPECT_TRUE(Becomes(IDC_TEXT, L"other")) << button;
+        EXPECT_TRUE(FileGets(L"Ctrl+Q=" + kept + L"<E<N<D|")) << button;
+    }
+}
+
 TEST_F(ProgramTest, ATextTooLongIsNeverLost) {
     const std::wstring text(3999, L'x');
     Start({{L"Ctrl+Q", text}, {L"Ctrl+W", L"other"}});
     ASSERT_TRUE(Select(0, IDC_TEXT, text));
     Type(IDC_TEXT, L"ab");
-    EXPECT_EQ(Answer(IDOK), L"The text is too long. Characters at most: 4000");
+    EXPECT_TRUE(Becomes(IDC_COUNTER, L"1 too many (4001/4000)"));
+    // No box while typing, and everything else is kept.
+    Type(IDC_LABEL, L"kept");
+    EXPECT_TRUE(FileGets(L"text_000=kept"));
     EXPECT_FALSE(FileHolds(L"Ctrl+Q=ab"));
+    EXPECT_TRUE(IsWindowEnabled(dialog_)) << "a box";
     // Another row: one box, however many notifications the click has, and the selection comes back.
     EXPECT_FALSE(Select(1, IDC_TEXT, L"other", 300));
-    EXPECT_TRUE(Answer(IDOK).starts_with(L"The text is too long"));
+    EXPECT_TRUE(Answer(IDCANCEL).starts_with(
+        L"This is too long for one entry. Characters that fit into it: 4000\n\nYours has 1 more."));
     Linger(200);
     EXPECT_TRUE(IsWindowEnabled(dialog_)) << "another box";
-    EXPECT_EQ(Text(IDC_COUNTER), L"Text (4001/4000)");
+    EXPECT_EQ(Text(IDC_LABEL), L"kept");
+    EXPECT_EQ(SendMessageW(Control(IDC_TEXT), EM_GETSEL, 0, 0), MAKELRESULT(4000, 4001));
     PostMessageW(dialog_, WM_COMMAND, CMD_EXIT, 0);
-    EXPECT_TRUE(Answer(IDOK).starts_with(L"The text is too long"));
+    EXPECT_TRUE(Answer(IDCANCEL).starts_with(L"This is too long"));
     EXPECT_FALSE(run_.Program().WaitForExit(300)) << "the user decides what to cut";
     // The session ends without asking; where it goes on after all, nothing is left behind.
     const std::wstring backups = run_.Place().File(L"Backup");

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "base/common_controls.h"
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
@@ -11,7 +12,9 @@
 #include "ids.h"
 #include "paste/text/command_prefixes.h"
 #include "paste/text/path_breaks.h"
+#include "store/settings_path.h"
 #include "ui/editor/editor_fields.h"
+#include "ui/editor/long_text.h"
 #include "ui/editor/word_completion.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
@@ -58,9 +61,13 @@ unsigned ChosenModifier() {
 
 void ShowCounter() {
     std::wstring counter;
-    if (editor.position >= 0) {
-        counter = Format(L"%ls (%d/4000)", LanguageText(text::kCounter).c_str(),
-                         GetWindowTextLengthW(DialogControl(IDC_TEXT)));
+    const int length = GetWindowTextLengthW(DialogControl(IDC_TEXT));
+    constexpr int kLimit = static_cast<int>(kEditorTextLimit);
+    if (editor.position >= 0 && length > kLimit) {
+        counter = FillIn(LanguageText(text::kTooMany),
+                         {std::to_wstring(length - kLimit), std::to_wstring(length)});
+    } else if (editor.position >= 0) {
+        counter = Format(L"%ls (%d/%d)", LanguageText(text::kCounter).c_str(), length, kLimit);
     }
     SetFieldText(IDC_COUNTER, counter);
 }
@@ -122,21 +129,15 @@ void EnableEntryControls(bool enable) {
 void FillFields(const ListEntry& entry) {
     editor.filling = true;
     SetFieldText(IDC_TEXT, EditorFromStoredText(entry.text));
+    // What only stands for a text goes with the first letter.
+    if (entry.text == *StoredFromEditorText(L"")) {
+        SendMessageW(DialogControl(IDC_TEXT), EM_SETSEL, 0, -1);
+    }
     SetFieldText(IDC_LABEL, entry.label);
     SetFieldText(IDC_KEY, FormatKeyName(entry.keyCode));
     const unsigned modifier = entry.modifier < kModifierCount ? entry.modifier : 0U;
     SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
     editor.filling = false;
-}
-
-// Several notifications of one click may ask for it while the box is up.
-void WarnOfLongText() {
-    static bool isShown = false;
-    editor.warned = true;
-    if (std::exchange(isShown, true)) return;
-    MessageBoxW(mainWindow.window, (LanguageText(text::kTextTooLong) + L": 4000").c_str(), kProductName,
-                MB_OK | MB_ICONWARNING);
-    isShown = false;
 }
 
 void Changed() {
@@ -172,7 +173,7 @@ void OnKeyField(int code) {
             if (!editor.edited) break;
             SetFieldText(IDC_KEY, FormatKeyName(KeyFromInput(FieldText(IDC_KEY))));
             ShowAdvice();
-            SaveEdits(Warn::kOnce);
+            SaveEdits(Warn::kNever);
             break;
         default: break;
     }
@@ -211,7 +212,17 @@ void RelabelEditor() {
     ShowAdvice();
 }
 
+// To a dialog a field that has the keyboard is one whose text is selected as a whole, and the next key
+// would replace all of it. This one keeps caret and selection.
+static LRESULT CALLBACK KeepCaret(HWND field, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                  DWORD_PTR) noexcept {
+    if (message == WM_NCDESTROY) RemoveSubclass(field, KeepCaret, id);
+    const LRESULT answer = PassToSubclassed(field, message, wParam, lParam);
+    return message == WM_GETDLGCODE ? answer & ~DLGC_HASSETSEL : answer;
+}
+
 void SetUpEditor(HWND dialog) {
+    AddSubclass(GetDlgItem(dialog, IDC_TEXT), KeepCaret, 1);
     RelabelEditor();
     for (const std::wstring& name : OfferedKeyNames()) {
         SendDlgItemMessageW(dialog, IDC_KEY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
@@ -230,11 +241,59 @@ void ShowInEditor(int position) {
     FillFields(exists ? found->second.current : kNothing);
     editor.position = exists ? position : -1;
     editor.edited = false;
-    editor.warned = false;
     if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     EnableEntryControls(exists);
     ShowCounter();
     ShowAdvice();
+}
+
+static void PutTextBack() {
+    const auto found = mainWindow.entries.find(editor.position);
+    if (found == mainWindow.entries.end()) return;
+    editor.filling = true;
+    SetFieldText(IDC_TEXT, EditorFromStoredText(found->second.current.text));
+    editor.filling = false;
+    editor.edited = false;
+    ShowCounter();
+    ShowAdvice();
+}
+
+static bool KeepLongText(const std::wstring& text) {
+    const std::wstring path = KeepTextInFile(text, KeepPlace::kBesideSettings);
+    if (path.empty()) {
+        MessageBoxW(mainWindow.window, (LanguageText(text::kCannotWrite) + L"\n" + settingsPath).c_str(),
+                    kProductName, MB_OK | MB_ICONWARNING);
+        return false;
+    }
+    PutTextBack();
+    MessageBoxW(mainWindow.window, FillIn(LanguageText(text::kTextIsInFile), {path}).c_str(), kProductName,
+                MB_OK | MB_ICONINFORMATION);
+    return true;
+}
+
+static void MarkWhatIsTooMuch() {
+    const HWND field = DialogControl(IDC_TEXT);
+    SetFocus(field);
+    SendMessageW(field, EM_SETSEL, kEditorTextLimit, -1);
+    SendMessageW(field, EM_SCROLLCARET, 0, 0);
+}
+
+// False when the user goes back to the text. Several notifications of one click may ask while the question
+// is up.
+static bool SettleLongText() {
+    static bool isAsking = false;
+    if (std::exchange(isAsking, true)) return false;
+    const std::wstring text = FieldText(IDC_TEXT);
+    const LongText answer = AskAboutLongText(text.size() - kEditorTextLimit);
+    isAsking = false;
+    switch (answer) {
+        case LongText::kCutOff:
+            SetFieldText(IDC_TEXT, CutToLimit(text));
+            return TakeEditsOver(Warn::kNever);
+        case LongText::kKeepInFile: return KeepLongText(text);
+        case LongText::kDiscard: return PutTextBack(), true;
+        default: return MarkWhatIsTooMuch(), false;
+    }
 }
 
 bool TakeEditsOver(Warn warn) {
@@ -243,22 +302,20 @@ bool TakeEditsOver(Warn warn) {
     if (found == mainWindow.entries.end()) return true;
     const EditorFields fields = {FieldText(IDC_TEXT), FieldText(IDC_LABEL), FieldText(IDC_KEY),
                                  ChosenModifier()};
-    const std::optional<ListEntry> entry = EditedEntry(found->second.current, fields);
-    if (!entry) {
-        if (warn == Warn::kAlways || (warn == Warn::kOnce && !editor.warned)) WarnOfLongText();
-        return false;
+    if (const std::optional<ListEntry> entry = EditedEntry(found->second.current, fields)) {
+        editor.edited = false;
+        return UpdateEntry(mainWindow.entries, editor.position, *entry);
     }
-    editor.edited = false;
-    editor.warned = false;
-    return UpdateEntry(mainWindow.entries, editor.position, *entry);
+    UpdateEntry(mainWindow.entries, editor.position, EditedButText(found->second.current, fields));
+    return warn == Warn::kAlways && SettleLongText();
 }
 
 bool SaveEdits(Warn warn) {
     KillTimer(mainWindow.window, TIMER_EDITOR_UPDATE);
     if (!editor.edited) return true;
-    if (!TakeEditsOver(warn)) return false;
+    const bool isWhole = TakeEditsOver(warn);
     KeepEntries();
-    return true;
+    return isWhole;
 }
 
 bool SaveAll(Warn warn) {
@@ -272,7 +329,7 @@ bool SaveAll(Warn warn) {
 }
 
 void OnEditorTimer() {
-    SaveEdits(Warn::kOnce);
+    SaveEdits(Warn::kNever);
 }
 
 bool OnEditorNotification(int control, int code) {

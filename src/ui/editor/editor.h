@@ -1,6 +1,7 @@
 // The editor of the main dialog: shows one entry and takes what the user changes over into the list.
-// Changes are kept on their own, 200 ms after the last one and whenever the user turns elsewhere; only a
-// text beyond the limit is refused, with a message, and stays where it is. UI thread only.
+// Changes are kept on their own, 200 ms after the last one and whenever the user turns elsewhere. A text
+// beyond the limit is counted out beside it and stays in the field; when the user turns elsewhere he is
+// asked what becomes of it. UI thread only.
 #pragma once
 
 #include <windows.h>
@@ -13,13 +14,12 @@ struct Editor {
     int position = -1;    // of the entry that is shown; -1: none
     bool edited = false;  // the fields hold what the list does not
     bool filling = false;
-    bool warned = false;  // the text is too long, and the user has been told
 };
 
 extern Editor editor;
 
-// When the user is told that a text is too long.
-enum class Warn { kNever, kOnce, kAlways };
+// Whether the user is asked what becomes of a text that is too long.
+enum class Warn { kNever, kAlways };
 
 // Fills captions, buttons and drop-downs in the active language.
 void SetUpEditor(HWND dialog);
@@ -30,7 +30,8 @@ void RelabelEditor();
 // Shows the entry at that position; one that does not exist empties and disables the fields.
 void ShowInEditor(int position);
 
-// Takes what was changed over into the list. False when the text is too long; nothing has changed then.
+// Takes what was changed over into the list. False when the text is too long and stays in the field;
+// everything else is taken over all the same.
 bool TakeEditsOver(Warn warn);
 
 // The same, and writes it and renews the hotkeys.

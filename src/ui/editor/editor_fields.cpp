@@ -57,10 +57,17 @@ unsigned KeyFromInput(std::wstring_view input) {
 }
 
 std::optional<ListEntry> EditedEntry(const ListEntry& old, const EditorFields& fields) {
+    ListEntry entry = EditedButText(old, fields);
+    // The file may hold a text that is longer than the editor takes.
+    if (fields.text == EditorFromStoredText(old.text)) return entry;
     const std::optional<std::wstring> text = StoredFromEditorText(fields.text);
     if (!text) return std::nullopt;
-    ListEntry entry = old;
     CopyText(entry.text, *text, kTextLimit);
+    return entry;
+}
+
+ListEntry EditedButText(const ListEntry& old, const EditorFields& fields) {
+    ListEntry entry = old;
     CopyText(entry.label, fields.label, kLabelLimit);
     entry.keyCode = KeyFromInput(fields.key);
     entry.modifier = fields.modifier;

@@ -25,8 +25,11 @@ struct EditorFields {
     unsigned modifier = 0;
 };
 
-// The record that the fields make of `old`; nothing when the text is too long.
+// The record that the fields make of `old`; nothing when the text has been changed and is too long.
 std::optional<ListEntry> EditedEntry(const ListEntry& old, const EditorFields& fields);
+
+// The same with the text that `old` has.
+ListEntry EditedButText(const ListEntry& old, const EditorFields& fields);
 
 // Position of the first other entry that answers to the same hotkey; nothing without key or clash.
 std::optional<int> FindClash(const EntryList& list, int position, unsigned key, unsigned modifier);

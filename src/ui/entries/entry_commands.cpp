@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cwchar>
+
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
@@ -13,8 +15,10 @@
 #include "store/list_file.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
+#include "ui/entries/test_target.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/tree_view.h"
 
@@ -41,29 +45,16 @@ void FocusAfterAction() {
     SetFocus(settings.setFocus ? ShownView() : DialogControl(IDC_TEXT));
 }
 
-void AddAndShow(const ListEntry& record) {
+void AddAndShow(const ListEntry& record, bool isCopy) {
     const int position = Add(record);
     KeepEntries();
     SelectEntry(position);
     ShowInEditor(position);
-    SendDlgItemMessageW(mainWindow.window, IDC_TEXT, EM_SETSEL, 0, -1);
-    FocusAfterAction();
-}
-
-bool IsTestTarget(HWND window) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    const LONG_PTR style = GetWindowLongPtrW(window, GWL_EXSTYLE);
-    return IsWindowVisible(window) && IsWindowEnabled(window) && !IsIconic(window) &&
-           process != GetCurrentProcessId() && window != GetShellWindow() &&
-           !(style & (WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE)) && GetWindowTextLengthW(window) > 0;
-}
-
-// The window the user came from: the uppermost of the others.
-HWND WindowBehind() {
-    HWND window = GetTopWindow(nullptr);
-    while (window && !IsTestTarget(window)) window = GetWindow(window, GW_HWNDNEXT);
-    return window;
+    if (settings.setFocus) return FocusAfterAction();
+    const HWND label = DialogControl(IDC_LABEL);
+    SetFocus(label);
+    // What a copy has from the other goes with the first letter; the group of a new one stays.
+    SendMessageW(label, EM_SETSEL, isCopy ? 0 : wcslen(record.label), -1);
 }
 
 bool GiveForeground(HWND window) {
@@ -92,14 +83,14 @@ void NewEntry() {
             if (!place.path.empty()) CopyText(record.label, place.path + L'/', kLabelLimit);
         }
     }
-    AddAndShow(record);
+    AddAndShow(record, false);
 }
 
 void CopyEntry() {
     if (!SaveEdits(Warn::kAlways) || editor.position < 0) return;
     ListEntry record = mainWindow.entries.at(editor.position).current;
     record.keyCode = 0;
-    AddAndShow(record);
+    AddAndShow(record, true);
 }
 
 void DeleteEntry() {
@@ -127,8 +118,10 @@ void TestEntry() {
     if (editor.position < 0 || !SaveEdits(Warn::kAlways)) return;
     const std::wstring text = mainWindow.entries.at(editor.position).current.text;
     if (settings.setFocus) FocusAfterAction();
-    const HWND target = WindowBehind();
+    const HWND target = TestTarget();
+    const std::wstring name = TestTargetName();
     if (!target || !GiveForeground(target)) return Tell(text::kNoWindowToTest);
+    TellInStatusBar(FillIn(LanguageText(text::kTestedIn), {name}));
     executorClient.targetWindow = target;
     executorClient.pressWindow = target;
     const HookIsBusy busy;

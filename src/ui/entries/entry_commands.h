@@ -4,15 +4,16 @@
 namespace verbatix {
 
 // Adds an entry, or a copy of the shown one without its hotkey, in the first deleted entry's place or at
-// the end, saves the list and shows the new entry.
+// the end, saves the list and shows the new entry, with the caret in its label.
 void NewEntry();
 void CopyEntry();
 
 // Asks, and blanks the shown entry's text and label; its place in the file stays.
 void DeleteEntry();
 
-// Executes the text of the editor in the window that lies right behind this one, which gets the foreground
-// first and keeps it, so that the user sees what came of it. Without such a window the user is told.
+// Executes the text of the editor in the window that the user came from (test_target.h), which gets the
+// foreground first and keeps it, so that the user sees what came of it. Without such a window the user is
+// told.
 void TestEntry();
 
 }  // namespace verbatix

@@ -32,6 +32,7 @@ struct Renaming {
 };
 
 Renaming renaming;
+bool renamesRow = false;  // a row is to be edited in place now
 
 // Starts with what the label says, which is not always what is shown: an entry without label shows its
 // text.
@@ -104,7 +105,9 @@ void RenameSelected() {
     if (row < 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
     SetFocus(mainWindow.list);
     ListView_EnsureVisible(mainWindow.list, row, FALSE);
+    renamesRow = true;
     SendMessageW(mainWindow.list, LVM_EDITLABELW, static_cast<WPARAM>(row), 0);
+    renamesRow = false;
 }
 
 static LRESULT BeginRenameNode(int index) {
@@ -121,8 +124,10 @@ static LRESULT BeginRenameNode(int index) {
     return FALSE;
 }
 
+// Not by the control's own slow second click: that is on the hotkey, in the first column.
 static LRESULT BeginRenameRow(int position) {
-    if (position < 0 || MustKeepEditsFirst()) return TRUE;
+    const bool isWanted = std::exchange(renamesRow, false);
+    if (!isWanted || position < 0 || MustKeepEditsFirst()) return TRUE;
     renaming = {};
     renaming.node.kind = NodeKind::kEntry;
     renaming.node.position = position;

@@ -22,7 +22,7 @@ constexpr int kButtonWidth = 54;
 constexpr int kModifierWidth = 92;
 constexpr int kKeyWidth = 56;
 constexpr int kFilterCaptionWidth = 34;
-constexpr int kCounterWidth = 90;
+constexpr int kCounterWidth = 120;
 constexpr int kKeepPathsWidth = 76;
 constexpr int kDropDownHeight = 130;
 // Between filter and buttons everything but list and text is of fixed height.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ids.h"
@@ -76,14 +77,40 @@ int NeighbourOf(int position) {
 
 void OnSelectionChanged() {
     UpdateStatusBar();
-    if (SelectedEntry() == editor.position) return;
-    if (!SaveEdits(Warn::kAlways)) return SelectEntry(editor.position);
+    // Several of these come of one click, and the later ones while the user is asked about a long text.
+    static bool isFollowing = false;
+    if (SelectedEntry() == editor.position || std::exchange(isFollowing, true)) return;
+    const bool isSaved = SaveEdits(Warn::kAlways);
+    isFollowing = false;
+    if (!isSaved) return SelectEntry(editor.position);
     ShowInEditor(SelectedEntry());
 }
 
-void OnFilterChanged() {
-    SaveEdits(Warn::kOnce);
+// Selected when the user turned to the filter; -1: he has gone to a hit since.
+static int selectedBeforeFilter = -1;
+
+static void OnFilterChanged() {
+    SaveEdits(Warn::kNever);
     RefreshViews(true);
+    if (IsFiltered()) {
+        SelectFirstEntry();
+    } else if (selectedBeforeFilter >= 0) {
+        SelectEntry(selectedBeforeFilter);
+    }
+}
+
+void OnFilterNotification(int code) {
+    switch (code) {
+        case EN_CHANGE: return OnFilterChanged();
+        case EN_SETFOCUS:
+            if (selectedBeforeFilter < 0) selectedBeforeFilter = SelectedEntry();
+            break;
+        case EN_KILLFOCUS:
+            // Not where another program has come to the front: the search goes on when the user is back.
+            if (IsChild(mainWindow.window, GetFocus())) selectedBeforeFilter = -1;
+            break;
+        default: break;
+    }
 }
 
 static void SortByColumn(int column) {

@@ -28,8 +28,9 @@ int NeighbourOf(int position);
 // it is.
 void OnSelectionChanged();
 
-// The user has changed the filter: what is typed in the editor is kept, and the views follow.
-void OnFilterChanged();
+// A notification of the filter. What is typed there selects the first hit; once it is empty again, what had
+// been selected before is, unless the user has turned to a hit.
+void OnFilterNotification(int code);
 
 // A notification of either view about what it shows.
 void OnViewNotify(const NMHDR& header);

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "base/text.h"
@@ -43,9 +44,8 @@ void SortRows(std::vector<int>& rows, const EntryList& list, const ListOrder& or
     std::transform(keyed.begin(), keyed.end(), rows.begin(), [](const auto& row) { return row.second; });
 }
 
-bool Holds(std::wstring_view text, std::wstring_view part, bool ignoreCase) {
-    if (!ignoreCase) return text.find(part) != std::wstring_view::npos;
-    return LowerCase(text).find(part) != std::wstring::npos;
+std::wstring Folded(std::wstring_view text, bool ignoreCase) {
+    return ignoreCase ? LowerCase(text) : std::wstring(text);
 }
 
 }  // namespace
@@ -60,24 +60,56 @@ std::wstring CellText(const ListEntry& entry, int column) {
     }
 }
 
-bool MatchesFilter(const ListEntry& entry, std::wstring_view filter, bool ignoreCase) {
-    if (filter.empty()) return true;
-    const std::wstring wanted = ignoreCase ? LowerCase(filter) : std::wstring(filter);
-    return Holds(entry.label, wanted, ignoreCase) || Holds(entry.text, wanted, ignoreCase) ||
-           Holds(CellText(entry, 0), wanted, ignoreCase);
+std::vector<std::wstring> FilterWords(std::wstring_view filter, bool ignoreCase) {
+    std::vector<std::wstring> words;
+    for (const std::wstring_view word : Split(filter, L' ')) {
+        if (!word.empty()) words.push_back(Folded(word, ignoreCase));
+    }
+    return words;
+}
+
+bool MatchesFilter(const ListEntry& entry, const std::vector<std::wstring>& words, bool ignoreCase) {
+    if (words.empty()) return true;
+    std::wstring hotkey = Folded(CellText(entry, 0), ignoreCase);
+    std::wstring packed = hotkey;
+    ReplaceAll(packed, L" ", L"");
+    hotkey += L'\n' + packed;
+    const std::wstring label = Folded(entry.label, ignoreCase);
+    // Long, and mostly not needed: the other two have the word.
+    std::optional<std::wstring> text;
+    return std::all_of(words.begin(), words.end(), [&](const std::wstring& word) {
+        if (label.find(word) != std::wstring::npos || hotkey.find(word) != std::wstring::npos) return true;
+        if (!text) text = Folded(entry.text, ignoreCase);
+        return text->find(word) != std::wstring::npos;
+    });
 }
 
 std::vector<int> ShownRows(const EntryList& list, const ListOrder& order) {
     std::vector<int> rows;
     rows.reserve(list.size());
+    const std::vector<std::wstring> words = FilterWords(order.filter, order.ignoreCase);
     for (const auto& [position, slot] : list) {
         if (IsBlank(slot.current)) continue;
-        if (position == order.pinned || MatchesFilter(slot.current, order.filter, order.ignoreCase)) {
+        if (position == order.pinned || MatchesFilter(slot.current, words, order.ignoreCase)) {
             rows.push_back(position);
         }
     }
     if (order.sortColumn >= 0 && order.sortColumn < kColumns) SortRows(rows, list, order);
     return rows;
+}
+
+int FindRow(const EntryList& list, const std::vector<int>& rows, int from, std::wstring_view beginning) {
+    const std::size_t count = rows.size();
+    const std::size_t first = from < 0 ? 0U : static_cast<std::size_t>(from);
+    for (std::size_t step = 0; step < count; ++step) {
+        const std::size_t row = (first + step) % count;
+        const auto found = list.find(rows[row]);
+        if (found == list.end()) continue;
+        const ListEntry& entry = found->second.current;
+        const std::wstring_view name = *entry.label ? entry.label : entry.text;
+        if (EqualsIgnoreCase(name.substr(0, beginning.size()), beginning)) return static_cast<int>(row);
+    }
+    return -1;
 }
 
 std::size_t CountEntries(const EntryList& list) {

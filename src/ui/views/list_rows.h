@@ -22,12 +22,20 @@ struct ListOrder {
 // What is shown of an entry: hotkey in display form (nothing without a key), label, text.
 std::wstring CellText(const ListEntry& entry, int column);
 
-// Whether hotkey, label or text hold the filter text; an empty one is held by every entry.
-bool MatchesFilter(const ListEntry& entry, std::wstring_view filter, bool ignoreCase);
+// The words that the user has typed into the filter, by which it looks.
+std::vector<std::wstring> FilterWords(std::wstring_view filter, bool ignoreCase);
+
+// Whether each of these words stands somewhere in hotkey, label or text; the hotkey is looked at with and
+// without its blanks. No words match every entry.
+bool MatchesFilter(const ListEntry& entry, const std::vector<std::wstring>& words, bool ignoreCase);
 
 // Positions of the entries to show; deleted ones never are. Equal entries stay in the order of the list,
 // descending too.
 std::vector<int> ShownRows(const EntryList& list, const ListOrder& order);
+
+// The first row from `from` on whose label, or text where it has none, begins like that in any case; past
+// the end it goes on from the top. -1 when there is none.
+int FindRow(const EntryList& list, const std::vector<int>& rows, int from, std::wstring_view beginning);
 
 // Entries that are not deleted.
 std::size_t CountEntries(const EntryList& list);

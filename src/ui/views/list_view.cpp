@@ -134,6 +134,12 @@ static void FillCell(NMLVDISPINFOW& request) {
     CopyText(item.pszText, capacity, capacity, text);
 }
 
+int FindTyped(const NMLVFINDITEMW& request) {
+    const bool isText = (request.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) != 0;
+    if (!isText || !request.lvfi.psz || !*request.lvfi.psz) return -1;
+    return FindRow(mainWindow.entries, mainWindow.rows, request.iStart, request.lvfi.psz);
+}
+
 void OnListNotify(const NMHDR& header) {
     switch (header.code) {
         case LVN_GETDISPINFOW:

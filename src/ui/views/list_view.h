@@ -30,6 +30,10 @@ void SelectListRow(int position);
 bool HasListRow(int position);
 void ScrollToListRow(int position);
 
+// The row that the control looks for when letters are typed in it, by which an entry is found; -1: none,
+// and the selection stays.
+int FindTyped(const NMLVFINDITEMW& request);
+
 // Answers the control's notifications about what it shows. A changed selection is told by
 // WM_SELECTION_CHANGED.
 void OnListNotify(const NMHDR& header);

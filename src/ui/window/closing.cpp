@@ -8,13 +8,11 @@
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "menu/menu_popup.h"
-#include "store/backup.h"
-#include "store/list_exchange.h"
 #include "store/profile.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
-#include "store/settings_path.h"
 #include "ui/editor/editor.h"
+#include "ui/editor/long_text.h"
 #include "ui/look/window_place.h"
 #include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
@@ -29,12 +27,12 @@ static std::wstring keptText;
 
 // Hidden without an icon the window would be out of reach.
 static void HideBehindIcon() {
-    SaveEdits(Warn::kAlways);
     ShowWindow(mainWindow.window, SW_HIDE);
     if (!trayIcon.wanted) AddTrayIcon(trayIcon);
 }
 
 void HideMainWindow() {
+    if (!SaveEdits(Warn::kAlways)) return;
     if (!settings.hideInfo) {
         ChangeSetting(&Settings::hideInfo, 1);
         MessageBoxW(mainWindow.window, LanguageText(text::kStillRunning).c_str(),
@@ -43,10 +41,15 @@ void HideMainWindow() {
     HideBehindIcon();
 }
 
-void SendToTray() {
+static void GoIntoTray() {
+    if (!SaveEdits(Warn::kAlways)) return;
     AnimateIntoTray(mainWindow.window);
-    InstallKeyboardHookUnlessOff();
     HideBehindIcon();
+}
+
+void SendToTray() {
+    GoIntoTray();
+    InstallKeyboardHookUnlessOff();
 }
 
 void CloseMainWindow() {
@@ -55,8 +58,7 @@ void CloseMainWindow() {
     if (settings.hideIfClose) {
         HideMainWindow();
     } else if (settings.trayIfClose) {
-        AnimateIntoTray(mainWindow.window);
-        HideBehindIcon();
+        GoIntoTray();
     } else {
         ExitProgram(kClosedByUser);
     }
@@ -64,9 +66,7 @@ void CloseMainWindow() {
 
 void MinimizeMainWindow() {
     InstallKeyboardHookUnlessOff();
-    if (!settings.trayIfMinimize || GetActiveWindow() != mainWindow.window) return;
-    AnimateIntoTray(mainWindow.window);
-    HideBehindIcon();
+    if (settings.trayIfMinimize && GetActiveWindow() == mainWindow.window) GoIntoTray();
 }
 
 bool SaveForExit() {
@@ -93,18 +93,6 @@ void ExitProgram(int dialogCode) {
     if (SaveForExit()) LeaveProgram(dialogCode);
 }
 
-// Under the time, beside the backups, or beside the settings file where they have no folder.
-static std::wstring KeepInFile(const std::wstring& text) {
-    SYSTEMTIME now;
-    GetLocalTime(&now);
-    const std::wstring name = L"\\" + BackupFileName(now) + L"_unsaved.txt";
-    PrepareBackupFolder();
-    for (const std::wstring& folder : {backupFolder, settingsPath.substr(0, settingsPath.rfind(L'\\'))}) {
-        if (!folder.empty() && WriteExportFile(folder + name, text)) return folder + name;
-    }
-    return {};
-}
-
 void SaveWithoutAsking() {
     const SettingsBatch together;
     RememberWindowPlace(mainWindow.window);
@@ -112,7 +100,7 @@ void SaveWithoutAsking() {
     const auto showMessage = std::exchange(mainWindow.listClient.showMessage, nullptr);
     if (!SaveEdits(Warn::kNever)) {
         if (!keptText.empty()) DeleteFileW(keptText.c_str());
-        keptText = KeepInFile(FieldText(IDC_TEXT));
+        keptText = KeepTextInFile(FieldText(IDC_TEXT), KeepPlace::kBesideBackups);
         if (!keptText.empty()) WriteProgramText(kUnsavedTextKey, keptText);
     }
     // The other entries, whatever became of that text.

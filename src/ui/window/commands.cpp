@@ -80,7 +80,7 @@ void OpenFolder(const std::wstring& folder) {
 }
 
 void RunBackup(int id) {
-    SaveAll(Warn::kOnce);  // into the copy too
+    SaveAll(Warn::kNever);  // into the copy too
     BackupCommand(id - CMD_BACKUP_HOURLY + 1, {mainWindow.window, OpenFolder});
     if (id == CMD_BACKUP_NOW && !backupFolder.empty()) HasBackupFolder();
 }
@@ -260,10 +260,6 @@ constexpr Command kMainCommands[] = {
     {CMD_LIST_DAMAGE, Call<AskAboutFoundDamage>},
     {CMD_SAVE_REST, SaveRest},
 };
-
-void OnFilterNotification(int code) {
-    if (code == EN_CHANGE) OnFilterChanged();
-}
 
 bool RunFrom(std::span<const Command> commands, int id, LPARAM lParam) {
     const auto found = std::find_if(commands.begin(), commands.end(),

@@ -102,7 +102,7 @@ bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
         if (inFilter) SetWindowTextW(focus, L"");
         return true;
     }
-    if (held == kNone && key == VK_DOWN && inFilter) return GoToView(), true;
+    if (held == kNone && (key == VK_DOWN || key == VK_RETURN) && inFilter) return GoToView(), true;
     return false;
 }
 

@@ -10,6 +10,7 @@
 #include "hotkeys/hook_upkeep.h"
 #include "hotkeys/integrity.h"
 #include "hotkeys/keyboard_hook.h"
+#include "ui/entries/test_target.h"
 #include "ui/shell/tray_icon.h"
 #include "ui/state/hotkey_state.h"
 #include "ui/state/status_bar.h"
@@ -65,6 +66,7 @@ void WatchForeground() {
     static HWND lastInFront = nullptr;
     const HWND front = GetForegroundWindow();
     if (std::exchange(lastInFront, front) != front) {
+        NoteFrontWindow(front);
         const bool isOutOfReach = KeepsKeysFromUs(front);
         if (isOutOfReach) keyboardHook.trigger.claims.Clear();
         if (std::exchange(hotkeyState.frontIsOutOfReach, isOutOfReach) != isOutOfReach) UpdateStatusBar();

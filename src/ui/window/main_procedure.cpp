@@ -13,6 +13,7 @@
 #include "store/settings.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/word_completion.h"
+#include "ui/entries/cell_click.h"
 #include "ui/entries/context_menu.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/entries/rename.h"
@@ -23,6 +24,7 @@
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
+#include "ui/views/empty_note.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/window/closing.h"
@@ -67,6 +69,9 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.tree = GetDlgItem(dialog, IDC_TREE);
     GetWindowRect(dialog, &mainWindow.minimumRectangle);
     SetUpListView(mainWindow.list);
+    SetUpCellClicks(mainWindow.list);
+    SetUpEmptyNote(mainWindow.list);
+    SetUpEmptyNote(mainWindow.tree);
     CreateStatusBar(dialog);
     SetUpEditor(dialog);
     const HINSTANCE instance = GetModuleHandleW(nullptr);
@@ -108,6 +113,8 @@ static LRESULT OnNotify(const NMHDR& header) {
     if (header.hwndFrom == mainWindow.statusBar && header.code == NM_CLICK) OnNoticeClick();
     if (header.hwndFrom != mainWindow.list && header.hwndFrom != mainWindow.tree) return 0;
     if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(DialogControl(IDC_TEXT));
+    if (header.code == NM_CLICK && header.hwndFrom == mainWindow.list) OnCellClick();
+    if (header.code == LVN_ODFINDITEMW) return FindTyped(reinterpret_cast<const NMLVFINDITEMW&>(header));
     if (const std::optional<LRESULT> answer = OnRenameNotify(header)) return *answer;
     OnDragNotify(header);
     OnViewNotify(header);

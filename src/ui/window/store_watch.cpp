@@ -145,7 +145,7 @@ void AskAboutFoundDamage() {
 }
 
 void OpenSettingsFile() {
-    SaveAll(Warn::kOnce);
+    SaveAll(Warn::kNever);
     // Opened for writing once: that tells a file that is there from one that is not, and an editor is not
     // started on nothing.
     UniqueFile check(CreateFileW(settingsPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,

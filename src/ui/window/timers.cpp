@@ -10,6 +10,7 @@
 #include "ids.h"
 #include "paste/executor.h"
 #include "ui/editor/editor.h"
+#include "ui/entries/cell_click.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
@@ -74,6 +75,7 @@ constexpr Timer kTimers[] = {
     {TIMER_CPY_COPY, true, RunStep<TIMER_CPY_COPY, OnCpyCopyTimer>},
     {TIMER_CPY_LAUNCH, true, RunStep<TIMER_CPY_LAUNCH, OnCpyLaunchTimer>},
     {TIMER_EDITOR_UPDATE, true, OnEditorTimer},
+    {TIMER_CELL_EDIT, true, OnCellTimer},
     {TIMER_DRAG_SCROLL, false, OnDragTimer},
     {TIMER_LIST_RETRY, false, OnListRetryTimer},
 };

@@ -201,14 +201,36 @@ class ListRows : public ::testing::Test {
 
 TEST_F(ListRows, FilterLooksAtHotkeyLabelAndText) {
     const std::tuple<const wchar_t*, bool, std::vector<int>> cases[] = {
-        {L"", true, {0, 1, 3, 4}}, {L"PFEL", true, {1, 4}}, {L"PFEL", false, {}},
-        {L"\x00e4", true, {1}},    {L"b", false, {0}},      {L"Ctrl", true, {0, 1, 4}},
+        {L"", true, {0, 1, 3, 4}},
+        {L"PFEL", true, {1, 4}},
+        {L"PFEL", false, {}},
+        {L"\x00e4", true, {1}},
+        {L"b", false, {0}},
+        {L"Ctrl", true, {0, 1, 4}},
+        // Words in any order, each anywhere in one of the three.
+        {L" q  ZEB b", true, {0}},
+        {L"zebra c", true, {0}},
+        {L"zebra pfel", true, {}},
+        {L"a alt ctrl", true, {1}},
+        {L"ctrl+alt+a", true, {1}},
     };
     for (const auto& [filter, ignoreCase, rows] : cases) {
         const ListOrder order = {filter, ignoreCase, -1, false, -1};
         EXPECT_EQ(ShownRows(list_, order), rows) << ::testing::PrintToString(filter);
     }
     EXPECT_EQ(CountEntries(list_), 4U);
+}
+
+TEST_F(ListRows, TypedLettersFindTheNextSuchName) {
+    const std::vector<int> rows = {0, 1, 3, 4};
+    const std::tuple<int, const wchar_t*, int> cases[] = {
+        {0, L"b", 0},  {1, L"B", 1},  {2, L"b", 0},    {0, L"c", 3},
+        {0, L"x", -1}, {-1, L"a", 2}, {99, L"bb", -1},
+    };
+    for (const auto& [from, typed, row] : cases)
+        EXPECT_EQ(FindRow(list_, rows, from, typed), row) << from << ::testing::PrintToString(typed);
+    list_.at(3).current.label[0] = 0;
+    EXPECT_EQ(FindRow(list_, rows, 0, L"bir"), 2) << "what has no label goes by its text";
 }
 
 TEST_F(ListRows, ThePinnedEntryStays) {

@@ -1,0 +1,80 @@
+#!/bin/bash
+# What a user downloads, used as a user does: the setup program installs, the program pastes, an upgrade
+# replaces the running copy, which keeps its list and comes back with what it was started with, the
+# uninstaller leaves the list; and the zip runs from a folder with blanks and Cyrillic letters, its list
+# beside it. Arguments: the build folder.
+set -eu
+. scripts/wine-environment
+build=$(realpath "$1")
+folder=$build/package
+status=0
+fail() { echo "package: $*"; status=1; }
+windows() { winepath -w "$1"; }
+unix() { winepath -u "$(command wine cmd /c "echo $1" | tr -d '\r')"; }
+# The desktop of these tests has one keyboard and one session: nothing of ours may stay.
+wine() { command wine "$@" </dev/null >/dev/null 2>&1; }
+running() { wine "$build/tests/running_copy.exe" "$@"; }
+value() { command wine reg query "$1" /v "$2" 2>/dev/null | tr -d '\r' | sed -n "s/^ *$2 *REG_[A-Z]* *//p"; }
+wait_until() {
+    for _ in $(seq 300); do
+        "$@" && return
+        sleep 0.1
+    done
+    return 1
+}
+gone() { [ ! -e "$1" ]; }
+say_paste() {
+    command wine "$build/demo/demo.exe" "$@" </dev/null >"$folder.log" 2>&1 ||
+        fail "no paste by $1: $(tail -n 1 "$folder.log")"
+    wine taskkill /f /im notepad.exe || true
+}
+
+scripts/package "$build/Verbatix.exe" "$folder" >/dev/null
+setup=$(echo "$folder"/*-setup.exe)
+version=$(basename "$setup" -setup.exe)
+version=${version#Verbatix-}
+app_data=$(unix '%AppData%')/Verbatix
+target=$(unix '%LocalAppData%')/Programs/Verbatix
+program=$(windows "$target/Verbatix.exe")
+apps='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Verbatix'
+run='HKCU\Software\Microsoft\Windows\CurrentVersion\Run'
+rm -rf "$app_data" "$target"
+
+wine "$setup" /S /CURRENTUSER /AUTOSTART || fail "setup ends with $?"
+for file in Verbatix.exe Uninstall.exe Verbatix_guide.html Changes.txt Licences.txt; do
+    [ -s "$target/$file" ] || fail "$file is not installed"
+done
+[ "$(value "$apps" DisplayVersion)" = "$version" ] || fail "the list of apps does not tell the version"
+[ "$(value "$run" Verbatix)" = "\"$program\" -bg" ] || fail "is not started with Windows"
+say_paste "$program" "$(windows "$app_data/Verbatix.ini")" own
+
+# Over the running copy, which was started with a list of its own: nothing lost, and the same one comes back.
+running --end || fail "the copy does not end when it is asked to"
+list=$folder/meine\ Liste.ini
+cp "$app_data/Verbatix.ini" "$list"
+wine start /unix "$target/Verbatix.exe" -bg "-ini:$(windows "$list")"
+wait_until running || fail "the copy does not start"
+before=$(sed -n '/^\[list_text\]/,/^\[/p' "$list" | sha256sum)
+echo old >"$target/Changes.txt"
+wine "$setup" /S /CURRENTUSER || fail "upgrade ends with $?"
+[ "$(cat "$target/Changes.txt")" != old ] || fail "the upgrade replaces nothing"
+wait_until running "$program" "meine Liste.ini" || fail "the copy does not come back with its list"
+[ "$(value "$run" Verbatix)" = "\"$program\" -bg" ] || fail "the upgrade stops the start with Windows"
+after=$(sed -n '/^\[list_text\]/,/^\[/p' "$list" | sha256sum)
+[ "$before" = "$after" ] || fail "the upgrade changes the list"
+
+wine "$target/Uninstall.exe" /S
+wait_until gone "$target" || fail "the uninstaller leaves $(ls "$target")"
+running && fail "the uninstaller leaves a copy running"
+[ -z "$(value "$apps" DisplayVersion)$(value "$run" Verbatix)" ] || fail "the uninstaller leaves keys"
+[ -s "$app_data/Verbatix.ini" ] || fail "the uninstaller deletes the list unasked"
+wine "$setup" /S /CURRENTUSER && wine "$target/Uninstall.exe" /S /DELETELIST
+wait_until gone "$app_data" || fail "the uninstaller keeps the list when it is told to delete it"
+
+stick="$folder/Мои тексты (2)"
+mkdir "$stick"
+(cd "$stick" && cmake -E tar xf "$folder"/*-portable.zip)
+say_paste "$(windows "$stick/Verbatix_portable.exe")" "$(windows "$stick/Verbatix.ini")" own
+running --end || true
+(cd "$folder" && sha256sum --quiet -c SHA256SUMS) || fail "the sums are wrong"
+exit $status
