@@ -28,6 +28,7 @@
 #define IDC_LIST_CAPTION 1093
 #define IDC_TREE_CAPTION 1094
 #define IDC_KEEP_PATHS 1095
+#define IDC_OFFER_LINK 1220
 
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040
@@ -135,6 +136,10 @@
 #define CMD_SHOW_GROUPS 40013
 #define CMD_NEW_GROUP 40014
 #define CMD_NO_GROUP 40015
+#define CMD_UNDO 40040
+#define CMD_REDO 40041
+#define CMD_SELECT_ALL 40042
+#define CMD_FIRST_MODIFIER 40990  // and the nine behind it: one a modifier, in its order
 #define CMD_FIRST_GROUP 41000  // and up: the groups of a menu, in its order
 
 // Posted to the main window by the hook and the executor

@@ -82,7 +82,6 @@ enum : int {
     kNoneSelected = 1062,
 
     // Questions and messages
-    kAskDelete = 1071,
     kNoUpdates = 1073,
     kNoUninstall = 1074,
     kWinKeyMayNotArrive = 1075,
@@ -310,6 +309,34 @@ enum : int {
     kPlaceHasClosed = 1383,
     kMenuNotInFront = 1384,
     kNothingDone = 1385,
+
+    // Undo and redo, several entries at once
+    kUndo = 1430,
+    kUndoThat = 1431,
+    kRedo = 1432,
+    kRedoThat = 1433,
+    kUndoKeys = 1434,
+    kRedoKeys = 1435,
+    kEditMenu = 1436,
+    kDuplicate = 1437,
+    kQuoted = 1441,
+    kSeveral = 1442,
+    kTextStep = 1443,
+    kNewStep = 1444,
+    kDuplicateStep = 1445,
+    kDeleteStep = 1446,
+    kMoveStep = 1447,
+    kRenameStep = 1448,
+    kGroupStep = 1449,
+    kHotkeyStep = 1450,
+    kImportStep = 1451,
+    kDeleted = 1452,
+    kMoved = 1453,
+    kRenamed = 1454,
+    kGrouped = 1455,
+    kHotkeyChanged = 1456,
+    kImported = 1457,
+    kUndone = 1458,
 };
 
 }  // namespace verbatix::text

@@ -237,6 +237,7 @@ void SetUpEditor(HWND dialog) {
 void ShowInEditor(int position) {
     const auto found = mainWindow.entries.find(position);
     const bool exists = found != mainWindow.entries.end();
+    SealStep(undoHistory);
     static constexpr ListEntry kNothing = {};
     FillFields(exists ? found->second.current : kNothing);
     editor.position = exists ? position : -1;
@@ -302,11 +303,15 @@ bool TakeEditsOver(Warn warn) {
     if (found == mainWindow.entries.end()) return true;
     const EditorFields fields = {FieldText(IDC_TEXT), FieldText(IDC_LABEL), FieldText(IDC_KEY),
                                  ChosenModifier()};
-    if (const std::optional<ListEntry> entry = EditedEntry(found->second.current, fields)) {
+    const std::optional<ListEntry> entry = EditedEntry(found->second.current, fields);
+    const ListEntry edited = entry ? *entry : EditedButText(found->second.current, fields);
+    const Action action = EditAction(found->second.current, edited, editor.position);
+    UpdateEntry(mainWindow.entries, editor.position, edited);
+    NoteAction(action);
+    if (entry) {
         editor.edited = false;
-        return UpdateEntry(mainWindow.entries, editor.position, *entry);
+        return true;
     }
-    UpdateEntry(mainWindow.entries, editor.position, EditedButText(found->second.current, fields));
     return warn == Warn::kAlways && SettleLongText();
 }
 

@@ -24,6 +24,7 @@
 #include "ui/entries/group_menu.h"
 #include "ui/entries/move_entry.h"
 #include "ui/entries/rename.h"
+#include "ui/entries/undo.h"
 #include "ui/look/dark_theme.h"
 #include "ui/look/view_look.h"
 #include "ui/shell/autostart.h"
@@ -218,6 +219,10 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {CMD_UNDO, Call<Undo>},
+    {CMD_REDO, Call<Redo>},
+    {CMD_DELETE_ENTRY, Call<DeleteEntry>},
+    {CMD_COPY_ENTRY, Call<CopyEntry>},
     {CMD_LOOK_FOR_UPDATES, Call<LookForUpdates>},
     {CMD_UNINSTALL, Call<Uninstall>},
 };
@@ -253,6 +258,9 @@ constexpr Command kMainCommands[] = {
     {CMD_MOVE_UP, CallWithId<Move>},
     {CMD_MOVE_DOWN, CallWithId<Move>},
     {CMD_NEXT_VERSION_TOO, Call<NextVersion>},
+    {CMD_UNDO, Call<Undo>},
+    {CMD_REDO, Call<Redo>},
+    {IDC_OFFER_LINK, Call<FollowOffer>},
     {CMD_SHOW_GROUPS, CallWithId<SwitchViewOption>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},

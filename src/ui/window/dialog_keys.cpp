@@ -95,6 +95,16 @@ bool HandleViewKey(WPARAM key, unsigned held) {
     return true;
 }
 
+// A field takes back its own typing first; only where it has none the list's last step is meant.
+bool HandleUndoKey(HWND focus, WPARAM key, unsigned held) {
+    const bool isUndo = held == kCtrl && key == 'Z';
+    const bool isRedo = (held == kCtrl && key == 'Y') || (held == (kCtrl | kShift) && key == 'Z');
+    // A name that is being edited in place.
+    if ((!isUndo && !isRedo) || GetParent(focus) == ShownView()) return false;
+    if (isUndo && SendMessageW(focus, EM_CANUNDO, 0, 0)) return false;
+    return isUndo ? Send<CMD_UNDO>() : Send<CMD_REDO>(), true;
+}
+
 bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
     const bool inFilter = focus == DialogControl(IDC_FILTER);
     if (held == kCtrl && key == 'A' && IsTextField(focus)) return GoTo(focus), true;
@@ -122,6 +132,10 @@ bool HandleDialogKey(const MSG& message) {
     const unsigned held = HeldKeys();
     if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
     if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
+    if (HandleUndoKey(message.hwnd, key, held)) return true;
+    // A button that is drawn by its owner does not take Enter for a press.
+    if (held == kNone && key == VK_RETURN && GetDlgCtrlID(message.hwnd) == IDC_OFFER_LINK)
+        return Send<IDC_OFFER_LINK>(), true;
     return message.hwnd == ShownView() ? HandleViewKey(key, held) : HandleFieldKey(message.hwnd, key, held);
 }
 

@@ -19,6 +19,7 @@
 #include "ui/entries/rename.h"
 #include "ui/look/dark_theme.h"
 #include "ui/look/main_layout.h"
+#include "ui/look/offer_link.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
 #include "ui/state/keep_entries.h"
@@ -39,9 +40,10 @@
 namespace verbatix {
 
 static void CreateStatusBar(HWND dialog) {
-    mainWindow.statusBar =
-        CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
-                        dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+    mainWindow.statusBar = CreateWindowExW(WS_EX_CONTROLPARENT, STATUSCLASSNAMEW, nullptr,
+                                           WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | SBARS_SIZEGRIP, 0, 0,
+                                           0, 0, dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+    CreateOfferLink();
 }
 
 // F2 renames the selected entry while the user is in the list or tree and not in the middle of renaming
@@ -91,6 +93,7 @@ static void OnInitDialog(HWND dialog) {
     };
     WatchStore();
     LoadList(mainWindow.entries, mainWindow.listClient);
+    ForgetActions();
     StartHotkeys(dialog);
 
     mainWindow.menuBar = CreateMenuBar();

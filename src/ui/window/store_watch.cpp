@@ -50,6 +50,7 @@ std::wstring ErrorText(DWORD error) {
 }
 
 void ShowList() {
+    ForgetActions();
     RebuildHotkeyTables();
     RefreshViews(false);
     SelectFirstEntry();
