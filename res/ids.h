@@ -30,6 +30,15 @@
 #define IDC_KEEP_PATHS 1095
 #define IDC_OFFER_LINK 1220
 
+#define IDC_PREVIEW_CAPTION 1110
+#define IDC_PREVIEW 1111
+#define IDC_MEND_CODE 1112
+
+// The list of codes to insert
+#define IDD_CODES 180
+#define IDC_CODE_SEARCH 1113
+#define IDC_CODE_LIST 1114
+
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040
 #define CMD_COPY_ENTRY 1049
@@ -136,6 +145,8 @@
 #define CMD_SHOW_GROUPS 40013
 #define CMD_NEW_GROUP 40014
 #define CMD_NO_GROUP 40015
+#define CMD_SHOW_PREVIEW 40070
+#define CMD_LIST_ON_PERCENT 40071
 #define CMD_UNDO 40040
 #define CMD_REDO 40041
 #define CMD_SELECT_ALL 40042

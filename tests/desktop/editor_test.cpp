@@ -132,6 +132,30 @@ TEST_F(EditorTest, TheInsertMenuInsertsAndALineBreakInAPathIsMended) {
     EXPECT_TRUE(FileGets(L"Ctrl+Q=runx%MMMM%:C:"));
 }
 
+TEST_F(EditorTest, ThePreviewFollowsTheTextAndMendsACode) {
+    Start({{L"Ctrl+Q", L"in %YYYY%"}});
+    ASSERT_TRUE(Select(0, IDC_TEXT, L"in %YYYY%"));
+    SYSTEMTIME now = {};
+    GetLocalTime(&now);
+    const std::wstring dated = L"in " + std::to_wstring(now.wYear);
+    EXPECT_TRUE(Becomes(IDC_PREVIEW, dated));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+    Type(IDC_TEXT, L"%copy_txt%\r");
+    EXPECT_TRUE(Becomes(IDC_PREVIEW, L"%copy_txt%\u00b6\r\n" + dated));
+    EXPECT_TRUE(IsWindowVisible(Control(IDC_MEND_CODE)));
+    EXPECT_EQ(Text(IDC_MEND_CODE), L"%copy_txt% is no code. Did you mean %copy_text%?");
+    Press(IDC_MEND_CODE);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"%copy_text%\r\nin %YYYY%"));
+    EXPECT_TRUE(Becomes(IDC_PREVIEW, L"sample text\u00b6\r\n" + dated));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+    SendMessageW(Control(IDC_TEXT), EM_UNDO, 0, 0);
+    EXPECT_EQ(Text(IDC_TEXT), L"%copy_txt%\r\nin %YYYY%");
+    Menu(CMD_SHOW_PREVIEW);
+    EXPECT_TRUE(FileGets(L"show_preview=0"));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_PREVIEW)));
+    EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+}
+
 TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
     Start({{L"Ctrl+Q", L"b alpha", L"2"}, {L"Alt+W", L"c beta", L"Mark"}, {L"Alt+E", L"a gamma", L"1"}});
     PlayStroke({VK_LCONTROL}, 'F');

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "ids.h"
+#include "store/settings.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -27,6 +28,9 @@ constexpr int kKeepPathsWidth = 76;
 constexpr int kDropDownHeight = 130;
 // Between filter and buttons everything but list and text is of fixed height.
 constexpr int kListPercent = 52;
+constexpr int kPreviewCaptionWidth = 44;
+constexpr int kPreviewPercent = 15;
+constexpr int kPreviewLeast = 27;  // three lines
 
 class Layout {
   public:
@@ -88,6 +92,25 @@ int PlaceTextCaption(const Layout& at, int width, int y) {
     return y + at.Y(kCaptionHeight);
 }
 
+// How much of `shared` the preview takes, its caption included.
+int PreviewHeight(const Layout& at, int shared) {
+    if (!settings.showPreview) return 0;
+    const int box = std::max(at.Y(kPreviewLeast), shared * kPreviewPercent / 100);
+    return at.Y(kGap + kCaptionHeight) + box;
+}
+
+void PlacePreview(const Layout& at, int width, int bottom, int height) {
+    if (height == 0) return;
+    const int left = at.X(kMargin);
+    int y = bottom - height + at.Y(kGap);
+    const int caption = at.X(kPreviewCaptionWidth);
+    at.Place(IDC_PREVIEW_CAPTION, left, y, caption, at.Y(kCaptionHeight));
+    at.Place(IDC_MEND_CODE, left + caption, y - at.Y(2), width - 2 * left - caption,
+             at.Y(kCaptionHeight + 2));
+    y += at.Y(kCaptionHeight);
+    at.Place(IDC_PREVIEW, left, y, width - 2 * left, bottom - y);
+}
+
 void PlaceButtons(const Layout& at, int width, int y) {
     const int step = at.X(kButtonWidth + kGap);
     int left = at.X(kMargin);
@@ -125,14 +148,18 @@ void LayOutControls(HWND dialog) {
     const int list = PlaceFilter(at, width, at.Y(kGap));
     const int buttons = bottom - at.Y(kGap + kButtonHeight);
     const int fixed = at.Y(kGap + kCaptionHeight + kFieldHeight + 2 + kCaptionHeight + 1 + kCaptionHeight);
-    const int shared = buttons - at.Y(kGap) - list - fixed;
+    const int whole = buttons - at.Y(kGap) - list - fixed;
+    const int preview = PreviewHeight(at, whole);
+    const int shared = whole - preview;
     const int listHeight = shared * kListPercent / 100;
     for (const int view : {IDC_LIST, IDC_TREE}) {
         at.Place(view, at.X(kMargin), list, width - 2 * at.X(kMargin), listHeight);
     }
     int y = PlaceHotkeyRow(at, width, list + listHeight + at.Y(kGap));
     y = PlaceTextCaption(at, width, y);
-    at.Place(IDC_TEXT, at.X(kMargin), y, width - 2 * at.X(kMargin), buttons - at.Y(kGap) - y);
+    const int end = buttons - at.Y(kGap);
+    at.Place(IDC_TEXT, at.X(kMargin), y, width - 2 * at.X(kMargin), end - preview - y);
+    PlacePreview(at, width, end, preview);
     PlaceButtons(at, width, buttons);
 }
 

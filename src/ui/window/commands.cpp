@@ -19,6 +19,7 @@
 #include "store/settings_commit.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/insert_menu.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/entry_commands.h"
 #include "ui/entries/group_menu.h"
@@ -102,6 +103,17 @@ void SwitchDarkTheme(int id) {
     ApplyTheme(mainWindow.window);
 }
 
+void SwitchPreview(int id) {
+    RunSettingCommand(id);
+    ShowPreviewArea();
+    RefreshMenuChecks(mainWindow.menuBar);
+}
+
+void SwitchCodes(int id) {
+    RunSettingCommand(id);
+    RefreshPreview();
+}
+
 // What an option changes in list and tree.
 void SwitchViewOption(int id) {
     RunSettingCommand(id);
@@ -180,8 +192,8 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_HIDE_NOW, Call<HideMainWindow>},
     {CMD_TOPMOST, CallWithId<SwitchTopmost>},
     {CMD_PROGRAM_PAGE, CallWithId<OpenWebPageOf>},
-    {CMD_DATE_CODES, kSwitchOption},
-    {CMD_TIME_CODES, kSwitchOption},
+    {CMD_DATE_CODES, CallWithId<SwitchCodes>},
+    {CMD_TIME_CODES, CallWithId<SwitchCodes>},
     {CMD_DATE_HELP, CallWithId<OpenWebPageOf>},
     {CMD_RESTORE_CLIPBOARD, kSwitchOption},
     {CMD_OPEN_SETTINGS_FILE, Call<OpenSettingsFile>},
@@ -219,6 +231,8 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {CMD_SHOW_PREVIEW, CallWithId<SwitchPreview>},
+    {CMD_LIST_ON_PERCENT, kSwitchOption},
     {CMD_UNDO, Call<Undo>},
     {CMD_REDO, Call<Redo>},
     {CMD_DELETE_ENTRY, Call<DeleteEntry>},

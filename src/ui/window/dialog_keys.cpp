@@ -31,7 +31,7 @@ unsigned HeldKeys() {
 bool IsTextField(HWND window) {
     const int id = GetDlgCtrlID(window);
     return GetParent(window) == mainWindow.window &&
-           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL);
+           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL || id == IDC_PREVIEW);
 }
 
 void GoTo(HWND control) {

@@ -12,6 +12,7 @@
 #include "store/list_hotkeys.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/cell_click.h"
 #include "ui/entries/context_menu.h"
@@ -84,6 +85,7 @@ static void OnInitDialog(HWND dialog) {
     StartWordCompletion();
     ApplyTopmost();
     ApplyViewLook(dialog);
+    ShowPreviewArea();
     ShowChosenView();
     mainWindow.listClient.window = dialog;
     mainWindow.listClient.refreshViews = RefreshViews;
@@ -171,6 +173,8 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
         case WM_SHOWWINDOW: return OnShowWindow(wParam != 0), FALSE;
         case WM_COMMAND: return RouteCommand(wParam, lParam);
+        // Time has passed since.
+        case WM_ACTIVATE: return LOWORD(wParam) != WA_INACTIVE ? RefreshPreview() : void(), FALSE;
         case WM_INITMENU:
             // The selection has changed since, and the registry may have.
             if (reinterpret_cast<HMENU>(wParam) == mainWindow.menuBar)
