@@ -229,7 +229,7 @@ TEST(DecideMenuInput, HoldsBackWhatTheHotkeyLeaves) {
             MenuInputState state;
             state.openedAt = kOpened + shift;
             for (const Event& event : events) {
-                MSG message = {nullptr, event.message, event.key, 0, event.time + shift, {}};
+                const MSG message = {nullptr, event.message, event.key, 0, event.time + shift, {}};
                 EXPECT_EQ(DecideMenuInput(state, message), event.decision)
                     << event.message << " " << event.key;
                 EXPECT_EQ(state.lastWasButtonDown, event.message == WM_LBUTTONDOWN);

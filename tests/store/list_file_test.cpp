@@ -90,29 +90,6 @@ TEST(SaveList, WritesOnlyWhatChanged) {
     EXPECT_TRUE(ReadProfileText(L"list_text", L"text_001", 100).ends_with(L"=new text<E<N<D|"));
 }
 
-TEST(SaveList, ADeletedFileIsWrittenAnew) {
-    const SettingsFolder folder;
-    settings = {};
-    WriteBytes(settingsPath, Utf16File(L"[Program]\r\nlistcmd_count=2\r\ntopmost=1\r\n[list_text]\r\n"
-                                       L"text_000=Ctrl+A=one<E<N<D|\r\ntext_001=Ctrl+B=two<E<N<D|\r\n"));
-    LoadSettings();
-    EntryList list = Loaded();
-    for (const bool isEmptied : {false, true}) {
-        EXPECT_FALSE(HasUnsaved(list));
-        DeleteFileW(settingsPath.c_str());
-        if (isEmptied) WriteBytes(settingsPath, "");
-        CopyText(list.at(1).current.text, isEmptied ? L"emptied" : L"deleted");
-        SaveList(list, Client(), true, true);
-        EXPECT_EQ(asked.message, L"");
-        const EntryList again = Loaded();
-        ASSERT_EQ(again.size(), 2u);
-        EXPECT_STREQ(again.at(0).current.text, L"one") << "though it had not changed";
-        EXPECT_STREQ(again.at(1).current.text, list.at(1).current.text);
-        EXPECT_EQ(ReadProgramNumber(L"topmost", 0), 1);
-    }
-    settings = {};
-}
-
 TEST(LoadList, AFileWithoutACountGetsTheFirstRunList) {
     const SettingsFolder folder;
     EXPECT_TRUE(Loaded().empty()) << "there is none";
