@@ -136,8 +136,10 @@ TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
     Start({{L"Ctrl-Alt+A", L"a%send_tab%%sleep_200%"}, {L"Ctrl-Alt+P", L"sys:PathToClipboard"}},
           L"restore_old_clipboard=1\r\n");
     ASSERT_TRUE(ClipboardPutText(L"the user's"));
-    for (int press = 0; press < 3; ++press) Press('A');
-    EXPECT_TRUE(Shows(L"a\ta\ta\t")) << ::testing::PrintToString(target_->Text());
+    for (const wchar_t* shown : {L"a\t", L"a\ta\t", L"a\ta\ta\t"}) {
+        Press('A');
+        EXPECT_TRUE(Shows(shown)) << ::testing::PrintToString(target_->Text());
+    }
     EXPECT_TRUE(WaitFor([] { return Clipboard() == L"the user's"; }))
         << ::testing::PrintToString(Clipboard());
     // A command whose result is the clipboard's content keeps it there.

@@ -80,9 +80,8 @@ TEST_F(SettingsCommit, IsOneForAllThatAnActionWrites) {
 }
 
 TEST_F(SettingsCommit, KeepsTheGenerationBeforeAndWritesNextTimeWhatCouldNotBeWritten) {
-    std::string before;
+    std::string before = ReadBytes(settingsPath);
     for (const int value : {2, 3}) {
-        before = ReadBytes(settingsPath);
         EXPECT_TRUE(WriteProgramNumber(L"topmost", value));
         EXPECT_EQ(Generation(), before);
     }
