@@ -28,6 +28,8 @@
 #define IDC_LIST_CAPTION 1093
 #define IDC_TREE_CAPTION 1094
 #define IDC_KEEP_PATHS 1095
+#define IDC_SPLITTER 1120
+#define SPLITTER_CLASS L"VerbatixSplitter"
 #define IDC_OFFER_LINK 1220
 
 #define IDC_PREVIEW_CAPTION 1110
@@ -137,6 +139,7 @@
 #define CMD_SAVE_REST 40017     // posted to itself when a save succeeds after one that failed
 #define CMD_EXIT 32799
 #define CMD_SHOW_TREE 32800
+#define CMD_FOCUS_SPLITTER 40080
 #define CMD_GROUP_MENU 1073
 #define CMD_MOVE_UP 32891
 #define CMD_MOVE_DOWN 32893

@@ -310,6 +310,8 @@ enum : int {
     kMenuNotInFront = 1384,
     kNothingDone = 1385,
 
+    // How the main window looks
+    kFocusSplitter = 1700,
     // Preview, Insert list
     kPreviewCaption = 1500,
     kShowPreview = 1501,

@@ -56,6 +56,10 @@ constexpr SettingRow kTable[] = {
     {L"list_on_percent", kProgramSection, &Settings::listOnPercent, kMain, CMD_LIST_ON_PERCENT, 0},
     {L"hide_info", kProgramSection, &Settings::hideInfo, kMain, 0, 0},
     {L"size", kProgramSection, &Settings::size, kMain, CMD_SIZE_FIRST, 3},
+    {L"split_beside", kProgramSection, &Settings::splitBeside, kMain, 0, 0},
+    {L"split_above", kProgramSection, &Settings::splitAbove, kMain, 0, 0},
+    {L"col_hotkey", kProgramSection, &Settings::hotkeyWidth, kMain, 0, 0},
+    {L"col_label", kProgramSection, &Settings::labelWidth, kMain, 0, 0},
 };
 
 const SettingRow* RowOfCommand(int command) {

@@ -23,9 +23,8 @@ struct MainWindow {
     std::vector<int> rows;       // position keys of the entries that the list view shows, in its order
     std::size_t entryCount = 0;  // entries that are not deleted, shown or not
     bool listCommandsBlocked = false;  // an entry is being dragged or a menu of the view is open
-    RECT minimumRectangle = {};
-    bool maximizeWhenShown = false;  // not shown yet, and maximised when it was last seen
-    ULONGLONG broughtToFrontAt = 0;  // milliseconds since the system started
+    bool maximizeWhenShown = false;    // not shown yet, and maximised when it was last seen
+    ULONGLONG broughtToFrontAt = 0;    // milliseconds since the system started
 };
 
 // The one main window of the process.

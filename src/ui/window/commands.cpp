@@ -27,6 +27,7 @@
 #include "ui/entries/rename.h"
 #include "ui/entries/undo.h"
 #include "ui/look/dark_theme.h"
+#include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/shell/autostart.h"
 #include "ui/shell/export.h"
@@ -229,6 +230,7 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_RESTART, Call<RestartProgram>},
     {CMD_QUESTIONS, CallWithId<OpenWebPageOf>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
+    {CMD_FOCUS_SPLITTER, Call<FocusSplitter>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
     {CMD_SHOW_PREVIEW, CallWithId<SwitchPreview>},

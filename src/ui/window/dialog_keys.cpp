@@ -8,6 +8,7 @@
 #include "ids.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/drag_entry.h"
+#include "ui/look/splitter.h"
 #include "ui/state/main_window.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
@@ -132,6 +133,7 @@ bool HandleDialogKey(const MSG& message) {
     const unsigned held = HeldKeys();
     if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
     if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
+    if (held == kNone && key == VK_F8) return FocusSplitter(), true;
     if (HandleUndoKey(message.hwnd, key, held)) return true;
     // A button that is drawn by its owner does not take Enter for a press.
     if (held == kNone && key == VK_RETURN && GetDlgCtrlID(message.hwnd) == IDC_OFFER_LINK)

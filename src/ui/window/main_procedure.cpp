@@ -21,6 +21,7 @@
 #include "ui/look/dark_theme.h"
 #include "ui/look/main_layout.h"
 #include "ui/look/offer_link.h"
+#include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
 #include "ui/state/keep_entries.h"
@@ -70,7 +71,6 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.window = dialog;
     mainWindow.list = GetDlgItem(dialog, IDC_LIST);
     mainWindow.tree = GetDlgItem(dialog, IDC_TREE);
-    GetWindowRect(dialog, &mainWindow.minimumRectangle);
     SetUpListView(mainWindow.list);
     SetUpCellClicks(mainWindow.list);
     SetUpEmptyNote(mainWindow.list);
@@ -103,7 +103,7 @@ static void OnInitDialog(HWND dialog) {
     GiveComfortableSize(dialog);
     mainWindow.maximizeWhenShown = RestoreWindowPlace(dialog);
     LayOutControls(dialog);
-    LayOutColumns(mainWindow.list);
+    ShareListWidth();
     ApplyTheme(dialog);
     RefreshViews(false);
     OnListRead();
@@ -159,15 +159,22 @@ static void OnShowWindow(bool shown) {
     PostMessageW(mainWindow.window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
 }
 
+static void OnSize(HWND dialog) {
+    LayOutControls(dialog);
+    ShareListWidth();
+}
+
 static void OnGetMinMaxInfo(MINMAXINFO& info) {
-    const RECT& minimum = mainWindow.minimumRectangle;
-    info.ptMinTrackSize = {minimum.right - minimum.left, minimum.bottom - minimum.top};
+    // Asked while the dialog is being made, too.
+    if (!mainWindow.window) return;
+    const SIZE smallest = SmallestSize(mainWindow.window);
+    info.ptMinTrackSize = {smallest.cx, smallest.cy};
 }
 
 static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (OnDragMessage(message, lParam)) return TRUE;
     switch (message) {
-        case WM_SIZE: return LayOutControls(dialog), StretchTextColumn(mainWindow.list), TRUE;
+        case WM_SIZE: return OnSize(dialog), TRUE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
@@ -193,7 +200,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_QUERYENDSESSION: return SaveWithoutAsking(), FALSE;
         case WM_ENDSESSION: return wParam ? SaveWithoutAsking() : ForgetUnsavedText(), FALSE;
         case WM_CLOSE: return CloseMainWindow(), TRUE;
-        case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
+        case WM_DESTROY: return RememberLook(), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);
         // FALSE: the system still has to see to its end of the raw input.
         case WM_INPUT: return OnRawKey(), FALSE;
@@ -213,6 +220,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
 }
 
 HWND CreateMainWindow(HINSTANCE instance) {
+    RegisterSplitter(instance);
     return CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainProcedure, 0);
 }
 

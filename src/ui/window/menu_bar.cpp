@@ -102,11 +102,10 @@ constexpr Row kOptionRows[] = {
     {1, CMD_NEVER_DARK, text::kNeverDark},
 };
 
-constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
-                             {1, CMD_EXPAND_ALL, text::kExpandAll},
-                             {1, CMD_COLLAPSE_ALL, text::kCollapseAll},
-                             {1, 0, 0},
-                             {1, CMD_SHOW_PREVIEW, text::kShowPreview}};
+constexpr Row kViewRows[] = {
+    {1, CMD_SHOW_TREE, text::kShowTree},       {1, CMD_EXPAND_ALL, text::kExpandAll},
+    {1, CMD_COLLAPSE_ALL, text::kCollapseAll}, {1, 0, 0},
+    {1, CMD_SHOW_PREVIEW, text::kShowPreview}, {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter}};
 
 constexpr Row kHelpRows[] = {
     {1, CMD_QUESTIONS, text::kQuestions},
