@@ -47,6 +47,8 @@ constexpr Option kOptions[] = {
     {L"use_backup_h", &Settings::useBackupHourly, 0, 4001},
     {L"use_backup_d", &Settings::useBackupDaily, 0, 4002},
     {L"use_autocomplete", &Settings::useAutocomplete, 1, CMD_SUGGEST_WORDS},
+    {L"show_preview", &Settings::showPreview, 1, CMD_SHOW_PREVIEW},
+    {L"list_on_percent", &Settings::listOnPercent, 1, CMD_LIST_ON_PERCENT},
     {L"size", &Settings::size, 0},
     {L"split_beside", &Settings::splitBeside, 0},
     {L"split_above", &Settings::splitAbove, 0},
