@@ -1,0 +1,94 @@
+// Which rows the list shows, and in which order.
+#include "ui/views/list_rows.h"
+
+#include <gtest/gtest.h>
+
+#include "base/language.h"
+#include "ui/views/entry_kind.h"
+
+namespace verbatix::test {
+namespace {
+
+class ListRows : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        SetLanguageTexts({}, {{36, L"Ctrl + Alt"}, {38, L"Ctrl"}});
+        const std::tuple<const wchar_t*, const wchar_t*, unsigned, unsigned> rows[] = {
+            {L"zebra", L"b", 'Q', 4}, {L"\x00c4pfel", L"B", 'A', 2}, {L"", L"", 'X', 4},
+            {L"Birne", L"a", 0, 4},   {L"apfel", L"C", 'B', 4},
+        };
+        for (const auto& [text, label, key, modifier] : rows)
+            AddEntry(list_, text, label, key, modifier, -1, 0);
+    }
+
+    EntryList list_;
+};
+
+TEST_F(ListRows, FilterLooksAtHotkeyLabelAndText) {
+    const std::tuple<const wchar_t*, bool, std::vector<int>> cases[] = {
+        {L"", true, {0, 1, 3, 4}},
+        {L"PFEL", true, {1, 4}},
+        {L"PFEL", false, {}},
+        {L"\x00e4", true, {1}},
+        {L"b", false, {0}},
+        {L"Ctrl", true, {0, 1, 4}},
+        // Words in any order, each anywhere in one of the three.
+        {L" q  ZEB b", true, {0}},
+        {L"zebra c", true, {0}},
+        {L"zebra pfel", true, {}},
+        {L"a alt ctrl", true, {1}},
+        {L"ctrl+alt+a", true, {1}},
+    };
+    for (const auto& [filter, ignoreCase, rows] : cases) {
+        const ListOrder order = {filter, ignoreCase, -1, false, -1};
+        EXPECT_EQ(ShownRows(list_, order), rows) << ::testing::PrintToString(filter);
+    }
+    EXPECT_EQ(CountEntries(list_), 4U);
+}
+
+TEST_F(ListRows, TypedLettersFindTheNextSuchName) {
+    const std::vector<int> rows = {0, 1, 3, 4};
+    const std::tuple<int, const wchar_t*, int> cases[] = {
+        {0, L"b", 0},  {1, L"B", 1},  {2, L"b", 0},    {0, L"c", 3},
+        {0, L"x", -1}, {-1, L"a", 2}, {99, L"bb", -1},
+    };
+    for (const auto& [from, typed, row] : cases)
+        EXPECT_EQ(FindRow(list_, rows, from, typed), row) << from << ::testing::PrintToString(typed);
+    list_.at(3).current.label[0] = 0;
+    EXPECT_EQ(FindRow(list_, rows, 0, L"bir"), 2) << "what has no label goes by its text";
+}
+
+TEST_F(ListRows, ThePinnedEntryStays) {
+    EXPECT_EQ(ShownRows(list_, {L"zebra", true, -1, false, 3}), (std::vector<int>{0, 3}));
+    // A deleted one does not, even so.
+    EXPECT_EQ(ShownRows(list_, {L"zebra", true, -1, false, 2}), (std::vector<int>{0}));
+}
+
+TEST_F(ListRows, SortsByAnyColumnInTheUsersLanguage) {
+    EXPECT_EQ(ShownRows(list_, {L"", true, 0, false}), (std::vector<int>{3, 1, 4, 0}));
+    // "b" and "B" are equal without case and stay as in the list, descending too.
+    EXPECT_EQ(ShownRows(list_, {L"", true, 1, false}), (std::vector<int>{3, 0, 1, 4}));
+    EXPECT_EQ(ShownRows(list_, {L"", true, 1, true}), (std::vector<int>{4, 0, 1, 3}));
+    EXPECT_EQ(ShownRows(list_, {L"", true, 3, true}), (std::vector<int>{0, 1, 3, 4}));
+}
+
+TEST(EntryKinds, ATextTellsWhatItIs) {
+    const std::pair<const wchar_t*, EntryKind> rows[] = {
+        {L"", EntryKind::kText},
+        {L"run a mile", EntryKind::kText},
+        {L"pastehtml:<b>x</b>", EntryKind::kText},
+        {L"run:calc", EntryKind::kCommand},
+        {L"replace:\na=>b", EntryKind::kCommand},
+        {L"copy_slot:1", EntryKind::kCommand},
+        {L"sys:MonitorOff", EntryKind::kCommand},
+        {L"sys:NoSuchImg", EntryKind::kCommand},
+        {L"sys:ClipboardImgCliper", EntryKind::kPicture},
+        {L"img:C:\\a.png", EntryKind::kPicture},
+        {L"charmap:a,b", EntryKind::kCharacters},
+        {L" charmap:a", EntryKind::kText},
+    };
+    for (const auto& [text, kind] : rows) EXPECT_EQ(KindOfEntry(text), kind) << text;
+}
+
+}  // namespace
+}  // namespace verbatix::test
