@@ -141,6 +141,74 @@ TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlacesForGood) {
     EXPECT_EQ(ReadBytes(run_.SettingsFile()), before);
 }
 
+TEST_F(TreeWindow, SeveralAreMovedGroupedAndDeletedAtOnceAndComeBackAtOnce) {
+    Start(L"");
+    const auto selected = [&](LRESULT count) {
+        return WaitFor([&] { return SendMessageW(list_, LVM_GETSELECTEDCOUNT, 0, 0) == count; });
+    };
+    // Until it is done: who asks whether a key is down may be told how it is now.
+    const auto click = [&](POINT place, BYTE held, LRESULT count) {
+        SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
+        HoldDown(held);
+        ClickAt(place);
+        EXPECT_TRUE(selected(count));
+        LetKeyUp(held);
+    };
+    ClickAt(ListPlace(1));
+    click(ListPlace(3), VK_LCONTROL, 2);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/three"));
+    PlayStroke({}, VK_DELETE);
+    EXPECT_TRUE(FileGets(L"text_003=Ctrl+Q=<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_001=Ctrl+Q=<E<N<D|"));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 3; }));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=text two<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_003=Group/three"));
+    EXPECT_TRUE(selected(2)) << "what came back";
+    EXPECT_TRUE(Hold(VK_LMENU, VK_DOWN, [&] { return FileGets(L"text_004=Ctrl+Q=text three<E<N<D|"); }));
+    EXPECT_TRUE(FileHolds(L"text_002=Ctrl+Q=text two<E<N<D|"));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_003=Ctrl+Q=text three<E<N<D|"));
+    ClickAt(ListPlace(0));
+    click(ListPlace(1), VK_LSHIFT, 2);
+    DragMouse(ListPlace(1), ListPlace(4, 90));
+    EXPECT_TRUE(FileGets(L"text_003=Ctrl+Q=text one<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_004=Group/two"));
+    PlayStroke({VK_LCONTROL}, 'A');
+    EXPECT_TRUE(selected(5));
+
+    // Rows: 0 Ctrl + Q, 1 Group, 2 three, 3 two, 4 four, 5 one, 6 Ctrl + W, 7 five
+    SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
+    ASSERT_TRUE(TreeGets(8));
+    ClickAt(TreePlace(4, 1));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"four"));
+    click(TreePlace(5, 1), VK_LCONTROL, 2);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
+    DragMouse(TreePlace(4, 1), TreePlace(1, 1));
+    EXPECT_TRUE(FileGets(L"text_003=Group/one"));
+    EXPECT_TRUE(FileHolds(L"text_002=Group/four"));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_003=one"));
+    EXPECT_TRUE(FileHolds(L"text_002=four"));
+    // Of three rows the space bar takes one out again, and a group stands for what is in it.
+    ClickAt(TreePlace(3, 2));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    EXPECT_TRUE(Hold(VK_LSHIFT, VK_UP, [&] { return selected(2); }));
+    EXPECT_TRUE(Hold(VK_LSHIFT, VK_DOWN, [&] { return selected(1); }));
+    ClickAt(TreePlace(1, 1));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L""));
+    DragMouse(TreePlace(1, 1), TreePlace(6, 0));
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+W=text two<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_001=Ctrl+W=text three<E<N<D|"));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+Q=text two<E<N<D|"));
+    ClickAt(TreePlace(1, 1));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L""));
+    PlayStroke({}, VK_DELETE);
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+Q=<E<N<D|"));
+    EXPECT_TRUE(TreeGets(5));
+}
+
 TEST_F(TreeWindow, F2RenamesInPlace) {
     Start(L"");
     ClickAt(ListPlace(1));

@@ -84,7 +84,8 @@ struct ViewKey {
 constexpr ViewKey kViewKeys[] = {
     {kNone, VK_RETURN, EnterView},          {kNone, VK_DELETE, Send<CMD_DELETE_ENTRY>},
     {kNone, VK_F2, Send<CMD_RENAME_ENTRY>}, {kShift, VK_F10, ShowMenu},
-    {kAlt, VK_UP, Send<CMD_MOVE_UP>},       {kAlt, VK_DOWN, Send<CMD_MOVE_DOWN>},
+    {kCtrl, 'A', Send<CMD_SELECT_ALL>},     {kAlt, VK_UP, Send<CMD_MOVE_UP>},
+    {kAlt, VK_DOWN, Send<CMD_MOVE_DOWN>},
 };
 
 bool HandleViewKey(WPARAM key, unsigned held) {

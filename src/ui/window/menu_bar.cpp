@@ -13,8 +13,7 @@
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/undo_texts.h"
-#include "ui/views/list_view.h"
-#include "ui/views/tree_view.h"
+#include "ui/views/entry_views.h"
 
 namespace verbatix {
 
@@ -57,6 +56,8 @@ constexpr Row kEditRows[] = {
     {1, 0, 0},
     {1, CMD_DELETE_ENTRY, text::kDelete, text::kDeleteKeys},
     {1, CMD_COPY_ENTRY, text::kDuplicate},
+    {1, 0, 0},
+    {1, CMD_SELECT_ALL, text::kSelectAll, text::kSelectAllKeys},
 };
 
 constexpr Row kOptionRows[] = {
@@ -165,8 +166,8 @@ bool IsEnabled(int id) {
         case CMD_UNDO: return editor.edited || NextUndo(undoHistory);
         case CMD_REDO: return NextRedo(undoHistory);
         case CMD_DELETE_ENTRY:
-        case CMD_COPY_ENTRY: return SelectedEntry() >= 0;
-        case CMD_EXPORT_SELECTION: return SelectedEntry() >= 0 || SelectedNode() >= 0;
+        case CMD_COPY_ENTRY:
+        case CMD_EXPORT_SELECTION: return !SelectedEntries().empty();
         default: return true;
     }
 }
