@@ -13,8 +13,10 @@
 #include "paste/text/command_prefixes.h"
 #include "paste/text/path_breaks.h"
 #include "store/settings_path.h"
+#include "ui/editor/code_list.h"
 #include "ui/editor/editor_fields.h"
 #include "ui/editor/long_text.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
@@ -38,6 +40,7 @@ constexpr Caption kCaptions[] = {
     {IDC_MODIFIER_CAPTION, text::kModifierCaption},
     {IDC_KEY_CAPTION, text::kKeyCaption},
     {IDC_TEXT_CAPTION, text::kTextCaption},
+    {IDC_PREVIEW_CAPTION, text::kPreviewCaption},
     {CMD_NEW_ENTRY, text::kNew},
     {CMD_COPY_ENTRY, text::kCopy},
     {CMD_DELETE_ENTRY, text::kDelete},
@@ -47,7 +50,7 @@ constexpr Caption kCaptions[] = {
 };
 
 // What works only with an entry.
-constexpr int kEntryControls[] = {IDC_LABEL,      IDC_MODIFIER,     IDC_KEY,        IDC_TEXT,
+constexpr int kEntryControls[] = {IDC_LABEL,      IDC_MODIFIER,     IDC_KEY,        IDC_TEXT,  IDC_PREVIEW,
                                   CMD_COPY_ENTRY, CMD_DELETE_ENTRY, CMD_TEST_ENTRY, IDC_INSERT};
 
 void SetFieldText(int control, const std::wstring& text) {
@@ -180,13 +183,22 @@ void OnKeyField(int code) {
 }
 
 void OnTextField(int code) {
-    if (code == EN_KILLFOCUS || code == EN_VSCROLL) CloseSuggestions();
+    if (code == EN_KILLFOCUS || code == EN_VSCROLL) {
+        CloseSuggestions();
+        CloseCodes();
+    }
     if (code != EN_CHANGE) return;
     ShowCounter();
     Changed();
     if (editor.filling) return;
     ShowAdvice();
-    OnTextTyped();
+    RefreshPreview();
+    // One list at a time.
+    if (OfferCodes()) {
+        CloseSuggestions();
+    } else {
+        OnTextTyped();
+    }
 }
 
 }  // namespace
@@ -210,6 +222,7 @@ void RelabelEditor() {
                  reinterpret_cast<LPARAM>(LanguageText(text::kFilterCue).c_str()));
     ShowCounter();
     ShowAdvice();
+    RefreshPreview();
 }
 
 // To a dialog a field that has the keyboard is one whose text is selected as a whole, and the next key
@@ -246,6 +259,7 @@ void ShowInEditor(int position) {
     EnableEntryControls(exists);
     ShowCounter();
     ShowAdvice();
+    RefreshPreview();
 }
 
 static void PutTextBack() {
@@ -257,6 +271,7 @@ static void PutTextBack() {
     editor.edited = false;
     ShowCounter();
     ShowAdvice();
+    RefreshPreview();
 }
 
 static bool KeepLongText(const std::wstring& text) {
@@ -353,15 +368,11 @@ bool OnEditorNotification(int control, int code) {
         case IDC_KEEP_PATHS:
             if (code == BN_CLICKED) KeepPathsOfText();
             return true;
+        case IDC_MEND_CODE:
+            if (code == BN_CLICKED) MendCode();
+            return true;
         default: return false;
     }
-}
-
-void InsertIntoText(const std::wstring& text, bool atStart) {
-    const HWND field = DialogControl(IDC_TEXT);
-    if (atStart) SendMessageW(field, EM_SETSEL, 0, 0);
-    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
-    SetFocus(field);
 }
 
 }  // namespace verbatix

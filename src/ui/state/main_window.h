@@ -25,9 +25,8 @@ struct MainWindow {
     bool selectionIsTold = false;   // WM_SELECTION_CHANGED is on its way
     std::size_t entryCount = 0;     // entries that are not deleted, shown or not
     bool listCommandsBlocked = false;  // an entry is being dragged or a menu of the view is open
-    RECT minimumRectangle = {};
-    bool maximizeWhenShown = false;  // not shown yet, and maximised when it was last seen
-    ULONGLONG broughtToFrontAt = 0;  // milliseconds since the system started
+    bool maximizeWhenShown = false;    // not shown yet, and maximised when it was last seen
+    ULONGLONG broughtToFrontAt = 0;    // milliseconds since the system started
 };
 
 // The one main window of the process.

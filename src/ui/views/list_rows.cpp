@@ -117,6 +117,21 @@ std::size_t CountEntries(const EntryList& list) {
     return static_cast<std::size_t>(std::count_if(list.begin(), list.end(), isThere));
 }
 
+std::array<int, 3> ColumnWidths(int list, int hotkey, int label, int least) {
+    constexpr int kHotkeyPercent = 26;
+    constexpr int kLabelPercent = 30;
+    if (hotkey <= 0) hotkey = list * kHotkeyPercent / 100;
+    if (label <= 0) label = list * kLabelPercent / 100;
+    const int forBoth = std::max(list - least, 0);
+    if (hotkey > forBoth || label > forBoth - hotkey) {
+        // Wide, for each may be as large as a number in a file.
+        const long long both = static_cast<long long>(hotkey) + label;
+        hotkey = static_cast<int>(static_cast<long long>(hotkey) * forBoth / both);
+        label = forBoth - hotkey;
+    }
+    return {hotkey, label, list - hotkey - label};
+}
+
 void ClickColumn(int column, int& sortColumn, int& sortDescending) {
     if (column != sortColumn) {
         sortColumn = column;

@@ -1,9 +1,13 @@
 #include "ui/views/list_view.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <utility>
 
+#include "base/common_controls.h"
 #include "base/language.h"
+#include "base/screen_scale.h"
 #include "base/text.h"
 #include "ids.h"
 #include "store/settings.h"
@@ -14,16 +18,84 @@ namespace verbatix {
 namespace {
 
 struct Column {
-    int title;         // language text
-    int widthPercent;  // of the list's width at the first layout
+    int title;  // language text
+    int Settings::*width;
 };
 
-constexpr Column kColumns[] = {
-    {text::kHotkeyColumn, 24}, {text::kLabelColumn, 24}, {text::kTextColumn, 52}};
+constexpr Column kColumns[] = {{text::kHotkeyColumn, &Settings::hotkeyWidth},
+                               {text::kLabelColumn, &Settings::labelWidth},
+                               {text::kTextColumn, nullptr}};
+
+struct Columns {
+    bool sharing = false;    // notifications come from our own doing
+    bool areChosen = false;  // the user has dragged one since the widths were read
+};
+
+Columns columns;
+
+constexpr UINT_PTR kColumnsSubclass = 1;
 
 }  // namespace
 
+void RelabelColumns(HWND list) {
+    int index = 0;
+    for (const Column& column : kColumns) {
+        std::wstring title = LanguageText(column.title);
+        LVCOLUMNW info = {};
+        info.mask = LVCF_TEXT;
+        info.pszText = title.data();
+        SendMessageW(list, LVM_SETCOLUMNW, static_cast<WPARAM>(index++), reinterpret_cast<LPARAM>(&info));
+    }
+}
+
+void ShareListWidth() {
+    const HWND list = mainWindow.list;
+    RECT client = {};
+    if (columns.sharing || !GetClientRect(list, &client)) return;
+    constexpr int kLeastText = 60;
+    const UINT dpi = DpiOf(list);
+    const std::array<int, 3> widths =
+        ColumnWidths(static_cast<int>(client.right), Scaled(settings.hotkeyWidth, dpi),
+                     Scaled(settings.labelWidth, dpi), Scaled(kLeastText, dpi));
+    columns.sharing = true;
+    int index = 0;
+    for (const int width : widths) {
+        if (ListView_GetColumnWidth(list, index) != width) ListView_SetColumnWidth(list, index, width);
+        ++index;
+    }
+    columns.sharing = false;
+}
+
+// The user has dragged the edge of a title, and the other columns follow.
+static void OnColumnDragged() {
+    if (columns.sharing) return;
+    // All of them: a share would follow the window, but not the one beside it.
+    int index = 0;
+    for (const Column& column : kColumns) {
+        const int width = ListView_GetColumnWidth(mainWindow.list, index++);
+        if (column.width) settings.*column.width = Unscaled(width, DpiOf(mainWindow.list));
+    }
+    columns.areChosen = true;
+    ShareListWidth();
+}
+
+static bool IsNewWidth(const NMHDR& header) {
+    if (header.code != HDN_ITEMCHANGEDW && header.code != HDN_ITEMCHANGEDA) return false;
+    const HDITEMW* const item = reinterpret_cast<const NMHEADERW&>(header).pitem;
+    return item && (item->mask & HDI_WIDTH);
+}
+
+// The titles tell the list of their widths, and not every Windows tells the dialog.
+static LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                      DWORD_PTR) noexcept {
+    if (message == WM_NCDESTROY) RemoveSubclass(list, ListProcedure, id);
+    const LRESULT answer = PassToSubclassed(list, message, wParam, lParam);
+    if (message == WM_NOTIFY && IsNewWidth(*reinterpret_cast<const NMHDR*>(lParam))) OnColumnDragged();
+    return answer;
+}
+
 void SetUpListView(HWND list) {
+    AddSubclass(list, ListProcedure, kColumnsSubclass);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
     int index = 0;
     for (const Column& column : kColumns) {
@@ -37,36 +109,11 @@ void SetUpListView(HWND list) {
     }
 }
 
-void RelabelColumns(HWND list) {
-    int index = 0;
+void RememberColumns() {
+    if (!std::exchange(columns.areChosen, false)) return;
     for (const Column& column : kColumns) {
-        std::wstring title = LanguageText(column.title);
-        LVCOLUMNW info = {};
-        info.mask = LVCF_TEXT;
-        info.pszText = title.data();
-        SendMessageW(list, LVM_SETCOLUMNW, static_cast<WPARAM>(index++), reinterpret_cast<LPARAM>(&info));
+        if (column.width) ChangeSetting(column.width, settings.*column.width);
     }
-}
-
-void LayOutColumns(HWND list) {
-    RECT client;
-    GetClientRect(list, &client);
-    const int width = static_cast<int>(client.right) - GetSystemMetrics(SM_CXVSCROLL);
-    int index = 0;
-    for (const Column& column : kColumns) {
-        ListView_SetColumnWidth(list, index++, std::max(40, width * column.widthPercent / 100));
-    }
-}
-
-void StretchTextColumn(HWND list) {
-    RECT client;
-    if (!GetClientRect(list, &client)) return;
-    const int text = static_cast<int>(std::size(kColumns)) - 1;
-    // Room for the scroll bar stays free: one that comes must not bring the other one along.
-    const bool scrolls = (GetWindowLongPtrW(list, GWL_STYLE) & WS_VSCROLL) != 0;
-    int left = static_cast<int>(client.right) - (scrolls ? 0 : GetSystemMetrics(SM_CXVSCROLL));
-    for (int column = 0; column < text; ++column) left -= ListView_GetColumnWidth(list, column);
-    ListView_SetColumnWidth(list, text, std::max(40, left));
 }
 
 static int RowOf(int position) {
@@ -97,6 +144,8 @@ static void ShowSortArrow() {
 void RefreshList(const std::vector<int>& selected) {
     const HWND list = mainWindow.list;
     SendMessageW(list, LVM_SETITEMCOUNT, mainWindow.rows.size(), LVSICF_NOSCROLL);
+    // A scroll bar may have come or gone.
+    ShareListWidth();
     SelectListRows(selected);
     InvalidateRect(list, nullptr, TRUE);
     ShowSortArrow();

@@ -44,10 +44,11 @@ int FindTyped(const NMLVFINDITEMW& request);
 // WM_SELECTION_CHANGED.
 void OnListNotify(const NMHDR& header);
 
-// Shares the width of the list among the columns.
-void LayOutColumns(HWND list);
+// Shares the width of the list among the columns: the text gets what the widths that the user has chosen
+// leave. To be called when the list has another width or scroll bar.
+void ShareListWidth();
 
-// Gives the text what the other columns leave, when the list has another width.
-void StretchTextColumn(HWND list);
+// Writes the widths that the user has chosen since they were read.
+void RememberColumns();
 
 }  // namespace verbatix

@@ -16,6 +16,7 @@
 #include "ui/look/window_place.h"
 #include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
+#include "ui/views/list_view.h"
 #include "ui/window/showing.h"
 
 namespace verbatix {
@@ -24,6 +25,12 @@ namespace verbatix {
 static constexpr const wchar_t* kUnsavedTextKey = L"unsaved_text";
 // The file that this run has kept one in.
 static std::wstring keptText;
+
+void RememberLook() {
+    const SettingsBatch together;
+    RememberWindowPlace(mainWindow.window);
+    RememberColumns();
+}
 
 // Hidden without an icon the window would be out of reach.
 static void HideBehindIcon() {
@@ -73,7 +80,7 @@ bool SaveForExit() {
     bool isSaved = false;
     {
         const SettingsBatch together;
-        RememberWindowPlace(mainWindow.window);
+        RememberLook();
         isSaved = SaveAll(Warn::kAlways);
     }
     if (!isSaved) return ShowMainWindow(), false;
@@ -95,7 +102,7 @@ void ExitProgram(int dialogCode) {
 
 void SaveWithoutAsking() {
     const SettingsBatch together;
-    RememberWindowPlace(mainWindow.window);
+    RememberLook();
     // Whoever ends the program does not wait for an answer.
     const auto showMessage = std::exchange(mainWindow.listClient.showMessage, nullptr);
     if (!SaveEdits(Warn::kNever)) {

@@ -17,8 +17,9 @@
 #include "store/backup.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
+#include "ui/editor/code_list.h"
 #include "ui/editor/editor.h"
-#include "ui/editor/insert_menu.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/entry_commands.h"
 #include "ui/entries/group_menu.h"
@@ -26,6 +27,7 @@
 #include "ui/entries/rename.h"
 #include "ui/entries/undo.h"
 #include "ui/look/dark_theme.h"
+#include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/shell/autostart.h"
 #include "ui/shell/export.h"
@@ -102,6 +104,17 @@ void SwitchDarkTheme(int id) {
     ApplyTheme(mainWindow.window);
 }
 
+void SwitchPreview(int id) {
+    RunSettingCommand(id);
+    ShowPreviewArea();
+    RefreshMenuChecks(mainWindow.menuBar);
+}
+
+void SwitchCodes(int id) {
+    RunSettingCommand(id);
+    RefreshPreview();
+}
+
 // What an option changes in list and tree.
 void SwitchViewOption(int id) {
     RunSettingCommand(id);
@@ -158,7 +171,7 @@ void FromSlot(int, LPARAM character) {
 }
 
 void Insert(int id) {
-    ShowInsertMenu(DialogControl(id));
+    ShowCodesBelow(DialogControl(id));
 }
 
 void Rename() {
@@ -180,8 +193,8 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_HIDE_NOW, Call<HideMainWindow>},
     {CMD_TOPMOST, CallWithId<SwitchTopmost>},
     {CMD_PROGRAM_PAGE, CallWithId<OpenWebPageOf>},
-    {CMD_DATE_CODES, kSwitchOption},
-    {CMD_TIME_CODES, kSwitchOption},
+    {CMD_DATE_CODES, CallWithId<SwitchCodes>},
+    {CMD_TIME_CODES, CallWithId<SwitchCodes>},
     {CMD_DATE_HELP, CallWithId<OpenWebPageOf>},
     {CMD_RESTORE_CLIPBOARD, kSwitchOption},
     {CMD_OPEN_SETTINGS_FILE, Call<OpenSettingsFile>},
@@ -217,8 +230,11 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_RESTART, Call<RestartProgram>},
     {CMD_QUESTIONS, CallWithId<OpenWebPageOf>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
+    {CMD_FOCUS_SPLITTER, Call<FocusSplitter>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {CMD_SHOW_PREVIEW, CallWithId<SwitchPreview>},
+    {CMD_LIST_ON_PERCENT, kSwitchOption},
     {CMD_UNDO, Call<Undo>},
     {CMD_REDO, Call<Redo>},
     {CMD_DELETE_ENTRY, Call<DeleteSelected>},

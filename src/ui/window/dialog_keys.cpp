@@ -6,8 +6,10 @@
 #include <iterator>
 
 #include "ids.h"
+#include "ui/editor/code_list.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/drag_entry.h"
+#include "ui/look/splitter.h"
 #include "ui/state/main_window.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
@@ -31,7 +33,7 @@ unsigned HeldKeys() {
 bool IsTextField(HWND window) {
     const int id = GetDlgCtrlID(window);
     return GetParent(window) == mainWindow.window &&
-           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL);
+           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL || id == IDC_PREVIEW);
 }
 
 void GoTo(HWND control) {
@@ -109,6 +111,8 @@ bool HandleUndoKey(HWND focus, WPARAM key, unsigned held) {
 bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
     const bool inFilter = focus == DialogControl(IDC_FILTER);
     if (held == kCtrl && key == 'A' && IsTextField(focus)) return GoTo(focus), true;
+    if (held == kCtrl && key == VK_SPACE && focus == DialogControl(IDC_TEXT))
+        return ShowCodesAtCaret(), true;
     if (held == kNone && key == VK_ESCAPE && IsTextField(focus)) {
         if (inFilter) SetWindowTextW(focus, L"");
         return true;
@@ -121,7 +125,7 @@ bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
 
 bool HandleDialogKey(const MSG& message) {
     const HWND window = mainWindow.window;
-    if (HandleCompletionMessage(message)) return true;
+    if (HandleCodeListMessage(message) || HandleCompletionMessage(message)) return true;
     if ((message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) || !window) return false;
     if (!IsWindowEnabled(window) || (message.hwnd != window && !IsChild(window, message.hwnd)))
         return false;
@@ -133,6 +137,7 @@ bool HandleDialogKey(const MSG& message) {
     const unsigned held = HeldKeys();
     if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
     if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
+    if (held == kNone && key == VK_F8) return FocusSplitter(), true;
     if (HandleUndoKey(message.hwnd, key, held)) return true;
     // A button that is drawn by its owner does not take Enter for a press.
     if (held == kNone && key == VK_RETURN && GetDlgCtrlID(message.hwnd) == IDC_OFFER_LINK)

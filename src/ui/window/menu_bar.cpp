@@ -99,12 +99,14 @@ constexpr Row kOptionRows[] = {
     {1, 0, 0},
     {1, CMD_RESTORE_CLIPBOARD, text::kRestoreClipboard},
     {1, CMD_SUGGEST_WORDS, text::kSuggestWords},
+    {1, CMD_LIST_ON_PERCENT, text::kListOnPercent},
     {1, CMD_NEVER_DARK, text::kNeverDark},
 };
 
-constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
-                             {1, CMD_EXPAND_ALL, text::kExpandAll},
-                             {1, CMD_COLLAPSE_ALL, text::kCollapseAll}};
+constexpr Row kViewRows[] = {
+    {1, CMD_SHOW_TREE, text::kShowTree},       {1, CMD_EXPAND_ALL, text::kExpandAll},
+    {1, CMD_COLLAPSE_ALL, text::kCollapseAll}, {1, 0, 0},
+    {1, CMD_SHOW_PREVIEW, text::kShowPreview}, {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter}};
 
 constexpr Row kHelpRows[] = {
     {1, CMD_QUESTIONS, text::kQuestions},
