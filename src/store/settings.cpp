@@ -55,6 +55,7 @@ constexpr SettingRow kTable[] = {
     {L"show_preview", kProgramSection, &Settings::showPreview, kMain, CMD_SHOW_PREVIEW, 0},
     {L"list_on_percent", kProgramSection, &Settings::listOnPercent, kMain, CMD_LIST_ON_PERCENT, 0},
     {L"hide_info", kProgramSection, &Settings::hideInfo, kMain, 0, 0},
+    {L"tray_info", kProgramSection, &Settings::trayInfo, kMain, 0, 0},
     {L"size", kProgramSection, &Settings::size, kMain, CMD_SIZE_FIRST, 3},
     {L"split_beside", kProgramSection, &Settings::splitBeside, kMain, 0, 0},
     {L"split_above", kProgramSection, &Settings::splitAbove, kMain, 0, 0},

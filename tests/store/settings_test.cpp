@@ -53,6 +53,7 @@ constexpr Option kOptions[] = {
     {L"col_hotkey", &Settings::hotkeyWidth, 0},
     {L"col_label", &Settings::labelWidth, 0},
     {L"hide_info", &Settings::hideInfo, 0},
+    {L"tray_info", &Settings::trayInfo, 0},
     {L"m_use_system_icons", &Settings::useSystemIcons, 1, 0, true},
     {L"m_use_menu_order", &Settings::useMenuOrder, 1, 3002, true},
     {L"lng", &Settings::language, 0, 0, false, false},

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
 #include "hotkeys/hotkey_names.h"
@@ -33,12 +34,12 @@ struct Row {
 };
 
 constexpr Row kRows[] = {
-    {CMD_NEW_ENTRY, text::kNew, 0, Needs::kNothing},
-    {CMD_COPY_ENTRY, text::kCopy, 0, Needs::kSelection},
+    {CMD_NEW_ENTRY, text::kNew, text::kNewKeys, Needs::kNothing},
+    {CMD_COPY_ENTRY, text::kDuplicate, text::kDuplicateKeys, Needs::kSelection},
     {CMD_COPY_AS_TEXT, text::kCopyAsText, 0, Needs::kSelection},
     {CMD_DELETE_ENTRY, text::kDelete, text::kDeleteKeys, Needs::kSelection},
     {0, 0, 0, Needs::kNothing},
-    {CMD_TEST_ENTRY, text::kTest, 0, Needs::kEntry},
+    {CMD_TEST_ENTRY, text::kTest, text::kTestKeys, Needs::kEntry},
     {CMD_RENAME_ENTRY, text::kRename, text::kRenameKeys, Needs::kName},
     {CMD_MOVE_UP, text::kMoveUp, text::kMoveUpKeys, Needs::kSelection},
     {CMD_MOVE_DOWN, text::kMoveDown, text::kMoveDownKeys, Needs::kSelection},
@@ -164,6 +165,7 @@ bool OnContextMenu(HWND control, LPARAM place) {
     const std::vector<std::wstring> groups = AppendGroupRows(submenus.groups, selected);
     AppendModifiers(submenus.modifiers, selected);
     for (const Row& row : kRows) AppendRow(menu.Get(), row, submenus);
+    GiveAccessLetters(menu.Get());
     mainWindow.listCommandsBlocked = true;
     const int command =
         TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, static_cast<int>(corner.x),

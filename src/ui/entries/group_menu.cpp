@@ -4,6 +4,7 @@
 #include <set>
 #include <utility>
 
+#include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
 #include "base/text.h"
@@ -141,6 +142,7 @@ void ShowGroupMenu() {
     const UniqueMenu menu(CreatePopupMenu());
     const std::vector<int> positions = SelectedEntries();
     const std::vector<std::wstring> groups = AppendGroupRows(menu.Get(), positions);
+    GiveAccessLetters(menu.Get());
     POINT mouse = {};
     GetCursorPos(&mouse);
     mainWindow.listCommandsBlocked = true;

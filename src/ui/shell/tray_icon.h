@@ -34,6 +34,10 @@ void AddTrayIcon(TrayIcon& icon);
 // Shows the icon's tip where it has changed. Where the icon is not there yet, a later call does it.
 void RefreshTrayTip(TrayIcon& icon);
 
+// Shows a balloon with a title of at most 63 and a text of at most 255 characters at the icon. False where
+// the icon is not there yet, or the shell shows none.
+bool ShowTrayBalloon(const TrayIcon& icon, const std::wstring& title, const std::wstring& text);
+
 // Takes the icon away and stops the worker.
 void RemoveTrayIcon(TrayIcon& icon);
 

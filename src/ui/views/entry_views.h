@@ -34,6 +34,9 @@ void CountSelected();
 // Selects the entry that stands first in the shown view, if there is one.
 void SelectFirstEntry();
 
+// Selects the entry below, or above, the selected one in the shown view, from the end on from the other.
+void SelectNextHit(bool above);
+
 // The entry below, else above, those in the shown view; -1 when there is none.
 int NeighbourOf(const std::vector<int>& positions);
 

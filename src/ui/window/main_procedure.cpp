@@ -25,6 +25,7 @@
 #include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
+#include "ui/shell/control_tips.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
@@ -80,6 +81,7 @@ static void OnInitDialog(HWND dialog) {
     SetUpTreeMarks(mainWindow.tree);
     CreateStatusBar(dialog);
     SetUpEditor(dialog);
+    SetUpControlTips(dialog);
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     SendMessageW(dialog, WM_SETICON, ICON_BIG,
                  reinterpret_cast<LPARAM>(LoadIconW(instance, MAKEINTRESOURCEW(IDI_VERBATIX))));
@@ -117,7 +119,8 @@ static void OnInitDialog(HWND dialog) {
     SelectFirstEntry();
 }
 
-static LRESULT OnNotify(const NMHDR& header) {
+static LRESULT OnNotify(NMHDR& header) {
+    OnTipNotify(header);
     if (header.hwndFrom == mainWindow.statusBar && header.code == NM_CLICK) OnNoticeClick();
     if (header.hwndFrom != mainWindow.list && header.hwndFrom != mainWindow.tree) return 0;
     if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(DialogControl(IDC_TEXT));
@@ -192,7 +195,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
             return TRUE;
         case WM_MENUCOMMAND: return OnMenuCommand(dialog, wParam, lParam), TRUE;
         case WM_NOTIFY:
-            SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<const NMHDR*>(lParam)));
+            SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
             return TRUE;
         case WM_CONTEXTMENU:
             if (reinterpret_cast<HWND>(wParam) == DialogControl(IDC_INSERT)) {

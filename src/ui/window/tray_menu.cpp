@@ -1,5 +1,6 @@
 #include "ui/window/tray_menu.h"
 
+#include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
 #include "hotkeys/keyboard_hook.h"
@@ -25,6 +26,7 @@ static UniqueMenu CreateTrayMenu() {
                 LanguageText(text::kTrayOptions).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(text::kTrayExit).c_str());
+    GiveAccessLetters(menu.Get());
     SetMenuDefaultItem(menu.Get(), CMD_TRAY_SHOW, FALSE);
     return menu;
 }
