@@ -338,6 +338,8 @@ enum : int {
 
     // How the main window looks
     kFocusSplitter = 1700,
+    kFixedWidth = 1701,
+    kSystemIcons = 1702,
     // Preview, Insert list
     kPreviewCaption = 1500,
     kShowPreview = 1501,

@@ -137,7 +137,7 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlaceOnTheScreen) {
 
 TEST_F(MainDialog, SplitterAndColumnsComeBack) {
     const auto listSize = [&](bool wide) {
-        MoveWindow(dialog_, 20, 20, wide ? 1100 : 560, 600, TRUE);
+        MoveWindow(dialog_, 20, 20, wide ? 1100 : 480, 600, TRUE);
         RECT list;
         GetWindowRect(list_, &list);
         return static_cast<int>(wide ? list.right - list.left : list.bottom - list.top);
@@ -185,6 +185,26 @@ TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {
         EXPECT_LT(rowsInSight(), before);
         before = rowsInSight();
     }
+    Send(CMD_FIXED_WIDTH, kMarker);
+    EXPECT_EQ(ReadNumber(L"fixed_width"), 1);
+    const auto pictures = [&] { return SendMessageW(list_, LVM_GETIMAGELIST, LVSIL_SMALL, 0); };
+    EXPECT_EQ(pictures(), SendMessageW(tree_, TVM_GETIMAGELIST, TVSIL_NORMAL, 0));
+    const LRESULT ofWindows = pictures();
+    Send(CMD_SYSTEM_ICONS, kMarker);
+    EXPECT_TRUE(pictures() && pictures() != ofWindows);
+    Send(CMD_SIZE_FIRST, kMarker);
+    // On its way to a screen of twice the resolution, and with too little room there.
+    const auto rowsBefore = rowsInSight();
+    SendMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(192, 192), 0);
+    RECT work;
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    RECT place;
+    GetWindowRect(dialog_, &place);
+    EXPECT_LE(place.right - place.left, work.right - work.left);
+    EXPECT_LE(place.bottom - place.top, work.bottom - work.top);
+    EXPECT_LT(rowsInSight(), rowsBefore);
+    SendMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(96, 96), 0);
+
     for (const bool on : {false, true}) {
         Send(CMD_SOFT_PAINT, kMarker);
         EXPECT_EQ(isBuffered(), on);

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "base/screen_scale.h"
 #include "hotkeys/notice.h"
 
 namespace verbatix {
@@ -31,7 +32,7 @@ static void Create(TrackingTooltip& tooltip, HWND owner) {
     SendMessageW(tooltip.window, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
     // A width limit is what makes the control break lines.
     constexpr int kMaximumWidth = 600;
-    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, kMaximumWidth);
+    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(owner)));
 }
 
 // Never over the mouse, nor beyond the work area of its screen.

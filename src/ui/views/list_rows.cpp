@@ -125,8 +125,8 @@ std::size_t CountEntries(const EntryList& list) {
 }
 
 std::array<int, 3> ColumnWidths(int list, int hotkey, int label, int least) {
-    constexpr int kHotkeyPercent = 26;
-    constexpr int kLabelPercent = 30;
+    constexpr int kHotkeyPercent = 34;
+    constexpr int kLabelPercent = 28;
     if (hotkey <= 0) hotkey = list * kHotkeyPercent / 100;
     if (label <= 0) label = list * kLabelPercent / 100;
     const int forBoth = std::max(list - least, 0);

@@ -12,6 +12,7 @@
 #include "ids.h"
 #include "store/settings.h"
 #include "ui/state/main_window.h"
+#include "ui/views/entry_kind.h"
 
 namespace verbatix {
 
@@ -53,7 +54,7 @@ void ShareListWidth() {
     RECT client = {};
     if (columns.sharing || !GetClientRect(list, &client)) return;
     constexpr int kLeastText = 60;
-    const UINT dpi = DpiOf(list);
+    const UINT dpi = mainWindow.dpi;
     const std::array<int, 3> widths =
         ColumnWidths(static_cast<int>(client.right), Scaled(settings.hotkeyWidth, dpi),
                      Scaled(settings.labelWidth, dpi), Scaled(kLeastText, dpi));
@@ -73,7 +74,7 @@ static void OnColumnDragged() {
     int index = 0;
     for (const Column& column : kColumns) {
         const int width = ListView_GetColumnWidth(mainWindow.list, index++);
-        if (column.width) settings.*column.width = Unscaled(width, DpiOf(mainWindow.list));
+        if (column.width) settings.*column.width = Unscaled(width, mainWindow.dpi);
     }
     columns.areChosen = true;
     ShareListWidth();
@@ -205,9 +206,11 @@ std::vector<int> SelectedInList() {
 static void FillCell(NMLVDISPINFOW& request) {
     LVITEMW& item = request.item;
     const auto row = static_cast<std::size_t>(item.iItem);
-    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0 || row >= mainWindow.rows.size()) return;
+    if (row >= mainWindow.rows.size()) return;
     const auto slot = mainWindow.entries.find(mainWindow.rows[row]);
     if (slot == mainWindow.entries.end()) return;
+    if (item.mask & LVIF_IMAGE) item.iImage = static_cast<int>(KindOfEntry(slot->second.current.text));
+    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
     const std::wstring text = CellText(slot->second.current, item.iSubItem);
     const auto capacity = static_cast<std::size_t>(item.cchTextMax);
     CopyText(item.pszText, capacity, capacity, text);

@@ -40,6 +40,7 @@
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
+#include "ui/views/entry_pictures.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_rows.h"
 #include "ui/views/tree_view.h"
@@ -113,6 +114,8 @@ void SwitchTopmost(int id) {
 void SwitchLook(int id) {
     RunSettingCommand(id);
     ApplyViewLook(mainWindow.window);
+    ShowEntryPictures();
+    SendMessageW(mainWindow.window, WM_SIZE, 0, 0);
 }
 
 void SwitchDarkTheme(int id) {
@@ -264,6 +267,8 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_QUESTIONS, CallWithId<OpenWebPageOf>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_FOCUS_SPLITTER, Call<FocusSplitter>},
+    {CMD_FIXED_WIDTH, CallWithId<SwitchLook>},
+    {CMD_SYSTEM_ICONS, CallWithId<SwitchLook>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
     {CMD_SAVE, Call<Save>},

@@ -22,6 +22,7 @@
 #include "ui/look/dark_theme.h"
 #include "ui/look/main_layout.h"
 #include "ui/look/offer_link.h"
+#include "ui/look/resolution.h"
 #include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
@@ -30,6 +31,7 @@
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
 #include "ui/views/empty_note.h"
+#include "ui/views/entry_pictures.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_marks.h"
@@ -82,14 +84,13 @@ static void OnInitDialog(HWND dialog) {
     CreateStatusBar(dialog);
     SetUpEditor(dialog);
     SetUpControlTips(dialog);
-    const HINSTANCE instance = GetModuleHandleW(nullptr);
-    SendMessageW(dialog, WM_SETICON, ICON_BIG,
-                 reinterpret_cast<LPARAM>(LoadIconW(instance, MAKEINTRESOURCEW(IDI_VERBATIX))));
+    SetUpResolution(dialog);
 
     LoadSettings();
     StartWordCompletion();
     ApplyTopmost();
     ApplyViewLook(dialog);
+    ShowEntryPictures();
     ShowPreviewArea();
     ShowChosenView();
     mainWindow.listClient.window = dialog;
@@ -170,6 +171,12 @@ static void OnSize(HWND dialog) {
     ShareListWidth();
 }
 
+static void OnDpiChanged(HWND dialog, UINT dpi, LPARAM suggested) {
+    OnResolutionChanged(dialog, dpi, reinterpret_cast<const RECT*>(suggested));
+    ShowEntryPictures();
+    OnSize(dialog);
+}
+
 static void OnGetMinMaxInfo(MINMAXINFO& info) {
     // Asked while the dialog is being made, too.
     if (!mainWindow.window) return;
@@ -177,10 +184,20 @@ static void OnGetMinMaxInfo(MINMAXINFO& info) {
     info.ptMinTrackSize = {smallest.cx, smallest.cy};
 }
 
+static void OnSystemSetting(HWND dialog, WPARAM what, LPARAM area) {
+    OnSettingChange(dialog, area);
+    if (what == SPI_SETWORKAREA) KeepOnScreen(dialog);
+    if (what != SPI_SETNONCLIENTMETRICS) return;
+    ApplyViewLook(dialog);
+    OnSize(dialog);
+}
+
 static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (OnDragMessage(message, lParam)) return TRUE;
     switch (message) {
         case WM_SIZE: return OnSize(dialog), TRUE;
+        case WM_DPICHANGED: return OnDpiChanged(dialog, LOWORD(wParam), lParam), TRUE;
+        case WM_DISPLAYCHANGE: return KeepOnScreen(dialog), FALSE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
@@ -216,7 +233,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_INPUT: return OnRawKey(), FALSE;
         case WM_WTSSESSION_CHANGE: return OnSessionChange(wParam), TRUE;
         case WM_POWERBROADCAST: return OnPowerChange(wParam), FALSE;
-        case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), FALSE;
+        case WM_SETTINGCHANGE: return OnSystemSetting(dialog, wParam, lParam), FALSE;
         case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:

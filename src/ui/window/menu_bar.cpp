@@ -117,7 +117,8 @@ constexpr Row kOptionRows[] = {
 constexpr Row kViewRows[] = {
     {1, CMD_SHOW_TREE, text::kShowTree},       {1, CMD_EXPAND_ALL, text::kExpandAll},
     {1, CMD_COLLAPSE_ALL, text::kCollapseAll}, {1, 0, 0},
-    {1, CMD_SHOW_PREVIEW, text::kShowPreview}, {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter}};
+    {1, CMD_SHOW_PREVIEW, text::kShowPreview}, {1, CMD_FIXED_WIDTH, text::kFixedWidth},
+    {1, CMD_SYSTEM_ICONS, text::kSystemIcons}, {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter}};
 
 constexpr Row kHelpRows[] = {
     {1, CMD_QUESTIONS, text::kQuestions, text::kHelpKeys},

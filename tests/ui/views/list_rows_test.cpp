@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/language.h"
+#include "ui/views/entry_kind.h"
 
 namespace verbatix::test {
 namespace {
@@ -69,6 +70,24 @@ TEST_F(ListRows, SortsByAnyColumnInTheUsersLanguage) {
     EXPECT_EQ(ShownRows(list_, {L"", true, 1, false}), (std::vector<int>{3, 0, 1, 4}));
     EXPECT_EQ(ShownRows(list_, {L"", true, 1, true}), (std::vector<int>{4, 0, 1, 3}));
     EXPECT_EQ(ShownRows(list_, {L"", true, 3, true}), (std::vector<int>{0, 1, 3, 4}));
+}
+
+TEST(EntryKinds, ATextTellsWhatItIs) {
+    const std::pair<const wchar_t*, EntryKind> rows[] = {
+        {L"", EntryKind::kText},
+        {L"run a mile", EntryKind::kText},
+        {L"pastehtml:<b>x</b>", EntryKind::kText},
+        {L"run:calc", EntryKind::kCommand},
+        {L"replace:\na=>b", EntryKind::kCommand},
+        {L"copy_slot:1", EntryKind::kCommand},
+        {L"sys:MonitorOff", EntryKind::kCommand},
+        {L"sys:NoSuchImg", EntryKind::kCommand},
+        {L"sys:ClipboardImgCliper", EntryKind::kPicture},
+        {L"img:C:\\a.png", EntryKind::kPicture},
+        {L"charmap:a,b", EntryKind::kCharacters},
+        {L" charmap:a", EntryKind::kText},
+    };
+    for (const auto& [text, kind] : rows) EXPECT_EQ(KindOfEntry(text), kind) << text;
 }
 
 }  // namespace
