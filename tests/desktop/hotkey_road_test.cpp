@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "base/text.h"
+#include "ids.h"
 #include "support/keys.h"
 #include "support/program_run.h"
 #include "support/wait.h"
@@ -81,6 +82,38 @@ TEST(HotkeyRoad, EveryModifierKeyAndTextArrivesAndWhatIsNoHotkeyIsUntouched) {
     PlayStroke({VK_LSHIFT}, 'Q');
     EXPECT_TRUE(shows(L"heqloQ")) << ::testing::PrintToString(target.Text());
     EXPECT_FALSE(AnyModifierDown());
+}
+
+TEST(HotkeyRoad, AReportTellsWhatBecameOfThePressesAndNoneOfTheirTexts) {
+    ProgramRun run;
+    ASSERT_TRUE(run.WriteSettings(SettingsText(
+        {{L"Ctrl+Q", L"secret text", L"secret label"}, {L"Ctrl+J", L"cmd:no_such_program.exe"}})));
+    ASSERT_TRUE(run.Start(L"-bg"));
+    const Target target;
+    PlayStroke({VK_LCONTROL}, 'Q');
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"secret text"; }));
+    Linger(kGuardMilliseconds);
+    PlayStroke({VK_LCONTROL}, 'J');
+    constexpr LPARAM kMenuBar = 0xAFFE0000;
+    std::wstring report;
+    const auto tells = [&](const wchar_t* words) {
+        PostMessageW(run.MainDialog(), WM_COMMAND, CMD_DIAGNOSTICS, kMenuBar);
+        return WaitFor([&] {
+            const std::string bytes = ReadBytes(run.Place().File(L"Verbatix_diagnostics.txt"));
+            report.assign(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
+            return report.find(words) != std::wstring::npos;
+        });
+    };
+    EXPECT_TRUE(tells(L"stopped: the program could not be started"));
+    for (const wchar_t* words : {L"Ctrl + Q", L"target_window.exe", L"at once", L"entry 0", L" 0/1/0 ",
+                                 L"done", L"Ctrl + J", L"entry 1", L"cmd:"}) {
+        EXPECT_NE(report.find(words), std::wstring::npos) << ::testing::PrintToString(words);
+    }
+    EXPECT_EQ(report.find(L"secret"), std::wstring::npos);
+    // The editor that shows it must not be in the way of the next test.
+    const HWND editor = FindTopWindow(L"Notepad", [](HWND) { return true; });
+    PostMessageW(editor, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return !IsWindow(editor); }));
 }
 
 }  // namespace

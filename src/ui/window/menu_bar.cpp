@@ -121,7 +121,8 @@ constexpr Row kViewRows[] = {
     {1, CMD_SYSTEM_ICONS, text::kSystemIcons}, {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter}};
 
 constexpr Row kHelpRows[] = {
-    {1, CMD_QUESTIONS, text::kQuestions, text::kHelpKeys},
+    {1, CMD_GUIDE, text::kGuide, text::kHelpKeys},
+    {1, CMD_QUESTIONS, text::kQuestions},
     {1, CMD_DATE_HELP, text::kDateHelp},
     {1, CMD_BACKUP_HELP, text::kBackupHelp},
     {1, 0, 0},
@@ -130,6 +131,9 @@ constexpr Row kHelpRows[] = {
     {1, 0, 0},
     {1, CMD_LOOK_FOR_UPDATES, text::kLookForUpdates},
     {1, CMD_UNINSTALL, text::kUninstall},
+    {1, 0, 0},
+    {1, CMD_DIAGNOSTICS, text::kDiagnostics},
+    {1, CMD_ABOUT, text::kAbout},
 };
 
 struct Menu {
