@@ -489,6 +489,9 @@ enum : int {
     kRedoKeys = 1435,
     kEditMenu = 1436,
     kDuplicate = 1437,
+    kSelectAll = 1438,
+    kSelectAllKeys = 1439,
+    kSelectedCount = 1440,
     kQuoted = 1441,
     kSeveral = 1442,
     kTextStep = 1443,
@@ -507,6 +510,7 @@ enum : int {
     kHotkeyChanged = 1456,
     kImported = 1457,
     kUndone = 1458,
+    kModifierMenu = 1459,
 };
 
 }  // namespace verbatix::text

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <vector>
 
 namespace verbatix {
@@ -24,6 +25,35 @@ bool MoveEntry(EntryList& list, int from, int to) {
     }
     Put(end->second, moved);
     return true;
+}
+
+static bool HoldTheSame(std::vector<int> a, std::vector<int> b) {
+    std::sort(a.begin(), a.end());
+    std::sort(b.begin(), b.end());
+    return a == b && std::adjacent_find(a.begin(), a.end()) == a.end();
+}
+
+void ArrangeEntries(EntryList& list, const std::vector<int>& places, const std::vector<int>& sources) {
+    if (!HoldTheSame(places, sources)) return;
+    std::map<int, int> sourceOf;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const bool isThere = list.count(places[i]) != 0;
+        if (isThere && places[i] != sources[i]) sourceOf[places[i]] = sources[i];
+    }
+    // Round by round: who moves next goes into the place that has just become free. A record is large, so
+    // only one of a round is put aside.
+    while (!sourceOf.empty()) {
+        const int first = sourceOf.begin()->first;
+        const ListEntry aside = list.at(first).current;
+        int place = first;
+        for (int source = sourceOf.at(place); source != first; source = sourceOf.at(place)) {
+            Put(list.at(place), list.at(source).current);
+            sourceOf.erase(place);
+            place = source;
+        }
+        Put(list.at(place), aside);
+        sourceOf.erase(place);
+    }
 }
 
 void AlignOrders(EntryList& list, unsigned key, unsigned modifier) {

@@ -155,6 +155,74 @@ TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlacesForGood) {
     EXPECT_EQ(ReadBytes(run_.SettingsFile()), before);
 }
 
+TEST_F(TreeWindow, SeveralAreMovedGroupedAndDeletedAtOnceAndComeBackAtOnce) {
+    Start(L"");
+    const auto selected = [&](LRESULT count) {
+        return WaitFor([&] { return SendMessageW(list_, LVM_GETSELECTEDCOUNT, 0, 0) == count; });
+    };
+    // With Ctrl or Shift, by message: the bench lets modifiers go when the pointer moves.
+    const auto click = [&](HWND view, POINT place, WPARAM held, LRESULT count) {
+        ScreenToClient(view, &place);
+        PostMessageW(view, WM_LBUTTONDOWN, MK_LBUTTON | held, MAKELPARAM(place.x, place.y));
+        PostMessageW(view, WM_LBUTTONUP, held, MAKELPARAM(place.x, place.y));
+        EXPECT_TRUE(selected(count));
+    };
+    ClickAt(ListPlace(1));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    click(list_, ListPlace(3), MK_CONTROL, 2);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/three"));
+    PlayStroke({}, VK_DELETE);
+    EXPECT_TRUE(FileGets(L"text_003=Ctrl+Q=<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_001=Ctrl+Q=<E<N<D|"));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 3; }));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=text two<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_003=Group/three"));
+    EXPECT_TRUE(selected(2)) << "what came back";
+    EXPECT_TRUE(Hold(VK_LMENU, VK_DOWN, [&] { return FileGets(L"text_004=Ctrl+Q=text three<E<N<D|"); }));
+    EXPECT_TRUE(FileHolds(L"text_002=Ctrl+Q=text two<E<N<D|"));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_003=Ctrl+Q=text three<E<N<D|"));
+    ClickAt(ListPlace(0));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"one"));
+    click(list_, ListPlace(1), MK_SHIFT, 2);
+    DragMouse(ListPlace(1), ListPlace(4, 90));
+    EXPECT_TRUE(FileGets(L"text_003=Ctrl+Q=text one<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_004=Group/two"));
+    PlayStroke({VK_LCONTROL}, 'A');
+    EXPECT_TRUE(selected(5));
+
+    // Rows: 0 Ctrl + Q, 1 Group, 2 three, 3 two, 4 four, 5 one, 6 Ctrl + W, 7 five
+    SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
+    ASSERT_TRUE(TreeGets(8));
+    ClickAt(TreePlace(4, 1));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"four"));
+    click(tree_, TreePlace(5, 1), MK_CONTROL, 2);
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"one"));
+    DragMouse(TreePlace(5, 1), TreePlace(1, 1));
+    EXPECT_TRUE(FileGets(L"text_003=Group/one"));
+    EXPECT_TRUE(FileHolds(L"text_002=Group/four"));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_003=one"));
+    EXPECT_TRUE(FileHolds(L"text_002=four"));
+    // Of three rows the space bar takes one out again, and a group stands for what is in it.
+    ClickAt(TreePlace(3, 2));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    EXPECT_TRUE(Hold(VK_LSHIFT, VK_UP, [&] { return selected(2); }));
+    EXPECT_TRUE(Hold(VK_LSHIFT, VK_DOWN, [&] { return selected(1); }));
+    DragMouse(TreePlace(1, 1), TreePlace(6, 0));
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+W=text two<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_001=Ctrl+W=text three<E<N<D|"));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+Q=text two<E<N<D|"));
+    Linger(GetDoubleClickTime() + 100);
+    ClickAt(TreePlace(1, 1));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L""));
+    PlayStroke({}, VK_DELETE);
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+Q=<E<N<D|"));
+    EXPECT_TRUE(TreeGets(5));
+}
+
 TEST_F(TreeWindow, F2RenamesInPlace) {
     Start(L"");
     ClickAt(ListPlace(1));

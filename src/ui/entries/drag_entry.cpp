@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -10,6 +11,9 @@
 #include "base/text.h"
 #include "hotkeys/hotkey_names.h"
 #include "ids.h"
+#include "store/settings.h"
+#include "ui/editor/editor.h"
+#include "ui/entries/block_moves.h"
 #include "ui/entries/entry_placing.h"
 #include "ui/entries/move_entry.h"
 #include "ui/state/main_window.h"
@@ -23,16 +27,22 @@ namespace verbatix {
 
 namespace {
 
+struct Landing {
+    Placement one;
+    Destination many;
+};
+
 struct Drag {
-    int position = -1;  // of the dragged entry; -1: none is
-    std::optional<Placement> drop;
+    bool isOn = false;
+    int position = -1;  // of the dragged entry; -1: all that is selected is dragged
+    std::optional<Landing> drop;
 };
 
 Drag drag;
 
 // What lies under the mouse.
 struct Target {
-    std::optional<Placement> drop;
+    std::optional<Landing> drop;
     int litNode = -1;  // it goes into that
     RECT beside = {};  // or beside that, in client coordinates
     bool after = false;
@@ -43,13 +53,31 @@ bool InLowerHalf(const RECT& item, POINT mouse) {
     return mouse.y >= (item.top + item.bottom) / 2;
 }
 
+std::optional<Landing> AsDrop(const std::optional<Placement>& one) {
+    return one ? std::optional(Landing{*one, {}}) : std::nullopt;
+}
+
+std::optional<Landing> AsDrop(const std::optional<Destination>& many) {
+    return many ? std::optional(Landing{{}, *many}) : std::nullopt;
+}
+
+std::optional<Landing> DropOn(int node, bool lowerHalf) {
+    if (drag.position < 0) return AsDrop(DropManyOnNode(ShownTree(), MarkedNodes(), node, lowerHalf));
+    return AsDrop(DropOnNode(ShownTree(), mainWindow.entries, drag.position, node, lowerHalf));
+}
+
+std::optional<Landing> DropIn(int gap) {
+    if (drag.position < 0) return AsDrop(DropManyInGap(mainWindow.rows, SelectedInList(), gap));
+    return AsDrop(DropInGap(mainWindow.rows, mainWindow.entries, drag.position, gap));
+}
+
 Target TargetInTree(POINT mouse) {
     Target target;
     const int index = NodeAt(mouse, target.beside);
     if (index <= 0) return target;
     const TreeNode& node = ShownTree().nodes[static_cast<std::size_t>(index)];
     target.after = InLowerHalf(target.beside, mouse);
-    target.drop = DropOnNode(ShownTree(), mainWindow.entries, drag.position, index, target.after);
+    target.drop = DropOn(index, target.after);
     if (target.drop && node.kind != NodeKind::kEntry) target.litNode = index;
     target.name = node.name;
     // From the name on, so that the line shows the level too.
@@ -68,8 +96,7 @@ Target TargetInList(POINT mouse) {
     if (row < 0 || !CanMoveInView()) return target;
     ListView_GetItemRect(mainWindow.list, row, &target.beside, LVIR_BOUNDS);
     target.after = InLowerHalf(target.beside, mouse);
-    target.drop =
-        DropInGap(mainWindow.rows, mainWindow.entries, drag.position, row + (target.after ? 1 : 0));
+    target.drop = DropIn(row + (target.after ? 1 : 0));
     return target;
 }
 
@@ -139,8 +166,8 @@ void Track() {
 }
 
 // Ends the drag; what was under the mouse last.
-std::optional<Placement> End() {
-    std::optional<Placement> drop = std::exchange(drag, {}).drop;
+std::optional<Landing> End() {
+    std::optional<Landing> drop = std::exchange(drag, {}).drop;
     mainWindow.listCommandsBlocked = false;
     KillTimer(mainWindow.window, TIMER_DRAG_SCROLL);
     HideInsertMark();
@@ -154,17 +181,24 @@ std::optional<Placement> End() {
 void Drop() {
     const int position = drag.position;
     Track();
-    if (const std::optional<Placement> drop = End()) PlaceAndShow(position, *drop, Act::kMove);
+    const std::optional<Landing> drop = End();
+    if (!drop) return;
+    if (position >= 0) return PlaceAndShow(position, drop->one, Act::kMove);
+    const std::vector<Moved> moved =
+        settings.showTree ? MovedNodes(ShownTree(), MarkedNodes()) : MovedEntries(SelectedInList());
+    PlaceManyAndShow(moved, drop->many, Act::kMove);
 }
 
 }  // namespace
 
+// An entry by itself, or, with -1, all that is selected.
 static void BeginDrag(int position) {
     constexpr UINT kScrollMilliseconds = 60;
-    if (position < 0 || !mainWindow.entries.count(position)) return;
+    // What is typed is kept first: that may fill the views anew.
+    if (!SaveEdits(Warn::kAlways)) return;
     SetFocus(ShownView());
-    SelectEntry(position);
-    drag.position = position;
+    if (position >= 0) SelectEntry(position);
+    drag = {true, position, {}};
     mainWindow.listCommandsBlocked = true;
     SetCapture(mainWindow.window);
     SetTimer(mainWindow.window, TIMER_DRAG_SCROLL, kScrollMilliseconds, nullptr);
@@ -172,14 +206,22 @@ static void BeginDrag(int position) {
 }
 
 void OnDragNotify(const NMHDR& header) {
-    if (header.code == LVN_BEGINDRAG) BeginDrag(SelectedEntry());
+    if (header.code == LVN_BEGINDRAG) {
+        const std::vector<int> selected = SelectedInList();
+        if (!selected.empty()) BeginDrag(selected.size() == 1 ? selected.front() : -1);
+    }
     if (header.code != TVN_BEGINDRAGW) return;
     const int node = NodeOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.hItem);
-    if (node > 0) BeginDrag(ShownTree().nodes[static_cast<std::size_t>(node)].position);
+    if (node <= 0) return;
+    const std::vector<int> marked = MarkedNodes();
+    const bool isMarked = std::find(marked.begin(), marked.end(), node) != marked.end();
+    const TreeNode dragged = ShownTree().nodes[static_cast<std::size_t>(node)];
+    if (!isMarked) SetMarks({node}, node);
+    BeginDrag(isMarked && marked.size() > 1 ? -1 : dragged.position);
 }
 
 bool IsDragging() {
-    return drag.position >= 0;
+    return drag.isOn;
 }
 
 void CancelDrag() {

@@ -17,6 +17,7 @@
 #include "store/settings.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/editor_fields.h"
+#include "ui/entries/move_entry.h"
 #include "ui/entries/test_target.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
@@ -30,9 +31,11 @@ namespace verbatix {
 namespace {
 
 // Where a record stands now that was added for good.
-int Add(const ListEntry& record) {
+int Add(const ListEntry& record, bool& hasBlank) {
     EntryList& list = mainWindow.entries;
-    if (const std::optional<int> blank = FirstBlankPosition(list)) {
+    const std::optional<int> blank = hasBlank ? FirstBlankPosition(list) : std::nullopt;
+    hasBlank = blank.has_value();
+    if (blank) {
         UpdateEntry(list, *blank, record);
         return *blank;
     }
@@ -48,19 +51,17 @@ void FocusAfterAction() {
     SetFocus(settings.setFocus ? ShownView() : DialogControl(IDC_TEXT));
 }
 
-void AddAndShow(const ListEntry& record, Action action) {
+void AddAndShow(const std::vector<ListEntry>& records, Action action) {
     const bool isCopy = action.act == Act::kDuplicate;
     if (const int selected = SelectedEntry(); selected >= 0) action.before = {selected};
-    const int position = Add(record);
-    action.after = {position};
-    KeepEntries(std::move(action));
-    SelectEntry(position);
-    ShowInEditor(position);
+    bool hasBlank = true;
+    for (const ListEntry& record : records) action.after.push_back(Add(record, hasBlank));
+    SaveAndShow(std::move(action));
     if (settings.setFocus) return FocusAfterAction();
     const HWND label = DialogControl(IDC_LABEL);
     SetFocus(label);
     // What a copy has from the other goes with the first letter; the group of a new one stays.
-    SendMessageW(label, EM_SETSEL, isCopy ? 0 : wcslen(record.label), -1);
+    SendMessageW(label, EM_SETSEL, isCopy ? 0 : wcslen(records.front().label), -1);
 }
 
 bool GiveForeground(HWND window) {
@@ -89,33 +90,52 @@ void NewEntry() {
             if (!place.path.empty()) CopyText(record.label, place.path + L'/', kLabelLimit);
         }
     }
-    AddAndShow(record, {Act::kNew});
+    AddAndShow({record}, {Act::kNew});
 }
 
-void CopyEntry() {
-    if (!SaveEdits(Warn::kAlways) || editor.position < 0) return;
-    ListEntry record = mainWindow.entries.at(editor.position).current;
-    record.keyCode = 0;
-    AddAndShow(record, {Act::kDuplicate, NameOfEntries(mainWindow.entries, {editor.position})});
+void CopySelected() {
+    const std::vector<int> selected = SelectedEntries();
+    if (selected.empty() || !SaveEdits(Warn::kAlways)) return;
+    std::vector<ListEntry> records;
+    for (const int position : selected) {
+        records.push_back(mainWindow.entries.at(position).current);
+        records.back().keyCode = 0;
+    }
+    AddAndShow(records, {Act::kDuplicate, NameOfEntries(mainWindow.entries, selected)});
 }
 
-void DeleteEntry() {
-    const int position = editor.position;
-    if (position < 0) return;
+void DeleteSelected() {
+    const std::vector<int> selected = SelectedEntries();
+    if (selected.empty()) return;
     // What was typed comes back with the entry, unless it is too long for one.
     TakeEditsOver(Warn::kNever);
-    editor.edited = false;
-    Action action = {Act::kDelete, NameOfEntries(mainWindow.entries, {position}), {position}};
-    ListEntry record = mainWindow.entries.at(position).current;
-    CopyText(record.text, L"");
-    CopyText(record.label, L"");
-    UpdateEntry(mainWindow.entries, position, record);
-    const int next = NeighbourOf(position);
-    if (next >= 0) action.after = {next};
-    KeepEntries(std::move(action));
-    SelectEntry(next);
-    ShowInEditor(next);
+    Action action = {Act::kDelete, NameOfEntries(mainWindow.entries, selected), selected};
+    for (const int position : selected) {
+        ListEntry& entry = mainWindow.entries.at(position).current;
+        CopyText(entry.text, L"");
+        CopyText(entry.label, L"");
+        entry.kind = -1;
+    }
+    // One that is gone in the tree too, and nothing at all when it was the last.
+    action.after = {NeighbourOf(selected)};
+    SaveAndShow(std::move(action));
     SetFocus(ShownView());
+}
+
+void SetModifier(unsigned modifier) {
+    const std::vector<int> selected = SelectedEntries();
+    if (selected.empty() || !SaveEdits(Warn::kAlways)) return;
+    Action action = {Act::kHotkey, NameOfEntries(mainWindow.entries, selected), selected, selected};
+    for (const int position : selected) mainWindow.entries.at(position).current.modifier = modifier;
+    SaveAndShow(std::move(action));
+}
+
+void SelectAll() {
+    const HWND focus = GetFocus();
+    for (const int field : {IDC_TEXT, IDC_LABEL, IDC_FILTER}) {
+        if (focus == DialogControl(field)) return static_cast<void>(SendMessageW(focus, EM_SETSEL, 0, -1));
+    }
+    SelectAllEntries();
 }
 
 void TestEntry() {

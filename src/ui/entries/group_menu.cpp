@@ -1,5 +1,9 @@
 #include "ui/entries/group_menu.h"
 
+#include <algorithm>
+#include <set>
+#include <utility>
+
 #include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
@@ -9,7 +13,7 @@
 #include "store/settings.h"
 #include "ui/entries/move_entry.h"
 #include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
+#include "ui/views/entry_views.h"
 
 namespace verbatix {
 
@@ -30,12 +34,42 @@ void AppendRow(HMENU menu, int command, const std::wstring& text, bool checked =
                 text.c_str());
 }
 
-void PutInGroup(int position, const std::wstring& path) {
-    const auto found = mainWindow.entries.find(position);
-    if (found == mainWindow.entries.end() || PathOf(found->second.current) == path) return;
-    Placement placement = PlacementOf(found->second.current);
-    placement.path = path;
-    PlaceAndShow(position, placement, Act::kGroup);
+void PutInGroup(const std::vector<int>& positions, const std::wstring& path) {
+    std::vector<int> others;
+    for (const int position : positions) {
+        const auto found = mainWindow.entries.find(position);
+        const bool isThere = found != mainWindow.entries.end() && PathOf(found->second.current) == path;
+        if (found != mainWindow.entries.end() && !isThere) others.push_back(position);
+    }
+    Destination destination;
+    destination.path = path;
+    PlaceManyAndShow(MovedEntries(others), destination, Act::kGroup);
+}
+
+// The groups on the hotkeys of all of them.
+std::vector<std::wstring> GroupsFor(const std::vector<int>& positions) {
+    std::vector<std::wstring> groups;
+    std::set<std::pair<unsigned, unsigned>> hotkeys;
+    for (const int position : positions) {
+        const ListEntry& entry = mainWindow.entries.at(position).current;
+        if (!hotkeys.emplace(entry.keyCode, entry.modifier).second) continue;
+        for (std::wstring& group : GroupsOn(mainWindow.entries, entry.keyCode, entry.modifier)) {
+            const bool isKnown = std::find(groups.begin(), groups.end(), group) != groups.end();
+            if (!isKnown && groups.size() < kMostGroups) groups.push_back(std::move(group));
+        }
+    }
+    return groups;
+}
+
+// The group that all of them are in.
+std::optional<std::wstring> CommonPath(const std::vector<int>& positions) {
+    std::optional<std::wstring> common;
+    for (const int position : positions) {
+        const std::wstring path = PathOf(mainWindow.entries.at(position).current);
+        if (common && *common != path) return std::nullopt;
+        common = path;
+    }
+    return common;
 }
 
 void FillGroupDialog(HWND dialog) {
@@ -76,18 +110,15 @@ std::optional<std::wstring> AskGroupName() {
     return name.empty() ? std::nullopt : std::optional(name);
 }
 
-std::vector<std::wstring> AppendGroupRows(HMENU menu, int position) {
+std::vector<std::wstring> AppendGroupRows(HMENU menu, const std::vector<int>& positions) {
     std::vector<std::wstring> groups;
-    const auto found = mainWindow.entries.find(position);
-    if (found != mainWindow.entries.end()) {
-        const ListEntry& entry = found->second.current;
-        const std::wstring path = PathOf(entry);
-        groups = GroupsOn(mainWindow.entries, entry.keyCode, entry.modifier);
-        if (groups.size() > kMostGroups) groups.resize(kMostGroups);
-        AppendRow(menu, CMD_NO_GROUP, LanguageText(text::kNoGroup), path.empty());
+    if (!positions.empty()) {
+        const std::optional<std::wstring> path = CommonPath(positions);
+        groups = GroupsFor(positions);
+        AppendRow(menu, CMD_NO_GROUP, LanguageText(text::kNoGroup), path && path->empty());
         int command = CMD_FIRST_GROUP;
         for (const std::wstring& group : groups) {
-            AppendRow(menu, command++, ShownLabel(group, true), group == path);
+            AppendRow(menu, command++, ShownLabel(group, true), path && group == *path);
         }
         AppendRow(menu, CMD_NEW_GROUP, LanguageText(text::kNewGroup));
         AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
@@ -96,21 +127,21 @@ std::vector<std::wstring> AppendGroupRows(HMENU menu, int position) {
     return groups;
 }
 
-bool RunGroupRow(int command, int position, const std::vector<std::wstring>& groups) {
+bool RunGroupRow(int command, const std::vector<int>& positions, const std::vector<std::wstring>& groups) {
     const auto index = static_cast<std::size_t>(command - CMD_FIRST_GROUP);
-    if (command == CMD_NO_GROUP) return PutInGroup(position, {}), true;
+    if (command == CMD_NO_GROUP) return PutInGroup(positions, {}), true;
     if (command >= CMD_FIRST_GROUP && index < groups.size()) {
-        return PutInGroup(position, groups[index]), true;
+        return PutInGroup(positions, groups[index]), true;
     }
     if (command != CMD_NEW_GROUP) return false;
-    if (const std::optional<std::wstring> name = AskGroupName()) PutInGroup(position, *name);
+    if (const std::optional<std::wstring> name = AskGroupName()) PutInGroup(positions, *name);
     return true;
 }
 
 void ShowGroupMenu() {
     const UniqueMenu menu(CreatePopupMenu());
-    const int position = SelectedEntry();
-    const std::vector<std::wstring> groups = AppendGroupRows(menu.Get(), position);
+    const std::vector<int> positions = SelectedEntries();
+    const std::vector<std::wstring> groups = AppendGroupRows(menu.Get(), positions);
     GiveAccessLetters(menu.Get());
     POINT mouse = {};
     GetCursorPos(&mouse);
@@ -119,7 +150,7 @@ void ShowGroupMenu() {
         TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, static_cast<int>(mouse.x),
                        static_cast<int>(mouse.y), 0, mainWindow.window, nullptr);
     mainWindow.listCommandsBlocked = false;
-    if (command == 0 || RunGroupRow(command, position, groups)) return;
+    if (command == 0 || RunGroupRow(command, positions, groups)) return;
     SendMessageW(mainWindow.window, WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
 

@@ -1,4 +1,4 @@
-// The menu that puts the selected entry into a group: the groups of its hotkey, none, or a new one.
+// The menu that puts the selected entries into a group: the groups of their hotkeys, none, or a new one.
 #pragma once
 
 #include <windows.h>
@@ -9,12 +9,12 @@
 
 namespace verbatix {
 
-// Appends the menu's rows for that entry, and the switch of the tree's groups. Returns the groups' paths;
-// the row of each has the number CMD_FIRST_GROUP plus its index.
-std::vector<std::wstring> AppendGroupRows(HMENU menu, int position);
+// Appends the menu's rows for those entries, and the switch of the tree's groups. Returns the groups'
+// paths; the row of each has the number CMD_FIRST_GROUP plus its index.
+std::vector<std::wstring> AppendGroupRows(HMENU menu, const std::vector<int>& positions);
 
 // Carries the choice of such a row out; false for a number of another kind.
-bool RunGroupRow(int command, int position, const std::vector<std::wstring>& groups);
+bool RunGroupRow(int command, const std::vector<int>& positions, const std::vector<std::wstring>& groups);
 
 // Shows the menu alone, at the mouse.
 void ShowGroupMenu();

@@ -31,7 +31,9 @@ void ShowKept(const std::vector<int>& positions) {
     // The entry that the editor shows may stand at another place now.
     editor.edited = false;
     KeepEntries();
-    if (!positions.empty()) SelectEntry(positions.front());
+    SelectEntries(positions);
+    // What is offered now stands until the user selects something else.
+    CountSelected();
     ShowInEditor(SelectedEntry());
 }
 
@@ -50,10 +52,38 @@ bool CanMoveInView() {
     return settings.showTree || (settings.sortColumn < 0 && !IsFiltered());
 }
 
+bool PlaceManyAndShow(const std::vector<Moved>& moved, const Destination& destination, Act act) {
+    if (moved.empty() || !SaveEdits(Warn::kAlways)) return false;
+    Action action = {act};
+    for (const Moved& one : moved) action.before.push_back(one.position);
+    action.subject = NameOfEntries(mainWindow.entries, action.before);
+    const std::optional<std::vector<int>> landings = PlaceMany(mainWindow.entries, moved, destination);
+    if (!landings) {
+        MessageBoxW(mainWindow.window, LanguageText(text::kLabelTooLong).c_str(), kProductName,
+                    MB_OK | MB_ICONWARNING);
+        return false;
+    }
+    action.after = *landings;
+    SaveAndShow(std::move(action));
+    return true;
+}
+
+static void MoveMany(const std::vector<int>& selected, bool down) {
+    const Rearrangement order = settings.showTree ? StepManyInTree(ShownTree(), MarkedNodes(), down)
+                                                  : StepManyInRows(mainWindow.rows, selected, down);
+    if (order.places == order.sources || !SaveEdits(Warn::kAlways)) return;
+    Action action = {Act::kMove, NameOfEntries(mainWindow.entries, selected), selected};
+    action.after = LandingsOf(order, selected);
+    Rearrange(mainWindow.entries, order);
+    SaveAndShow(std::move(action));
+}
+
 void MoveSelected(bool down) {
-    const int position = SelectedEntry();
-    if (position < 0) return;
+    const std::vector<int> selected = SelectedEntries();
+    if (selected.empty()) return;
     if (!CanMoveInView()) return TellInStatusBar(LanguageText(text::kOrderIsFixed));
+    const int position = SelectedEntry();
+    if (selected.size() > 1 || position < 0) return MoveMany(selected, down);
     const std::optional<Placement> step =
         settings.showTree ? StepInTree(ShownTree(), mainWindow.entries, position, down)
                           : StepInRows(mainWindow.rows, mainWindow.entries, position, down);

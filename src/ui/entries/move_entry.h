@@ -2,6 +2,7 @@
 // action keeps what is typed in the editor first and stops where that cannot be kept.
 #pragma once
 
+#include "ui/entries/block_moves.h"
 #include "ui/entries/entry_placing.h"
 #include "ui/state/undo_history.h"
 
@@ -17,10 +18,13 @@ void ShowKept(const std::vector<int>& positions);
 // become too long is told of.
 void PlaceAndShow(int position, const Placement& placement, Act act);
 
+// The same for several; false when nothing came of it.
+bool PlaceManyAndShow(const std::vector<Moved>& moved, const Destination& destination, Act act);
+
 // Whether the order of the shown view is the list's own, so that an entry can be moved in it.
 bool CanMoveInView();
 
-// One step up or down. Says in the status bar why not.
+// One step up or down of all that is selected. Says in the status bar why not.
 void MoveSelected(bool down);
 
 }  // namespace verbatix

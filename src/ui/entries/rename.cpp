@@ -56,7 +56,7 @@ LRESULT CALLBACK KeepOverLabel(HWND edit, UINT message, WPARAM wParam, LPARAM lP
     if (message == WM_WINDOWPOSCHANGING) {
         constexpr int kLabelColumn = 1;
         RECT cell = {};
-        const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
+        const int row = SelectedRow();
         auto* place = reinterpret_cast<WINDOWPOS*>(lParam);
         if (ListView_GetSubItemRect(mainWindow.list, row, kLabelColumn, LVIR_LABEL, &cell)) {
             place->x = static_cast<int>(cell.left);
@@ -107,7 +107,7 @@ void RenameSelected() {
         TreeView_EditLabel(mainWindow.tree, ItemOf(node));
         return;
     }
-    const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);
+    const int row = SelectedRow();
     if (row < 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
     SetFocus(mainWindow.list);
     ListView_EnsureVisible(mainWindow.list, row, FALSE);

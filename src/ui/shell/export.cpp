@@ -12,19 +12,11 @@
 #include "ui/shell/file_dialog.h"
 #include "ui/shell/tracking_tooltip.h"
 #include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
-#include "ui/views/tree_view.h"
+#include "ui/views/entry_views.h"
 
 namespace verbatix {
 
 namespace {
-
-// In the tree all that stands under the selected item, in its order; in the list the selected entry.
-std::vector<int> SelectedPositions() {
-    if (settings.showTree) return EntriesBelow(ShownTree(), SelectedNode());
-    const int position = SelectedEntry();
-    return position < 0 ? std::vector<int>() : std::vector<int>{position};
-}
 
 void Confirm(const std::wstring& title, int what, int count) {
     TellWhatWasDone(mainWindow.window, title, ExportNotice(LanguageText(what), count));
@@ -67,7 +59,7 @@ void ExportToFile(const std::vector<int>& positions) {
 }  // namespace
 
 void ExportAsText() {
-    CopyAsText(SelectedPositions());
+    CopyAsText(SelectedEntries());
 }
 
 void ExportAllAsText() {
@@ -75,7 +67,7 @@ void ExportAllAsText() {
 }
 
 void ExportSelectionToFile() {
-    ExportToFile(SelectedPositions());
+    ExportToFile(SelectedEntries());
 }
 
 void ExportAllToFile() {

@@ -8,7 +8,7 @@
 namespace verbatix {
 
 // Copies what is selected to the clipboard as text and says how many entries it was in a tip at the mouse:
-// in the tree all entries under the selected item, in the list the selected one.
+// in the tree all entries under the selected items, in the list the selected ones.
 void ExportAsText();
 
 // The same with all entries.

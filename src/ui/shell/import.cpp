@@ -31,6 +31,7 @@ static void Import(const std::wstring& path) {
     NoteAction(std::move(action));
     RebuildHotkeyTables();
     RefreshViews(true);
+    CountSelected();
 }
 
 void ImportFromFile() {

@@ -23,6 +23,11 @@ bool IsFiltered() {
     return GetWindowTextLengthW(DialogControl(IDC_FILTER)) > 0;
 }
 
+void TellSelectionChanged() {
+    if (mainWindow.selectionIsTold) return;
+    mainWindow.selectionIsTold = PostMessageW(mainWindow.window, WM_SELECTION_CHANGED, 0, 0) != FALSE;
+}
+
 HWND ShownView() {
     return settings.showTree ? mainWindow.tree : mainWindow.list;
 }

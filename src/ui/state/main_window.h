@@ -21,8 +21,10 @@ struct MainWindow {
     UINT dpi = 96;  // the resolution for which everything in the window is drawn
     EntryList entries;
     ListClient listClient;
-    std::vector<int> rows;       // position keys of the entries that the list view shows, in its order
-    std::size_t entryCount = 0;  // entries that are not deleted, shown or not
+    std::vector<int> rows;          // position keys of the entries that the list view shows, in its order
+    std::size_t selectedCount = 0;  // selected entries, those in a selected group of the tree too
+    bool selectionIsTold = false;   // WM_SELECTION_CHANGED is on its way
+    std::size_t entryCount = 0;     // entries that are not deleted, shown or not
     bool listCommandsBlocked = false;  // an entry is being dragged or a menu of the view is open
     bool maximizeWhenShown = false;    // not shown yet, and maximised when it was last seen
     ULONGLONG broughtToFrontAt = 0;    // milliseconds since the system started
@@ -37,6 +39,9 @@ std::wstring FieldText(int control);
 
 // Whether the user has narrowed the views.
 bool IsFiltered();
+
+// Posts WM_SELECTION_CHANGED, once until it has arrived: ten thousand selected rows would fill the queue.
+void TellSelectionChanged();
 
 // The view that is shown: list or tree.
 HWND ShownView();

@@ -95,9 +95,12 @@ void UpdateStatusBar() {
     if (!standing.text.empty()) return ShowOffer();
     SendMessageW(mainWindow.statusBar, SB_SIMPLE, FALSE, 0);
     const std::wstring total = std::to_wstring(mainWindow.entryCount);
-    const std::wstring count = IsFiltered() ? FillIn(LanguageText(text::kShownCount),
-                                                     {std::to_wstring(mainWindow.rows.size()), total})
-                                            : FillIn(LanguageText(text::kEntryCount), {total});
+    std::wstring count = FillIn(LanguageText(text::kEntryCount), {total});
+    if (mainWindow.selectedCount > 1) {
+        count = FillIn(LanguageText(text::kSelectedCount), {std::to_wstring(mainWindow.selectedCount)});
+    } else if (IsFiltered()) {
+        count = FillIn(LanguageText(text::kShownCount), {std::to_wstring(mainWindow.rows.size()), total});
+    }
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(count.c_str()));
     const std::wstring hook = HotkeyStateText();
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(hook.c_str()));

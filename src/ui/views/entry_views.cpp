@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -36,31 +37,70 @@ void RefreshViews(bool keepSelection) {
     MainWindow& main = mainWindow;
     if (!main.list) return;
     static std::wstring filterBefore;
-    const int selected = keepSelection ? SelectedEntry() : -1;
+    // Of those in selected groups only the groups stay selected.
+    std::vector<int> selected;
+    if (keepSelection) {
+        selected = SelectedInList();
+        const auto shown = std::find(selected.begin(), selected.end(), SelectedEntry());
+        if (shown != selected.end()) std::rotate(selected.begin(), shown, shown + 1);
+    }
     ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0,
                        settings.showTree ? -1 : settings.sortColumn, settings.sortDescending != 0};
-    if (order.filter == filterBefore) order.pinned = selected;
+    if (order.filter == filterBefore && !selected.empty()) order.pinned = selected.front();
     main.rows = ShownRows(main.entries, order);
     main.entryCount = CountEntries(main.entries);
     filterBefore = order.filter;
     RefreshList(selected);
     RefreshTree(SelectedEntry(), !order.filter.empty());
     UpdateStatusBar();
-    PostMessageW(main.window, WM_SELECTION_CHANGED, 0, 0);
+    TellSelectionChanged();
 }
 
-void SelectEntry(int position) {
-    if (mainWindow.entries.count(position) && !HasListRow(position)) {
+void SelectEntries(const std::vector<int>& positions) {
+    if (positions.empty()) return;
+    const auto isHidden = [](int position) {
+        const auto found = mainWindow.entries.find(position);
+        return found != mainWindow.entries.end() && !IsBlank(found->second.current) &&
+               !HasListRow(position);
+    };
+    if (IsFiltered() && std::any_of(positions.begin(), positions.end(), isHidden)) {
         SetDlgItemTextW(mainWindow.window, IDC_FILTER, L"");
         RefreshViews(true);
     }
-    SelectListRow(position);
-    ScrollToListRow(position);
-    SelectInTree(position);
+    SelectListRows(positions);
+    ScrollToListRow(SelectedEntry());
+    SelectInTree(SelectedInList(), SelectedEntry());
+}
+
+void SelectEntry(int position) {
+    SelectEntries({position});
 }
 
 static std::vector<int> ShownOrder() {
     return settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
+}
+
+void SelectAllEntries() {
+    std::vector<int> all = ShownOrder();
+    const auto shown = std::find(all.begin(), all.end(), SelectedEntry());
+    if (shown != all.end()) std::rotate(all.begin(), shown, shown + 1);
+    SelectEntries(all);
+}
+
+std::vector<int> SelectedEntries() {
+    if (!settings.showTree) return SelectedInList();
+    std::vector<int> positions;
+    std::set<int> known;
+    for (const int node : MarkedNodes()) {
+        for (const int position : EntriesBelow(ShownTree(), node)) {
+            if (known.insert(position).second) positions.push_back(position);
+        }
+    }
+    return positions;
+}
+
+void CountSelected() {
+    mainWindow.selectedCount = SelectedEntries().size();
 }
 
 void SelectFirstEntry() {
@@ -76,14 +116,25 @@ void SelectNextHit(bool above) {
     SelectEntry(found == rows.end() || found + 1 == rows.end() ? rows.front() : found[1]);
 }
 
-int NeighbourOf(int position) {
+int NeighbourOf(const std::vector<int>& positions) {
     const std::vector<int> rows = ShownOrder();
-    const auto found = std::find(rows.begin(), rows.end(), position);
-    if (found == rows.end() || rows.size() == 1) return -1;
-    return found + 1 == rows.end() ? found[-1] : found[1];
+    const std::set<int> among(positions.begin(), positions.end());
+    int above = -1;
+    bool isBelow = false;
+    for (const int row : rows) {
+        const bool isOne = among.count(row) != 0;
+        if (!isOne && isBelow) return row;
+        if (!isOne) above = row;
+        isBelow |= isOne;
+    }
+    return isBelow ? above : -1;
 }
 
 void OnSelectionChanged() {
+    mainWindow.selectionIsTold = false;
+    const std::size_t before = mainWindow.selectedCount;
+    CountSelected();
+    if (mainWindow.selectedCount != before) WithdrawOffer();
     UpdateStatusBar();
     // Several of these come of one click, and the later ones while the user is asked about a long text.
     static bool isFollowing = false;

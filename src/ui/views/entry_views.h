@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <vector>
+
 namespace verbatix {
 
 // Shows the tree or the list, as the option says. The keyboard stays in the view.
@@ -18,14 +20,25 @@ void RefreshViews(bool keepSelection);
 // that does not exist selects nothing.
 void SelectEntry(int position);
 
+// The same with several, of which the first is the one that the editor shows; none changes nothing.
+void SelectEntries(const std::vector<int>& positions);
+// All that the views show.
+void SelectAllEntries();
+
+// The selected entries in the order of the shown view, those in selected groups and hotkeys of the tree
+// too.
+std::vector<int> SelectedEntries();
+// Counts them for the status bar.
+void CountSelected();
+
 // Selects the entry that stands first in the shown view, if there is one.
 void SelectFirstEntry();
 
 // Selects the entry below, or above, the selected one in the shown view, from the end on from the other.
 void SelectNextHit(bool above);
 
-// The entry below, else above, that one in the shown view; -1 when there is none.
-int NeighbourOf(int position);
+// The entry below, else above, those in the shown view; -1 when there is none.
+int NeighbourOf(const std::vector<int>& positions);
 
 // WM_SELECTION_CHANGED: the editor follows the selection. A text that is too long keeps the selection where
 // it is.

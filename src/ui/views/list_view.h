@@ -17,14 +17,20 @@ void SetUpListView(HWND list);
 // Shows the columns' titles in the language that is active now.
 void RelabelColumns(HWND list);
 
-// Shows the rows of `mainWindow.rows` anew, with that entry selected, or none for -1.
-void RefreshList(int selected);
+// Shows the rows of `mainWindow.rows` anew, with those entries selected, the first of them as the one that
+// the editor shows.
+void RefreshList(const std::vector<int>& selected);
 
-// Position of the selected entry, -1 when none is.
+// Position of the selected entry, of several the one that has the keyboard's place; -1 when none is. And
+// its row.
 int SelectedEntry();
+int SelectedRow();
 
-// Selects the row of the entry at that position; none when it has no row.
-void SelectListRow(int position);
+// Positions of all selected ones, in the order of the rows.
+std::vector<int> SelectedInList();
+
+// Selects the rows of those entries and no others; one without a row is left out.
+void SelectListRows(const std::vector<int>& positions);
 
 // Whether the list has a row for that entry, which it then scrolls into sight.
 bool HasListRow(int position);

@@ -1,5 +1,6 @@
 #include "ui/views/tree_view.h"
 
+#include <map>
 #include <optional>
 #include <set>
 #include <utility>
@@ -18,6 +19,8 @@ struct TreeView {
     EntryTree tree;
     std::vector<HTREEITEM> items;  // by node; null until it is made
     std::set<std::wstring> open;   // keys of the nodes that the user has opened
+    std::set<int> marked;          // selected nodes, empty while it is the control's own one alone
+    bool keepsMarks = false;
     bool shownBefore = false;
     bool filtered = false;
     bool filling = false;  // notifications come from our own doing
@@ -48,6 +51,10 @@ void Insert(int index, HTREEITEM parent) {
     insert.item.iImage = insert.item.iSelectedImage = I_IMAGECALLBACK;
     insert.item.pszText = LPSTR_TEXTCALLBACKW;
     insert.item.lParam = index;
+    if (view.marked.count(index)) {
+        insert.item.mask |= TVIF_STATE;
+        insert.item.state = insert.item.stateMask = TVIS_SELECTED;
+    }
     insert.item.cChildren = Node(index).children.empty() ? 0 : 1;
     Item(index) = reinterpret_cast<HTREEITEM>(
         SendMessageW(mainWindow.tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
@@ -85,6 +92,59 @@ bool StandsOpen(const TreeNode& node) {
 std::optional<TreeNode> CopyOf(HTREEITEM item) {
     const int node = NodeOf(item);
     return node < 0 ? std::nullopt : std::optional(Node(node));
+}
+
+// The control draws every item with this state as selected, and itself sets it for one.
+void DrawAsSelected(int index, bool on) {
+    if (index <= 0 || !Item(index)) return;
+    TVITEMW item = {};
+    item.mask = TVIF_STATE | TVIF_HANDLE;
+    item.hItem = Item(index);
+    item.stateMask = TVIS_SELECTED;
+    item.state = on ? TVIS_SELECTED : 0U;
+    SendMessageW(mainWindow.tree, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+void DrawMarks() {
+    if (view.marked.empty()) return;
+    for (const int node : view.marked) DrawAsSelected(node, true);
+    const int caret = SelectedNode();
+    if (!view.marked.count(caret)) DrawAsSelected(caret, false);
+}
+
+void DropMarks() {
+    const int caret = SelectedNode();
+    for (const int node : std::exchange(view.marked, {})) DrawAsSelected(node, node == caret);
+    DrawAsSelected(caret, true);
+}
+
+bool LiesIn(int node, int above) {
+    while (node > 0 && node != above) node = Node(node).parent;
+    return node == above;
+}
+
+// Nobody shall delete what he does not see to be selected.
+void DropMarksIn(int closed) {
+    std::erase_if(view.marked, [=](int node) { return node != closed && LiesIn(node, closed); });
+    if (view.marked.size() == 1 && view.marked.count(SelectedNode())) view.marked.clear();
+}
+
+// The marked nodes as they are called in another tree.
+std::set<int> FindMarks(const EntryTree& before, const std::set<int>& marked, const EntryTree& now) {
+    std::map<int, int> entries;
+    for (std::size_t index = 0; index < now.nodes.size(); ++index) {
+        const TreeNode& node = now.nodes[index];
+        if (node.kind == NodeKind::kEntry) entries[node.position] = static_cast<int>(index);
+    }
+    std::set<int> found;
+    for (const int index : marked) {
+        const TreeNode& node = before.nodes[static_cast<std::size_t>(index)];
+        const auto entry = entries.find(node.position);
+        const bool isEntry = node.kind == NodeKind::kEntry;
+        const int same = !isEntry ? FindNode(now, node) : entry != entries.end() ? entry->second : -1;
+        if (same > 0) found.insert(same);
+    }
+    return found;
 }
 
 void Select(int index) {
@@ -125,6 +185,7 @@ void RememberOpen(const NMTREEVIEWW& change) {
     if (view.filling || view.filtered || node < 0) return;
     if (change.action == TVE_EXPAND) view.open.insert(OpenKey(Node(node)));
     if (change.action == TVE_COLLAPSE) view.open.erase(OpenKey(Node(node)));
+    if (change.action == TVE_COLLAPSE) DropMarksIn(node);
 }
 
 int PictureOf(const TreeNode& node) {
@@ -150,8 +211,22 @@ void GiveName(NMTVDISPINFOW& request) {
 
 void FollowSelection() {
     if (view.filling) return;
-    const int node = SelectedNode();
-    SelectListRow(node < 0 ? -1 : Node(node).position);
+    std::vector<int> positions;
+    const int caret = SelectedNode();
+    for (const int node : MarkedNodes()) {
+        if (Node(node).kind != NodeKind::kEntry) continue;
+        positions.insert(node == caret ? positions.begin() : positions.end(), Node(node).position);
+    }
+    SelectListRows(positions);
+    // Groups have no row: what is selected may have changed all the same.
+    TellSelectionChanged();
+}
+
+void FollowCaret() {
+    if (view.filling) return;
+    if (view.keepsMarks) return DrawMarks();
+    DropMarks();
+    FollowSelection();
 }
 
 class WithoutDrawing {
@@ -198,6 +273,7 @@ int NodeOf(HTREEITEM item) {
 void RefreshTree(int selected, bool filtered) {
     if (!settings.showTree) {
         view.tree = {};
+        view.marked.clear();
         const WithoutDrawing quiet;
         return Refill();
     }
@@ -206,6 +282,7 @@ void RefreshTree(int selected, bool filtered) {
     const std::optional<TreeNode> top = CopyOf(TreeView_GetFirstVisible(control));
     EntryTree tree = BuildTree(mainWindow.entries, mainWindow.rows, settings.grouping != 0);
     const bool sameShape = filtered == view.filtered && HaveSameShape(view.tree, tree);
+    view.marked = FindMarks(view.tree, view.marked, tree);
     view.tree = std::move(tree);
     view.filtered = filtered;
     if (sameShape) {
@@ -216,21 +293,61 @@ void RefreshTree(int selected, bool filtered) {
         Refill();
     }
     if (selected >= 0) {
-        SelectInTree(selected);
+        Select(FindEntryNode(view.tree, selected));
     } else if (before && before->kind != NodeKind::kEntry) {
-        SelectNode(*before);
+        if (const int node = FindNode(view.tree, *before); node > 0) Select(node);
     }
+    DrawMarks();
     const int first = sameShape || !top ? -1 : FindNode(view.tree, *top);
     if (first > 0 && Item(first)) TreeView_SelectSetFirstVisible(control, Item(first));
     if (SelectedNode() > 0) TreeView_EnsureVisible(control, TreeView_GetSelection(control));
 }
 
-void SelectInTree(int position) {
-    if (settings.showTree) Select(position < 0 ? -1 : FindEntryNode(view.tree, position));
+void SelectInTree(const std::vector<int>& positions, int shown) {
+    if (!settings.showTree) return;
+    DropMarks();
+    Select(shown < 0 ? -1 : FindEntryNode(view.tree, shown));
+    if (positions.size() < 2) return;
+    const std::set<int> wanted(positions.begin(), positions.end());
+    for (std::size_t index = 0; index < view.tree.nodes.size(); ++index) {
+        if (wanted.count(view.tree.nodes[index].position)) view.marked.insert(static_cast<int>(index));
+    }
+    DrawMarks();
+}
+
+std::vector<int> MarkedNodes() {
+    const int caret = SelectedNode();
+    if (view.marked.empty()) return caret > 0 ? std::vector<int>{caret} : std::vector<int>();
+    std::vector<int> nodes;
+    std::vector<int> open = {0};
+    while (!open.empty()) {
+        const int index = open.back();
+        open.pop_back();
+        if (view.marked.count(index)) nodes.push_back(index);
+        const std::vector<int>& children = Node(index).children;
+        open.insert(open.end(), children.rbegin(), children.rend());
+    }
+    return nodes;
+}
+
+void SetMarks(const std::set<int>& nodes, int caret) {
+    if (caret <= 0 || static_cast<std::size_t>(caret) >= view.tree.nodes.size()) return;
+    DropMarks();
+    Select(caret);
+    const bool isCaretAlone = nodes.size() == 1 && *nodes.begin() == caret;
+    // With none marked the control's own one is selected: one item always is.
+    if (!isCaretAlone) view.marked = nodes;
+    DrawMarks();
+    FollowSelection();
+}
+
+void KeepMarks(bool on) {
+    view.keepsMarks = on;
 }
 
 void SelectNode(const TreeNode& node) {
     const int index = FindNode(view.tree, node);
+    if (index > 0) DropMarks();
     if (index > 0) Select(index);
 }
 
@@ -305,7 +422,7 @@ void OnTreeNotify(const NMHDR& header) {
             return node > 0 ? MakeChildren(node) : void();
         }
         case TVN_ITEMEXPANDEDW: return RememberOpen(*reinterpret_cast<const NMTREEVIEWW*>(change));
-        case TVN_SELCHANGEDW: return FollowSelection();
+        case TVN_SELCHANGEDW: return FollowCaret();
         default: return;
     }
 }

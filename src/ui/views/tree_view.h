@@ -7,6 +7,8 @@
 
 #include <commctrl.h>
 
+#include <set>
+
 #include "ui/views/tree_rows.h"
 
 namespace verbatix {
@@ -18,13 +20,20 @@ const EntryTree& ShownTree();
 // selected stays so. What was open stays open; while a filter narrows the tree, all of it is.
 void RefreshTree(int selected, bool filtered);
 
-// Selects the entry and opens what it lies in; -1 selects nothing.
-void SelectInTree(int position);
+// Selects those entries and opens what `shown` lies in, the one that the editor shows; -1 selects nothing.
+void SelectInTree(const std::vector<int>& positions, int shown);
 // The same for any node; one that is not there is ignored.
 void SelectNode(const TreeNode& node);
 
 // Index of the selected node in ShownTree(), -1 when none is.
 int SelectedNode();
+
+// All selected nodes, in the order of the tree: those that are marked, else the control's own one.
+std::vector<int> MarkedNodes();
+// Marks those nodes, with the control's own selection at `caret`, marked or not. The list follows.
+void SetMarks(const std::set<int>& nodes, int caret);
+// While it is on, the control's own selection moves and the marks stay.
+void KeepMarks(bool on);
 
 // Index of the node at a place in the client area, -1 when there is none; `item` gets its rectangle.
 int NodeAt(POINT place, RECT& item);

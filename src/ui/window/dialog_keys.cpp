@@ -100,7 +100,7 @@ constexpr Key kWindowKeys[] = {
 constexpr Key kViewKeys[] = {
     {kNone, VK_RETURN, EnterView},        {kNone, VK_DELETE, Send<CMD_DELETE_ENTRY>},
     {kShift, VK_F10, ShowMenu},           {kAlt, VK_UP, Send<CMD_MOVE_UP>},
-    {kAlt, VK_DOWN, Send<CMD_MOVE_DOWN>},
+    {kAlt, VK_DOWN, Send<CMD_MOVE_DOWN>}, {kCtrl, 'A', Send<CMD_SELECT_ALL>},
 };
 
 bool HandleKey(std::span<const Key> keys, WPARAM key, unsigned held) {

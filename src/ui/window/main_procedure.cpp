@@ -36,6 +36,7 @@
 #include "ui/views/entry_pictures.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
+#include "ui/views/tree_marks.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
 #include "ui/window/hook_watch.h"
@@ -81,6 +82,7 @@ static void OnInitDialog(HWND dialog) {
     SetUpCellClicks(mainWindow.list);
     SetUpEmptyNote(mainWindow.list);
     SetUpEmptyNote(mainWindow.tree);
+    SetUpTreeMarks(mainWindow.tree);
     CreateStatusBar(dialog);
     SetUpEditor(dialog);
     SetUpControlTips(dialog);

@@ -14,6 +14,7 @@
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/undo_texts.h"
+#include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 
@@ -61,6 +62,7 @@ constexpr Row kEditRows[] = {
     {1, CMD_COPY_ENTRY, text::kDuplicate, text::kDuplicateKeys},
     {1, CMD_RENAME_ENTRY, text::kRename, text::kRenameKeys},
     {1, CMD_DELETE_ENTRY, text::kDelete, text::kDeleteKeys},
+    {1, CMD_SELECT_ALL, text::kSelectAll, text::kSelectAllKeys},
     {1, 0, 0},
     {1, CMD_FIND, text::kFind, text::kFindKeys},
     {1, CMD_FIND_NEXT, text::kFindNext, text::kFindNextKeys},
@@ -182,12 +184,12 @@ bool IsEnabled(int id) {
         case CMD_UNDO: return editor.edited || NextUndo(undoHistory);
         case CMD_REDO: return NextRedo(undoHistory);
         case CMD_DELETE_ENTRY:
-        case CMD_TEST_ENTRY:
-        case CMD_COPY_ENTRY: return SelectedEntry() >= 0;
+        case CMD_COPY_ENTRY:
+        case CMD_EXPORT_SELECTION: return !SelectedEntries().empty();
+        case CMD_TEST_ENTRY: return SelectedEntry() >= 0;
+        case CMD_RENAME_ENTRY: return SelectedEntry() >= 0 || SelectedNode() >= 0;
         case CMD_FIND_NEXT:
         case CMD_FIND_PREVIOUS: return IsFiltered();
-        case CMD_RENAME_ENTRY:
-        case CMD_EXPORT_SELECTION: return SelectedEntry() >= 0 || SelectedNode() >= 0;
         default: return true;
     }
 }

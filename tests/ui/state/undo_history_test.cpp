@@ -119,12 +119,12 @@ TEST_F(UndoTest, AListThatIsNotWhatTheStepLeftIsNotTouched) {
 }
 
 TEST_F(UndoTest, MemoryIsBoundAndAHundredStepsAreKept) {
-    for (int i = 0; i < 2000; ++i)
+    for (int i = 0; i < 300; ++i)
         AddEntry(list_, std::wstring(200, L'x') + std::to_wstring(i), L"", 0, 0, -1, 0);
     ForgetSteps(history_, list_);
     const std::wstring first = Show(list_);
     for (int i = 0; i < 100; ++i) {
-        MoveEntry(list_, 0, 2000);
+        MoveEntry(list_, 0, 300);
         Note({Act::kMove});
     }
     for (int i = 0; i < 100; ++i) ASSERT_TRUE(UndoStepIn(history_, list_)) << i;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/language.h"
+#include "ui/entries/block_moves.h"
 #include "ui/entries/entry_placing.h"
 
 namespace verbatix::test {
@@ -118,6 +119,72 @@ TEST_F(TreeTest, ADropMovesGroupsHotkeysAndTakesPlaces) {
         ASSERT_TRUE(landing);
         EXPECT_EQ(Position(row.what), *landing);
     }
+}
+
+TEST_F(TreeTest, SeveralGoTogetherAndAGroupWithAllInIt) {
+    const std::wstring kBefore = L"<Ctrl + Q: a b (G: c d (H: e))> <Ctrl + W: (G: f)>";
+    const struct {
+        std::vector<const wchar_t*> what;
+        const wchar_t* onto;
+        bool lowerHalf;
+        const wchar_t* tree;  // null: not to be dropped there
+    } cases[] = {
+        {{L"a", L"c"}, L"f", false, L"<Ctrl + Q: b (G: d (H: e))> <Ctrl + W: (G: a c f)>"},
+        {{L"c", L"b"}, L"a", false, L"<Ctrl + Q: c b a (G: d (H: e))> <Ctrl + W: (G: f)>"},
+        {{L"H"}, L"Ctrl + Q", false, L"<Ctrl + Q: a b (G: c d) (H: e)> <Ctrl + W: (G: f)>"},
+        {{L"G"}, L"Ctrl + W", false, L"<Ctrl + Q: a b> <Ctrl + W: (G: c d (H: e) f)>"},
+        {{L"Ctrl + W"}, L"H", false, L"<Ctrl + Q: a b (G: c d (H: e (G: f)))>"},
+        {{L"a", L"G", L"d"}, L"b", true, L"<Ctrl + Q: b a (G: c d (H: e))> <Ctrl + W: (G: f)>"},
+        {{L"a", L"b"}, L"Ctrl + Q", false, nullptr},
+        {{L"a", L"G"}, L"H", false, nullptr},
+        {{L"Ctrl + Q"}, L"a", false, nullptr},
+    };
+    for (const auto& row : cases) {
+        Fill({{'Q', L"a"}, {'Q', L"b"}, {'Q', L"G/c"}, {'Q', L"G/d"}, {'Q', L"G/H/e"}, {'W', L"G/f"}});
+        ASSERT_EQ(Show(), kBefore);
+        std::vector<int> nodes;
+        for (const wchar_t* name : row.what) nodes.push_back(Named(name));
+        const auto drop = DropManyOnNode(tree_, nodes, Named(row.onto), row.lowerHalf);
+        ASSERT_EQ(drop.has_value(), row.tree != nullptr) << ::testing::PrintToString(row.onto);
+        if (!drop) continue;
+        const std::vector<Moved> moved = MovedNodes(tree_, nodes);
+        const std::wstring first = list_.at(moved.front().position).current.text;
+        const auto landings = PlaceMany(list_, moved, *drop);
+        ASSERT_TRUE(landings);
+        EXPECT_EQ(list_.at(landings->front()).current.text, first);
+        Build();
+        EXPECT_EQ(Show(), row.tree);
+    }
+    // "/H/e" is two longer than "/a", which alone would have fitted.
+    Destination tooLong;
+    tooLong.path = std::wstring(252, L'x');
+    EXPECT_FALSE(PlaceMany(list_, MovedNodes(tree_, {Named(L"a"), Named(L"H")}), tooLong));
+    EXPECT_STREQ(list_.at(0).current.label, L"a");
+}
+
+TEST_F(TreeTest, SeveralStepWithoutPassingEachOther) {
+    Fill({{'Q', L"a"}, {'Q', L"b"}, {'Q', L"G/c"}, {'Q', L"G/d"}, {'Q', L"e"}});
+    const struct {
+        std::vector<const wchar_t*> what;
+        bool down;
+        const wchar_t* tree;
+    } steps[] = {{{L"b", L"e"}, false, L"b a e (G: c d)"}, {{L"b", L"a"}, false, L"b a e (G: c d)"},
+                 {{L"a", L"e"}, true, L"b (G: c d) a e"},  {{L"d", L"G"}, false, L"(G: c d) b a e"},
+                 {{L"G"}, true, L"b (G: c d) a e"},        {{L"d", L"b"}, true, L"(G: c d) b a e"},
+                 {{L"d", L"a"}, false, L"(G: d c) a b e"}};
+    for (const auto& [what, down, tree] : steps) {
+        std::vector<int> nodes;
+        for (const wchar_t* name : what) nodes.push_back(Named(name));
+        Rearrange(list_, StepManyInTree(tree_, nodes, down));
+        Build();
+        EXPECT_EQ(Show(), L"<Ctrl + Q: " + std::wstring(tree) + L">");
+    }
+    const Rearrangement order = StepManyInRows({3, 5, 8, 9}, {9, 3, 8}, false);
+    EXPECT_EQ(order.sources, (std::vector<int>{3, 8, 9, 5}));
+    EXPECT_EQ(LandingsOf(order, {9, 3, 5, 77}), (std::vector<int>{8, 3, 9, 77}));
+    EXPECT_EQ(DropManyInGap({1, 2, 3}, {2, 3}, 2)->reference, 1);
+    EXPECT_TRUE(DropManyInGap({1, 2, 3}, {2, 3}, 2)->after);
+    EXPECT_FALSE(DropManyInGap({1, 2}, {1, 2}, 1));
 }
 
 TEST_F(TreeTest, StepsGoPastEntriesAndWholeGroups) {
