@@ -116,15 +116,23 @@ std::wstring HotkeyName(unsigned key, unsigned modifier) {
     return FormatHotkeyDisplay(key, modifier);
 }
 
-// What the entry's hotkey becomes there; empty: it stays.
-std::wstring HotkeyChange(const Placement& drop) {
-    const auto dragged = mainWindow.entries.find(drag.position);
-    if (dragged == mainWindow.entries.end()) return {};
-    const ListEntry& entry = dragged->second.current;
-    const std::wstring before = HotkeyName(entry.keyCode, entry.modifier);
-    const std::wstring after = HotkeyName(drop.key, drop.modifier);
-    if (before == after) return {};
-    return FillIn(LanguageText(text::kHotkeyWillBecome), {before, after});
+// What the hotkey of what is dragged becomes there; empty: it stays.
+std::wstring HotkeyChange(const Landing& drop) {
+    const std::vector<int> dragged =
+        drag.position < 0 ? SelectedEntries() : std::vector<int>{drag.position};
+    const auto key = drag.position < 0 ? drop.many.key : std::optional(drop.one.key);
+    if (!key) return {};
+    const std::wstring after = HotkeyName(*key, drag.position < 0 ? drop.many.modifier : drop.one.modifier);
+    std::wstring before;
+    for (const int position : dragged) {
+        const auto found = mainWindow.entries.find(position);
+        if (found == mainWindow.entries.end()) continue;
+        const ListEntry& entry = found->second.current;
+        const std::wstring name = HotkeyName(entry.keyCode, entry.modifier);
+        if (name == after || before.find(name) != std::wstring::npos) continue;
+        before += (before.empty() ? L"" : L", ") + name;
+    }
+    return before.empty() ? before : FillIn(LanguageText(text::kHotkeyWillBecome), {before, after});
 }
 
 void TellTarget(const Target& target) {
