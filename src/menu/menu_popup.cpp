@@ -212,6 +212,7 @@ static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuCli
         return;
     }
     HelpToFront(pasteMenu.request.foreground);
+    Call(client.noteUse, row.position);
     Call(row.piece ? client.deliverText : client.executeEntry, row.text, pasteMenu.request);
 }
 

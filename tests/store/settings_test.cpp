@@ -5,6 +5,7 @@
 #include "ids.h"
 #include "store/ini_files.h"
 #include "store/list_hotkeys.h"
+#include "store/paused_programs.h"
 #include "store/profile.h"
 
 namespace verbatix::test {
@@ -138,6 +139,23 @@ TEST(Settings, WindowPlaceAndDisabledHotkeysComeBack) {
     EXPECT_EQ(ReadProgramText(L"m_disables_keys", 100), L"Ctrl+A|Ctrl+\xba|R-Mouse+Space|");
     settingsPath = folder.Path();
     EXPECT_FALSE(SaveDisabledHotkeys(disabled));
+}
+
+TEST(PausedPrograms, AreKeptByTheirNames) {
+    const std::pair<const wchar_t*, std::vector<std::wstring>> rows[] = {
+        {L"", {}},
+        {L"notepad.exe", {L"notepad.exe"}},
+        {L" A.exe |NOTEPAD.EXE|a.EXE||C:\\x.exe|say\"|m\u00fc & co.exe",
+         {L"A.exe", L"NOTEPAD.EXE", L"m\u00fc & co.exe"}}};
+    for (const auto& [value, programs] : rows) {
+        EXPECT_EQ(ParseProgramNames(value), programs) << ::testing::PrintToString(value);
+        EXPECT_EQ(ParseProgramNames(FormatProgramNames(programs)), programs);
+    }
+    ProgramNames programs;
+    for (int i = 0; i < 60; ++i) ToggleProgram(programs, std::to_wstring(i) + L".exe");
+    EXPECT_EQ(programs.size(), kMostProgramNames) << "a bound against hostile files";
+    ToggleProgram(programs, L"7.EXE");
+    EXPECT_FALSE(HasProgram(programs, L"7.exe"));
 }
 
 }  // namespace

@@ -1,72 +1,17 @@
 #include "ui/views/list_view.h"
 
 #include <algorithm>
-#include <iterator>
 
-#include "base/language.h"
 #include "base/text.h"
 #include "ids.h"
-#include "store/settings.h"
 #include "ui/state/main_window.h"
+#include "ui/views/list_columns.h"
 
 namespace verbatix {
 
-namespace {
-
-struct Column {
-    int title;         // language text
-    int widthPercent;  // of the list's width at the first layout
-};
-
-constexpr Column kColumns[] = {
-    {text::kHotkeyColumn, 24}, {text::kLabelColumn, 24}, {text::kTextColumn, 52}};
-
-}  // namespace
-
 void SetUpListView(HWND list) {
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
-    int index = 0;
-    for (const Column& column : kColumns) {
-        std::wstring title = LanguageText(column.title);
-        LVCOLUMNW info = {};
-        info.mask = LVCF_TEXT | LVCF_SUBITEM;
-        info.pszText = title.data();
-        info.iSubItem = index;
-        SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
-        ++index;
-    }
-}
-
-void RelabelColumns(HWND list) {
-    int index = 0;
-    for (const Column& column : kColumns) {
-        std::wstring title = LanguageText(column.title);
-        LVCOLUMNW info = {};
-        info.mask = LVCF_TEXT;
-        info.pszText = title.data();
-        SendMessageW(list, LVM_SETCOLUMNW, static_cast<WPARAM>(index++), reinterpret_cast<LPARAM>(&info));
-    }
-}
-
-void LayOutColumns(HWND list) {
-    RECT client;
-    GetClientRect(list, &client);
-    const int width = static_cast<int>(client.right) - GetSystemMetrics(SM_CXVSCROLL);
-    int index = 0;
-    for (const Column& column : kColumns) {
-        ListView_SetColumnWidth(list, index++, std::max(40, width * column.widthPercent / 100));
-    }
-}
-
-void StretchTextColumn(HWND list) {
-    RECT client;
-    if (!GetClientRect(list, &client)) return;
-    const int text = static_cast<int>(std::size(kColumns)) - 1;
-    // Room for the scroll bar stays free: one that comes must not bring the other one along.
-    const bool scrolls = (GetWindowLongPtrW(list, GWL_STYLE) & WS_VSCROLL) != 0;
-    int left = static_cast<int>(client.right) - (scrolls ? 0 : GetSystemMetrics(SM_CXVSCROLL));
-    for (int column = 0; column < text; ++column) left -= ListView_GetColumnWidth(list, column);
-    ListView_SetColumnWidth(list, text, std::max(40, left));
+    ShowColumns(list);
 }
 
 // What was selected is found again by its position in the list: rows move when the order changes.
@@ -84,24 +29,13 @@ static int RowOf(int position) {
     return found == mainWindow.rows.end() ? -1 : static_cast<int>(found - mainWindow.rows.begin());
 }
 
-static void ShowSortArrow() {
-    const HWND header = ListView_GetHeader(mainWindow.list);
-    for (int column = 0; column < static_cast<int>(std::size(kColumns)); ++column) {
-        HDITEMW item = {};
-        item.mask = HDI_FORMAT;
-        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
-        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
-        if (column == settings.sortColumn) item.fmt |= settings.sortDescending ? HDF_SORTDOWN : HDF_SORTUP;
-        SendMessageW(header, HDM_SETITEMW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
-    }
-}
-
 void RefreshList(int selected) {
     const HWND list = mainWindow.list;
     SendMessageW(list, LVM_SETITEMCOUNT, mainWindow.rows.size(), LVSICF_NOSCROLL);
     SelectListRow(selected);
     InvalidateRect(list, nullptr, TRUE);
-    ShowSortArrow();
+    ShowColumns(list);
+    ShowSortArrow(list);
 }
 
 bool HasListRow(int position) {
@@ -129,7 +63,10 @@ static void FillCell(NMLVDISPINFOW& request) {
     if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0 || row >= mainWindow.rows.size()) return;
     const auto slot = mainWindow.entries.find(mainWindow.rows[row]);
     if (slot == mainWindow.entries.end()) return;
-    const std::wstring text = CellText(slot->second.current, item.iSubItem);
+    const ListColumn column = ColumnAt(item.iSubItem);
+    const ListEntry& entry = slot->second.current;
+    const std::wstring text =
+        column <= kTextColumn ? CellText(entry, column) : ExtraCellText(slot->first, entry, column);
     const auto capacity = static_cast<std::size_t>(item.cchTextMax);
     CopyText(item.pszText, capacity, capacity, text);
 }

@@ -11,11 +11,8 @@
 
 namespace verbatix {
 
-// Gives the control its columns: hotkey in display form, label, text.
+// Gives the control its look and its columns.
 void SetUpListView(HWND list);
-
-// Shows the columns' titles in the language that is active now.
-void RelabelColumns(HWND list);
 
 // Shows the rows of `mainWindow.rows` anew, with that entry selected, or none for -1.
 void RefreshList(int selected);
@@ -37,11 +34,5 @@ int FindTyped(const NMLVFINDITEMW& request);
 // Answers the control's notifications about what it shows. A changed selection is told by
 // WM_SELECTION_CHANGED.
 void OnListNotify(const NMHDR& header);
-
-// Shares the width of the list among the columns.
-void LayOutColumns(HWND list);
-
-// Gives the text what the other columns leave, when the list has another width.
-void StretchTextColumn(HWND list);
 
 }  // namespace verbatix

@@ -119,6 +119,13 @@ void SwitchTree(int id) {
     RefreshMenuChecks(mainWindow.menuBar);
 }
 
+// The mode of that command, or all entries again.
+void SwitchListMode(int id) {
+    const ListMode mode = id == CMD_CLASHES ? ListMode::kClashes : ListMode::kUnused;
+    SaveEdits(Warn::kNever);
+    ShowListMode(mainWindow.listMode == mode ? ListMode::kAll : mode);
+}
+
 void SwitchStartWithWindows() {
     if (SetStartWithWindows(!StartsWithWindows())) return;
     MessageBoxW(mainWindow.window, LanguageText(text::kAutostartRefused).c_str(), kProductName,
@@ -218,6 +225,9 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {CMD_SHOW_USES, Call<SwitchUseColumns>},
+    {CMD_ONLY_UNUSED, CallWithId<SwitchListMode>},
+    {CMD_CLASHES, CallWithId<SwitchListMode>},
     {CMD_LOOK_FOR_UPDATES, Call<LookForUpdates>},
     {CMD_UNINSTALL, Call<Uninstall>},
 };

@@ -95,6 +95,17 @@ bool HandleViewKey(WPARAM key, unsigned held) {
     return true;
 }
 
+// Leads from one of the list's modes back to the whole list; first of all Esc clears the filter. Where a
+// name is edited in place, or a list has dropped down, it is theirs.
+bool HandleModeKey(HWND focus, WPARAM key, unsigned held) {
+    const bool clearsFilter = focus == DialogControl(IDC_FILTER) && GetWindowTextLengthW(focus) > 0;
+    const bool isMine = focus == mainWindow.window || GetParent(focus) == mainWindow.window;
+    if (held != kNone || key != VK_ESCAPE || mainWindow.listMode == ListMode::kAll) return false;
+    if (clearsFilter || !isMine || SendMessageW(focus, CB_GETDROPPEDSTATE, 0, 0)) return false;
+    ShowListMode(ListMode::kAll);
+    return true;
+}
+
 bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
     const bool inFilter = focus == DialogControl(IDC_FILTER);
     if (held == kCtrl && key == 'A' && IsTextField(focus)) return GoTo(focus), true;
@@ -122,6 +133,7 @@ bool HandleDialogKey(const MSG& message) {
     const unsigned held = HeldKeys();
     if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
     if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
+    if (HandleModeKey(message.hwnd, key, held)) return true;
     return message.hwnd == ShownView() ? HandleViewKey(key, held) : HandleFieldKey(message.hwnd, key, held);
 }
 

@@ -10,6 +10,7 @@
 #include "paste/text/command_prefixes.h"
 #include "store/list_file.h"
 #include "store/list_hotkeys.h"
+#include "store/paused_programs.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/word_completion.h"
@@ -21,11 +22,13 @@
 #include "ui/look/main_layout.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
+#include "ui/state/entry_uses.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
 #include "ui/views/empty_note.h"
 #include "ui/views/entry_views.h"
+#include "ui/views/list_columns.h"
 #include "ui/views/list_view.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
@@ -55,6 +58,7 @@ static bool WantsRename() {
 
 static void StartHotkeys(HWND dialog) {
     keyboardHook.disabled = LoadDisabledHotkeys();
+    keyboardHook.pausedPrograms = LoadPausedPrograms();
     RebuildHotkeyTables();
     executorClient.mainWindow = dialog;
     keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename, FitsInsideHook};
@@ -89,7 +93,9 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.listClient.classifyEntry = [](const wchar_t* text) {
         return static_cast<int>(ParseCommand(text).kind);
     };
+    mainWindow.listClient.entriesEdited = OnEntriesEdited;
     WatchStore();
+    StartCountingUses();
     LoadList(mainWindow.entries, mainWindow.listClient);
     StartHotkeys(dialog);
 
@@ -124,7 +130,7 @@ static LRESULT OnNotify(const NMHDR& header) {
 // The parts whose texts stand in the window, each anew.
 static void OnLanguageChanged() {
     RelabelEditor();
-    RelabelColumns(mainWindow.list);
+    ShowColumns(mainWindow.list);
     RebuildMenuBar();
     // Captions differ in length, and a menu bar may need a second line.
     LayOutControls(mainWindow.window);
@@ -192,7 +198,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_INPUT: return OnRawKey(), FALSE;
         case WM_WTSSESSION_CHANGE: return OnSessionChange(wParam), TRUE;
         case WM_POWERBROADCAST: return OnPowerChange(wParam), FALSE;
-        case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), FALSE;
+        case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), OnTaskBarChange(), FALSE;
         case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:
