@@ -28,6 +28,18 @@
 #define IDC_LIST_CAPTION 1093
 #define IDC_TREE_CAPTION 1094
 #define IDC_KEEP_PATHS 1095
+#define IDC_SPLITTER 1120
+#define SPLITTER_CLASS L"VerbatixSplitter"
+#define IDC_OFFER_LINK 1220
+
+#define IDC_PREVIEW_CAPTION 1110
+#define IDC_PREVIEW 1111
+#define IDC_MEND_CODE 1112
+
+// The list of codes to insert
+#define IDD_CODES 180
+#define IDC_CODE_SEARCH 1113
+#define IDC_CODE_LIST 1114
 
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040
@@ -134,6 +146,7 @@
 #define CMD_SAVE_REST 40017     // posted to itself when a save succeeds after one that failed
 #define CMD_EXIT 32799
 #define CMD_SHOW_TREE 32800
+#define CMD_FOCUS_SPLITTER 40080
 #define CMD_GROUP_MENU 1073
 #define CMD_MOVE_UP 32891
 #define CMD_MOVE_DOWN 32893
@@ -142,6 +155,12 @@
 #define CMD_SHOW_GROUPS 40013
 #define CMD_NEW_GROUP 40014
 #define CMD_NO_GROUP 40015
+#define CMD_SHOW_PREVIEW 40070
+#define CMD_LIST_ON_PERCENT 40071
+#define CMD_UNDO 40040
+#define CMD_REDO 40041
+#define CMD_SELECT_ALL 40042
+#define CMD_FIRST_MODIFIER 40990  // and the nine behind it: one a modifier, in its order
 #define CMD_FIRST_GROUP 41000  // and up: the groups of a menu, in its order
 
 // Posted to the main window by the hook and the executor

@@ -18,6 +18,12 @@ static bool IsOnHotkey(const ListEntry& entry, unsigned key, unsigned modifier) 
     return entryKey != 0 && entryKey == (key & 0xffU) && entryModifier == modifier;
 }
 
+std::vector<std::wstring_view> CharacterPieces(std::wstring_view text) {
+    std::vector<std::wstring_view> pieces = Split(text.substr(kCharacterListPrefix.size()), L',');
+    std::erase_if(pieces, [](std::wstring_view piece) { return piece.empty(); });
+    return pieces;
+}
+
 // Adds the entry's rows; of a character list that is too long no more than shows that it is.
 static void AppendRows(std::vector<MenuRow>& rows, int position, const ListEntry& entry) {
     MenuRow row;
@@ -34,8 +40,7 @@ static void AppendRows(std::vector<MenuRow>& rows, int position, const ListEntry
         return;
     }
     row.piece = true;
-    for (const std::wstring_view piece : Split(text.substr(kCharacterListPrefix.size()), L',')) {
-        if (piece.empty()) continue;
+    for (const std::wstring_view piece : CharacterPieces(text)) {
         if (rows.size() > kMaximumMenuRows) return;
         row.label = piece;
         row.text = piece;

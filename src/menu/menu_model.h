@@ -20,6 +20,9 @@ inline constexpr int32_t kHeadingKind = 6;
 // An entry whose text begins with this is a list of characters or short texts, separated by commas.
 inline constexpr std::wstring_view kCharacterListPrefix = L"charmap:";
 
+// What such an entry offers, without the empty ones.
+std::vector<std::wstring_view> CharacterPieces(std::wstring_view text);
+
 // The user's settings that the menu follows.
 struct MenuOptions {
     int sortMode = 1;  // 0: as the list stands; 1 and 2 order alike

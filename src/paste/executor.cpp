@@ -230,11 +230,7 @@ void OnCpyLaunchTimer() {
     // Taken out, because a hotkey pressed while the shell is at it may name the next program.
     ProgramAndParameters command = std::exchange(pendingProgram, {});
     if (command.program.empty()) return;
-    ReplaceRunTokens(command.program, CapturedText);
-    ReplaceRunTokens(command.parameters, CapturedText);
-    // Those that the selection brought along; bounded, because it may hold thousands.
-    ReplaceToken(command.parameters, L"%cpy%", CapturedText);
-    ReplaceAll(command.parameters, L"%nc%", L"");
+    command = WithSelection(std::move(command), CapturedText);
     OpenWithShell(command.program, command.parameters);
 }
 

@@ -35,9 +35,15 @@ struct Settings {
     int useBackupHourly = 0;
     int useBackupDaily = 0;
     int useAutocomplete = 1;
-    int size = 0;      // 0, 1, 2: of the texts in list, tree and editor
-    int hideInfo = 0;  // 1 once the notice about hiding has been shown
-    int language = 0;  // set to the system's language before it is read
+    int showPreview = 1;
+    int listOnPercent = 1;  // typing "%" offers codes
+    int size = 0;           // 0, 1, 2: of the texts in list, tree and editor
+    int splitBeside = 0;    // the list's part of the room, in ten thousandths, beside the editor
+    int splitAbove = 0;     // and above it; 0 = as it is by itself
+    int hotkeyWidth = 0;    // of the list's columns, in pixels of a screen without scaling;
+    int labelWidth = 0;     // 0 = a share of the list
+    int hideInfo = 0;       // 1 once the notice about hiding has been shown
+    int language = 0;       // set to the system's language before it is read
     int disableDarkTheme = 0;
     int softPaint = 1;  // the list is drawn in memory first
 };

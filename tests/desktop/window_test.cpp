@@ -73,12 +73,13 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlaceOnTheScreen) {
     RECT list;
     GetClientRect(dialog_, &client);
     GetWindowRect(list_, &list);
-    EXPECT_GT(list.right - list.left, client.right - 40);
-    EXPECT_LT(list.right - list.left, client.right);
+    RECT text;
+    GetWindowRect(Control(IDC_TEXT), &text);
+    EXPECT_EQ(list.left < text.left, list.right < text.left) << "side by side, as wide as the window is";
     LRESULT columns = 0;
     for (const WPARAM column : {0U, 1U, 2U}) columns += SendMessageW(list_, LVM_GETCOLUMNWIDTH, column, 0);
     GetClientRect(list_, &list);
-    EXPECT_EQ(columns + GetSystemMetrics(SM_CXVSCROLL), list.right);
+    EXPECT_EQ(columns, list.right);
     EXPECT_EQ(run_.Exit(), 1);
     EXPECT_TRUE(FileHolds(L"WinRC=100;60;1000;560;1;x,y,w,h,SW"));
     // Maximised, and then not shown in a whole run.
@@ -91,6 +92,42 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlaceOnTheScreen) {
     GetWindowRect(dialog_, &place);
     EXPECT_TRUE(MonitorFromRect(&place, MONITOR_DEFAULTTONULL));
     EXPECT_GE(place.top, 0);
+}
+
+TEST_F(MainDialog, SplitterAndColumnsComeBack) {
+    const auto listSize = [&](bool wide) {
+        MoveWindow(dialog_, 20, 20, wide ? 1100 : 560, 600, TRUE);
+        RECT list;
+        GetWindowRect(list_, &list);
+        return static_cast<int>(wide ? list.right - list.left : list.bottom - list.top);
+    };
+    const auto dragSplitter = [&](int x, int y) {
+        const HWND bar = Control(IDC_SPLITTER);
+        SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+        SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(2 + x, 2 + y));
+        SendMessageW(bar, WM_LBUTTONUP, 0, 0);
+    };
+    Start(L"");
+    int sizes[2];
+    for (const bool wide : {false, true}) {
+        const int before = listSize(wide);
+        dragSplitter(30, 30);
+        PostMessageW(dialog_, WM_COMMAND, CMD_FOCUS_SPLITTER, kMarker);
+        PressKey(IDC_SPLITTER, wide ? VK_LEFT : VK_UP);
+        PressKey(IDC_SPLITTER, VK_RETURN);
+        EXPECT_TRUE(WaitFor([&] { return listSize(wide) < before + 30; }));
+        sizes[wide] = listSize(wide);
+        EXPECT_GT(sizes[wide], before);
+    }
+    SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, 77);
+    EXPECT_EQ(run_.Exit(), 1);
+    EXPECT_TRUE(FileHolds(L"col_hotkey=77"));
+    ASSERT_TRUE(run_.Start());
+    FindControls();
+    for (const bool wide : {false, true}) EXPECT_EQ(listSize(wide), sizes[wide]);
+    EXPECT_EQ(SendMessageW(list_, LVM_GETCOLUMNWIDTH, 0, 0), 77);
+    SendMessageW(Control(IDC_SPLITTER), WM_LBUTTONDBLCLK, 0, 0);
+    EXPECT_LT(listSize(true), sizes[1]);
 }
 
 TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {

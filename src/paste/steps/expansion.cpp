@@ -31,7 +31,7 @@ static std::wstring ComputerName() {
     return GetComputerNameW(name, &size) ? name : L"";
 }
 
-static KnownFacts FetchKnownFacts(std::wstring_view text, bool useDate, bool useTime) {
+KnownFacts FetchKnownFacts(std::wstring_view text, bool useDate, bool useTime) {
     KnownFacts facts;
     if (UsesNames(text)) {
         facts.userName = UserName();
@@ -79,25 +79,17 @@ static void TraceReplacement(const wchar_t* token, const std::wstring& text) {
     OutputDebugStringW(L"<-\n");
 }
 
+static ExpansionSources SystemSources(bool useDate, bool useTime) {
+    return {[=](std::wstring_view text) { return FetchKnownFacts(text, useDate, useTime); },
+            ClipboardText,
+            ClipboardHtml,
+            CopySelection,
+            CopySelectionAsHtml,
+            TraceReplacement};
+}
+
 std::wstring ExpandPlaceholders(std::wstring& text, bool useDateFormat, bool useTimeFormat) {
-    bool usesPreviousText = false;
-    std::wstring previousClipboardText;
-    if (HasTwoPercentSigns(text)) {
-        ReplaceKnown(text, FetchKnownFacts(text, useDateFormat, useTimeFormat));
-        usesPreviousText = text.find(kPreviousClipboardToken) != std::wstring::npos;
-        // Read before the copy strokes below overwrite it, put in after them, so that nothing in it is
-        // taken for a token.
-        if (usesPreviousText) previousClipboardText = ClipboardText();
-        if (text.find(kClipboardHtmlToken) != std::wstring::npos) {
-            ReplaceToken(text, kClipboardHtmlToken, ClipboardHtml());
-        }
-        if (UsesCopiedText(text)) ReplaceCopiedText(text, CopySelection(), TraceReplacement);
-        if (text.find(kSelectionHtmlToken) != std::wstring::npos) {
-            ReplaceToken(text, kSelectionHtmlToken, CopySelectionAsHtml());
-        }
-    }
-    if (TakeHtmlPrefix(text)) PasteAsHtml = true;
-    if (usesPreviousText) ReplaceToken(text, kPreviousClipboardToken, previousClipboardText);
+    if (ExpandFrom(text, SystemSources(useDateFormat, useTimeFormat))) PasteAsHtml = true;
     return text;
 }
 
@@ -109,12 +101,10 @@ int ExpandRunEntry(bool elevate, const std::wstring& text, Launcher launch, bool
     const std::wstring copied = ClipboardText();
     const std::wstring_view selection = TrimBlanks(copied);
     if (!selection.empty()) CapturedText = selection;
+    const ExpansionSources sources = SystemSources(useDateFormat, useTimeFormat);
     for (const std::wstring_view piece : Split(text, L'\n')) {
-        std::wstring line(piece);
-        ExpandPlaceholders(line, useDateFormat, useTimeFormat);
-        if (line.size() <= 1) continue;
-        ReplaceRunTokens(line, CapturedText);
-        launch(elevate, line);
+        const std::wstring line = ExpandedRunLine(piece, sources, CapturedText);
+        if (!line.empty()) launch(elevate, line);
     }
     return 0;
 }

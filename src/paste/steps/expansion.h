@@ -5,6 +5,9 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+
+#include "paste/text/placeholders.h"
 
 namespace verbatix {
 
@@ -13,6 +16,9 @@ extern std::wstring CapturedText;
 
 // The next delivery goes out as HTML. Set by expansion, read and cleared by delivery.
 extern bool PasteAsHtml;
+
+// The names, as far as the text asks for them, the time of now, and the dialogs that ask for another one.
+KnownFacts FetchKnownFacts(std::wstring_view text, bool useDate, bool useTime);
 
 // Replaces every placeholder of `text` in place and returns a copy of the result. At most one copy stroke
 // is sent for the "%copy_text%" family and one for "%copy_html%". A program without a selection copies

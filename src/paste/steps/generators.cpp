@@ -90,11 +90,21 @@ void OpenDocument(const std::wstring& path) {
     OpenWithShell(path);
 }
 
-int TryGenerators(const std::wstring& entryText, DocumentOpener open) {
+static const Generator* GeneratorIn(std::wstring_view entryText) {
     for (const Generator& generator : kGenerators) {
-        if (entryText.find(generator.token) != std::wstring::npos) return generator.run(open);
+        if (entryText.find(generator.token) != std::wstring_view::npos) return &generator;
     }
-    return 0;
+    return nullptr;
+}
+
+const wchar_t* FindGenerator(std::wstring_view entryText) {
+    const Generator* const generator = GeneratorIn(entryText);
+    return generator ? generator->token : nullptr;
+}
+
+int TryGenerators(const std::wstring& entryText, DocumentOpener open) {
+    const Generator* const generator = GeneratorIn(entryText);
+    return generator ? generator->run(open) : 0;
 }
 
 }  // namespace verbatix

@@ -5,6 +5,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace verbatix {
 
@@ -15,6 +16,9 @@ void OpenDocument(const std::wstring& path);
 
 // The token of each, for showing them to the user.
 std::span<const wchar_t* const> GeneratorTokens();
+
+// The token of the generator that a text with it runs; null when it has none.
+const wchar_t* FindGenerator(std::wstring_view entryText);
 
 // Runs the first generator whose token occurs anywhere in `entryText`. 1 when it has handled the entry,
 // even if there was nothing to paste; 0 when none occurs or it found no usable selection.

@@ -132,14 +132,18 @@ bool OpenWithShell(const std::wstring& file, const std::wstring& parameters) {
     return Execute([=] { return ShellCall{{file, parameters, {}}, L"open", 0, SW_SHOW}; });
 }
 
-bool LaunchCommandLine(bool elevate, const std::wstring& line) {
-    std::wstring command = line;
-    ReplaceRunTokens(command, CapturedText);
-    command = TrimBlanks(command);
+std::wstring LaunchedLine(std::wstring line, const std::wstring& selection) {
+    ReplaceRunTokens(line, selection);
+    line = TrimBlanks(line);
     // What Windows passes to no program need not be looked into: a selection of megabytes, each "%PATH%" in
     // it made a hundred times longer, would fill the memory.
     constexpr std::size_t kLongestCommandLine = 32767;
-    if (command.empty() || command.size() > kLongestCommandLine) return false;
+    return line.size() > kLongestCommandLine ? std::wstring() : line;
+}
+
+bool LaunchCommandLine(bool elevate, const std::wstring& line) {
+    const std::wstring command = LaunchedLine(line, CapturedText);
+    if (command.empty()) return false;
     const std::wstring verb = elevate || IsControlHeldOnPurpose() ? L"runas" : L"";
     return Execute([=] { return LaunchCall(PlanLaunch(command, Exists), verb); });
 }

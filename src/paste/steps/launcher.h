@@ -24,6 +24,10 @@ LaunchPlan PlanLaunch(std::wstring_view line, bool (*exists)(const std::wstring&
 // Replaces each %NAME% whose variable exists by its value; values beyond 520 characters are left out.
 std::wstring ExpandEnvironment(std::wstring_view text);
 
+// The command line as it is started: the selection put in, blanks at its ends gone. Empty when there is
+// nothing to start, or more than Windows passes to a program.
+std::wstring LaunchedLine(std::wstring line, const std::wstring& selection);
+
 // Starts the command line, with elevated rights when asked to or while Ctrl is held on purpose. An empty
 // line does nothing. The result is the shell's, for those who want it.
 bool LaunchCommandLine(bool elevate, const std::wstring& line);

@@ -105,25 +105,41 @@ ProgramAndParameters SplitProgram(std::wstring_view line) {
     return {std::wstring(line.substr(0, blank)), std::wstring(line.substr(blank + 1))};
 }
 
-ReplaceResult ApplyReplaceRules(std::wstring_view entryText, std::wstring subject) {
-    std::wstring rules(entryText);
-    ReplaceAll(rules, L"\r", L"");
-    ReplaceAll(rules, L"\\n", L"\n");
-    ReplaceAll(rules, L"%nc%", L"");
-    ReplaceResult result = {std::move(subject)};
+ProgramAndParameters WithSelection(ProgramAndParameters command, const std::wstring& selection) {
+    ReplaceRunTokens(command.program, selection);
+    ReplaceRunTokens(command.parameters, selection);
+    // Those that the selection brought along; bounded, because it may hold thousands.
+    ReplaceToken(command.parameters, L"%cpy%", selection);
+    ReplaceAll(command.parameters, L"%nc%", L"");
+    return command;
+}
+
+std::vector<ReplaceRule> ReplaceRules(std::wstring_view entryText) {
+    std::wstring lines(entryText);
+    ReplaceAll(lines, L"\r", L"");
+    ReplaceAll(lines, L"\\n", L"\n");
+    ReplaceAll(lines, L"%nc%", L"");
+    std::vector<ReplaceRule> rules;
     constexpr std::wstring_view kArrow = L"=>";
     bool first = true;
-    for (const std::wstring_view line : Split(rules, L'\n')) {
+    for (const std::wstring_view line : Split(lines, L'\n')) {
         const std::size_t arrow = line.find(kArrow);
         if (first || arrow == std::wstring_view::npos) {
             first = false;
             continue;
         }
-        std::wstring oldText(line.substr(0, arrow));
-        std::wstring newText(line.substr(arrow + kArrow.size()));
-        ReplaceNumberedControlCodes(oldText);
-        ReplaceNumberedControlCodes(newText);
-        result.count += ReplaceWithinLimit(result.text, oldText, newText);
+        ReplaceRule& rule = rules.emplace_back(std::wstring(line.substr(0, arrow)),
+                                               std::wstring(line.substr(arrow + kArrow.size())));
+        ReplaceNumberedControlCodes(rule.before);
+        ReplaceNumberedControlCodes(rule.after);
+    }
+    return rules;
+}
+
+ReplaceResult ApplyReplaceRules(std::wstring_view entryText, std::wstring subject) {
+    ReplaceResult result = {std::move(subject)};
+    for (const ReplaceRule& rule : ReplaceRules(entryText)) {
+        result.count += ReplaceWithinLimit(result.text, rule.before, rule.after);
     }
     return result;
 }

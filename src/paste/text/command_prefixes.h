@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace verbatix {
 
@@ -43,6 +44,17 @@ struct ProgramAndParameters {
 // Cuts a command line behind a quoted program, else at the first blank. The character behind the closing
 // quote is passed over, whatever it is.
 ProgramAndParameters SplitProgram(std::wstring_view line);
+
+// The command of a "cpy:" entry with the selection in the places that ask for it.
+ProgramAndParameters WithSelection(ProgramAndParameters command, const std::wstring& selection);
+
+struct ReplaceRule {
+    std::wstring before;
+    std::wstring after;
+};
+
+// The rules of a "replace:" entry, in the order in which they are applied.
+std::vector<ReplaceRule> ReplaceRules(std::wstring_view entryText);
 
 struct ReplaceResult {
     std::wstring text;

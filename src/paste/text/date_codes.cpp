@@ -20,6 +20,7 @@ struct State {
     const DateTimePass& pass;
     SYSTEMTIME date;
     CaseMode caseMode = CaseMode::kNone;
+    std::wstring result = {};
 };
 
 struct Variable {
@@ -31,10 +32,12 @@ constexpr Variable kVariables[] = {
     {L"C",
      [](State& state) {
          if (state.pass.chooseDate) state.pass.chooseDate(state.date);
+         state.result += state.pass.dateQuestion;
      }},
     {L"T",
      [](State& state) {
          if (state.pass.chooseTime) state.pass.chooseTime(state.date);
+         state.result += state.pass.timeQuestion;
      }},
     {L"nmfd", [](State& state) { state.date = FirstDayOfNextMonth(state.date); }},
     {L"mld", [](State& state) { state.date = LastDayOfMonth(state.date); }},
@@ -96,10 +99,10 @@ std::wstring InCaseMode(const std::wstring& text, CaseMode mode) {
 }
 
 // Whether `piece` is a printing code; its output is then appended.
-bool AppendFormatted(std::wstring& result, const State& state, std::wstring_view piece) {
+bool AppendFormatted(State& state, std::wstring_view piece) {
     const std::wstring output = FormatDateCode(piece, state.date, state.pass.useTime, state.pass.useDate);
     if (output == piece) return false;
-    result += InCaseMode(output, state.caseMode);
+    state.result += InCaseMode(output, state.caseMode);
     return true;
 }
 
@@ -127,11 +130,11 @@ void ExpandDateTimeCodes(std::wstring& text, const DateTimePass& pass) {
     }
     text.append(L"%").append(kEndMark);
     State state{pass, pass.now};
-    std::wstring result;
+    std::wstring& result = state.result;
     result.reserve(text.size());
     bool previousConsumed = true;  // nothing stands before the first piece that could have lost its sign
     for (const std::wstring_view piece : Split(text, L'%')) {
-        const bool consumed = ApplyVariable(state, piece) || AppendFormatted(result, state, piece);
+        const bool consumed = ApplyVariable(state, piece) || AppendFormatted(state, piece);
         if (!consumed) {
             if (!previousConsumed) result += L'%';
             result += piece;

@@ -26,6 +26,9 @@ struct DateTimePass {
     // Null: the code is taken out and the date stays.
     bool (*chooseDate)(SYSTEMTIME& date) = nullptr;
     bool (*chooseTime)(SYSTEMTIME& time) = nullptr;
+    // What stands in the text where the user is asked: nothing in a paste, a word on it in a preview.
+    std::wstring dateQuestion = {};
+    std::wstring timeQuestion = {};
 };
 
 // The pass over a text, in place and from left to right. A text that holds "%no_time_fun%" anywhere but at

@@ -145,6 +145,37 @@ void ReplaceRunTokens(std::wstring& line, const std::wstring& selection) {
     }
 }
 
+bool ExpandFrom(std::wstring& text, const ExpansionSources& sources) {
+    bool usesClipboardText = false;
+    std::wstring clipboardText;
+    if (HasTwoPercentSigns(text)) {
+        ReplaceKnown(text, sources.knownFacts(text));
+        usesClipboardText = Contains(text, kPreviousClipboardToken);
+        // Read before the copy strokes below overwrite it, put in after them, so that nothing in it is
+        // taken for a token.
+        if (usesClipboardText) clipboardText = sources.clipboardText();
+        if (Contains(text, kClipboardHtmlToken)) {
+            ReplaceToken(text, kClipboardHtmlToken, sources.clipboardHtml());
+        }
+        if (UsesCopiedText(text)) ReplaceCopiedText(text, sources.selection(), sources.trace);
+        if (Contains(text, kSelectionHtmlToken)) {
+            ReplaceToken(text, kSelectionHtmlToken, sources.selectionHtml());
+        }
+    }
+    const bool asHtml = TakeHtmlPrefix(text);
+    if (usesClipboardText) ReplaceToken(text, kPreviousClipboardToken, clipboardText);
+    return asHtml;
+}
+
+std::wstring ExpandedRunLine(std::wstring_view line, const ExpansionSources& sources,
+                             const std::wstring& selection) {
+    std::wstring expanded(line);
+    ExpandFrom(expanded, sources);
+    if (expanded.size() <= 1) return {};
+    ReplaceRunTokens(expanded, selection);
+    return expanded;
+}
+
 void ReplaceNumberedControlCodes(std::wstring& text) {
     for (int number = 5; number <= 24 && Contains(text, L"%"); ++number) {
         const wchar_t character[] = {static_cast<wchar_t>(number), L'\0'};

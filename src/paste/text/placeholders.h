@@ -2,6 +2,7 @@
 // Tokens are matched exactly and case-sensitively; an unknown one stays as typed. Nothing fails.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -62,6 +63,25 @@ void ReplaceRunTokens(std::wstring& line, const std::wstring& selection);
 
 // "%05" to "%24" become the control characters of that number, for the patterns of search and replace.
 void ReplaceNumberedControlCodes(std::wstring& text);
+
+// Where the values of the placeholders come from that nothing in the text tells. Each is asked once at
+// most, and only where the text needs it.
+struct ExpansionSources {
+    std::function<KnownFacts(std::wstring_view text)> knownFacts;
+    std::function<std::wstring()> clipboardText;
+    std::function<std::wstring()> clipboardHtml;
+    std::function<std::wstring()> selection;
+    std::function<std::wstring()> selectionHtml;
+    ReplacementTrace trace = nullptr;  // of the "%copy_text%" family
+};
+
+// All passes over a text, in place, in the order that texts rely on. Returns whether it begins with the
+// prefix that asks for delivery as HTML, which is taken out.
+bool ExpandFrom(std::wstring& text, const ExpansionSources& sources);
+
+// One line of a run entry as it is handed to the launcher; empty where there is nothing to start.
+std::wstring ExpandedRunLine(std::wstring_view line, const ExpansionSources& sources,
+                             const std::wstring& selection);
 
 // What is put on the clipboard for an expanded text: backslash-n as CR LF, then the markers gone.
 std::wstring DeliveredText(std::wstring text);

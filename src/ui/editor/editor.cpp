@@ -15,6 +15,7 @@
 #include "store/settings_path.h"
 #include "ui/editor/editor_fields.h"
 #include "ui/editor/long_text.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
@@ -38,6 +39,7 @@ constexpr Caption kCaptions[] = {
     {IDC_MODIFIER_CAPTION, text::kModifierCaption},
     {IDC_KEY_CAPTION, text::kKeyCaption},
     {IDC_TEXT_CAPTION, text::kTextCaption},
+    {IDC_PREVIEW_CAPTION, text::kPreviewCaption},
     {CMD_NEW_ENTRY, text::kNew},
     {CMD_COPY_ENTRY, text::kCopy},
     {CMD_DELETE_ENTRY, text::kDelete},
@@ -47,7 +49,7 @@ constexpr Caption kCaptions[] = {
 };
 
 // What works only with an entry.
-constexpr int kEntryControls[] = {IDC_LABEL,      IDC_MODIFIER,     IDC_KEY,        IDC_TEXT,
+constexpr int kEntryControls[] = {IDC_LABEL,      IDC_MODIFIER,     IDC_KEY,        IDC_TEXT,  IDC_PREVIEW,
                                   CMD_COPY_ENTRY, CMD_DELETE_ENTRY, CMD_TEST_ENTRY, IDC_INSERT};
 
 void SetFieldText(int control, const std::wstring& text) {
@@ -186,6 +188,7 @@ void OnTextField(int code) {
     Changed();
     if (editor.filling) return;
     ShowAdvice();
+    RefreshPreview();
     OnTextTyped();
 }
 
@@ -210,6 +213,7 @@ void RelabelEditor() {
                  reinterpret_cast<LPARAM>(LanguageText(text::kFilterCue).c_str()));
     ShowCounter();
     ShowAdvice();
+    RefreshPreview();
 }
 
 // To a dialog a field that has the keyboard is one whose text is selected as a whole, and the next key
@@ -237,6 +241,7 @@ void SetUpEditor(HWND dialog) {
 void ShowInEditor(int position) {
     const auto found = mainWindow.entries.find(position);
     const bool exists = found != mainWindow.entries.end();
+    SealStep(undoHistory);
     static constexpr ListEntry kNothing = {};
     FillFields(exists ? found->second.current : kNothing);
     editor.position = exists ? position : -1;
@@ -245,6 +250,7 @@ void ShowInEditor(int position) {
     EnableEntryControls(exists);
     ShowCounter();
     ShowAdvice();
+    RefreshPreview();
 }
 
 static void PutTextBack() {
@@ -256,6 +262,7 @@ static void PutTextBack() {
     editor.edited = false;
     ShowCounter();
     ShowAdvice();
+    RefreshPreview();
 }
 
 static bool KeepLongText(const std::wstring& text) {
@@ -302,11 +309,15 @@ bool TakeEditsOver(Warn warn) {
     if (found == mainWindow.entries.end()) return true;
     const EditorFields fields = {FieldText(IDC_TEXT), FieldText(IDC_LABEL), FieldText(IDC_KEY),
                                  ChosenModifier()};
-    if (const std::optional<ListEntry> entry = EditedEntry(found->second.current, fields)) {
+    const std::optional<ListEntry> entry = EditedEntry(found->second.current, fields);
+    const ListEntry edited = entry ? *entry : EditedButText(found->second.current, fields);
+    const Action action = EditAction(found->second.current, edited, editor.position);
+    UpdateEntry(mainWindow.entries, editor.position, edited);
+    NoteAction(action);
+    if (entry) {
         editor.edited = false;
-        return UpdateEntry(mainWindow.entries, editor.position, *entry);
+        return true;
     }
-    UpdateEntry(mainWindow.entries, editor.position, EditedButText(found->second.current, fields));
     return warn == Warn::kAlways && SettleLongText();
 }
 
@@ -347,6 +358,9 @@ bool OnEditorNotification(int control, int code) {
         case IDC_KEY: return OnKeyField(code), true;
         case IDC_KEEP_PATHS:
             if (code == BN_CLICKED) KeepPathsOfText();
+            return true;
+        case IDC_MEND_CODE:
+            if (code == BN_CLICKED) MendCode();
             return true;
         default: return false;
     }

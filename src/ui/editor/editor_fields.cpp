@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <cwchar>
+
+#include "base/language.h"
 #include "base/text.h"
 #include "hotkeys/hotkey_names.h"
 
@@ -91,6 +94,26 @@ std::wstring EntryName(const ListEntry& entry) {
     const std::wstring_view text = entry.text;
     if (*entry.label) return entry.label;
     return std::wstring(text.substr(0, kShown)) + (text.size() > kShown ? L"..." : L"");
+}
+
+std::wstring QuotedName(std::wstring_view name) {
+    constexpr std::size_t kShown = 40;
+    const std::wstring shown = std::wstring(name.substr(0, kShown)) + (name.size() > kShown ? L"..." : L"");
+    return FillIn(LanguageText(text::kQuoted), {shown});
+}
+
+std::wstring NameOfEntries(const EntryList& list, const std::vector<int>& positions) {
+    const auto found = positions.size() == 1 ? list.find(positions.front()) : list.end();
+    if (found != list.end()) return QuotedName(EntryName(found->second.current));
+    return FillIn(LanguageText(text::kSeveral), {std::to_wstring(positions.size())});
+}
+
+Action EditAction(const ListEntry& old, const ListEntry& edited, int position) {
+    Act act = Act::kText;
+    if (std::wcscmp(old.text, edited.text) == 0) {
+        act = std::wcscmp(old.label, edited.label) == 0 ? Act::kHotkey : Act::kRename;
+    }
+    return {act, QuotedName(EntryName(edited)), {position}, {position}, true};
 }
 
 }  // namespace verbatix

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "store/entry.h"
+#include "ui/state/undo_history.h"
 
 namespace verbatix {
 
@@ -36,5 +37,13 @@ std::optional<int> FindClash(const EntryList& list, int position, unsigned key, 
 
 // How an entry is called in a message: its label, else the beginning of its text.
 std::wstring EntryName(const ListEntry& entry);
+
+// How those entries are called in a line of text: the one by its name, quoted and cut short, more by their
+// number.
+std::wstring NameOfEntries(const EntryList& list, const std::vector<int>& positions);
+std::wstring QuotedName(std::wstring_view name);
+
+// What an edit of one entry is, as a step that can be taken back.
+Action EditAction(const ListEntry& old, const ListEntry& edited, int position);
 
 }  // namespace verbatix

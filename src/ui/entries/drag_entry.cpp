@@ -136,7 +136,7 @@ std::optional<Placement> End() {
 void Drop() {
     const int position = drag.position;
     Track();
-    if (const std::optional<Placement> drop = End()) PlaceAndShow(position, *drop);
+    if (const std::optional<Placement> drop = End()) PlaceAndShow(position, *drop, Act::kMove);
 }
 
 }  // namespace

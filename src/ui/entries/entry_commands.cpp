@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cwchar>
+#include <utility>
 
 #include "base/language.h"
 #include "base/product.h"
@@ -14,11 +15,13 @@
 #include "store/list_file.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
+#include "ui/editor/editor_fields.h"
 #include "ui/entries/test_target.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
 #include "ui/views/entry_views.h"
+#include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 
 namespace verbatix {
@@ -44,9 +47,12 @@ void FocusAfterAction() {
     SetFocus(settings.setFocus ? ShownView() : DialogControl(IDC_TEXT));
 }
 
-void AddAndShow(const ListEntry& record, bool isCopy) {
+void AddAndShow(const ListEntry& record, Action action) {
+    const bool isCopy = action.act == Act::kDuplicate;
+    if (const int selected = SelectedEntry(); selected >= 0) action.before = {selected};
     const int position = Add(record);
-    KeepEntries();
+    action.after = {position};
+    KeepEntries(std::move(action));
     SelectEntry(position);
     ShowInEditor(position);
     if (settings.setFocus) return FocusAfterAction();
@@ -76,30 +82,30 @@ void NewEntry() {
             if (!place.path.empty()) CopyText(record.label, place.path + L'/', kLabelLimit);
         }
     }
-    AddAndShow(record, false);
+    AddAndShow(record, {Act::kNew});
 }
 
 void CopyEntry() {
     if (!SaveEdits(Warn::kAlways) || editor.position < 0) return;
     ListEntry record = mainWindow.entries.at(editor.position).current;
     record.keyCode = 0;
-    AddAndShow(record, true);
+    AddAndShow(record, {Act::kDuplicate, NameOfEntries(mainWindow.entries, {editor.position})});
 }
 
 void DeleteEntry() {
     const int position = editor.position;
-    if (position < 0 || MessageBoxW(mainWindow.window, LanguageText(text::kAskDelete).c_str(), kProductName,
-                                    MB_YESNO | MB_ICONQUESTION) != IDYES) {
-        return;
-    }
-    // What was typed goes with the entry.
+    if (position < 0) return;
+    // What was typed comes back with the entry, unless it is too long for one.
+    TakeEditsOver(Warn::kNever);
     editor.edited = false;
+    Action action = {Act::kDelete, NameOfEntries(mainWindow.entries, {position}), {position}};
     ListEntry record = mainWindow.entries.at(position).current;
     CopyText(record.text, L"");
     CopyText(record.label, L"");
     UpdateEntry(mainWindow.entries, position, record);
     const int next = NeighbourOf(position);
-    KeepEntries();
+    if (next >= 0) action.after = {next};
+    KeepEntries(std::move(action));
     SelectEntry(next);
     ShowInEditor(next);
     SetFocus(ShownView());

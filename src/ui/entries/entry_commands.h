@@ -8,7 +8,7 @@ namespace verbatix {
 void NewEntry();
 void CopyEntry();
 
-// Asks, and blanks the shown entry's text and label; its place in the file stays.
+// Blanks the shown entry's text and label; its place in the file stays. The status bar offers it back.
 void DeleteEntry();
 
 // Executes the text of the editor in the window that the user came from (test_target.h), which gets the

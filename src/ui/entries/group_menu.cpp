@@ -34,7 +34,7 @@ void PutInGroup(int position, const std::wstring& path) {
     if (found == mainWindow.entries.end() || PathOf(found->second.current) == path) return;
     Placement placement = PlacementOf(found->second.current);
     placement.path = path;
-    PlaceAndShow(position, placement);
+    PlaceAndShow(position, placement, Act::kGroup);
 }
 
 void FillGroupDialog(HWND dialog) {

@@ -3,15 +3,19 @@
 #pragma once
 
 #include "ui/entries/entry_placing.h"
+#include "ui/state/undo_history.h"
 
 namespace verbatix {
 
-// The list has changed: writes it, renews the hotkeys and shows it, with that entry selected; -1 leaves the
-// selection to the views.
-void SaveAndShow(int position);
+// The list has changed by that action: writes it, renews the hotkeys and shows it, with the entries
+// selected that the action names; none leaves the selection to the views.
+void SaveAndShow(Action action);
+// The same when the change has been noted already.
+void ShowKept(const std::vector<int>& positions);
 
-// Carries a placement of that entry out. A label that would become too long is told of.
-void PlaceAndShow(int position, const Placement& placement);
+// Carries a placement of that entry out, which the user knows as that kind of action. A label that would
+// become too long is told of.
+void PlaceAndShow(int position, const Placement& placement, Act act);
 
 // Whether the order of the shown view is the list's own, so that an entry can be moved in it.
 bool CanMoveInView();

@@ -12,6 +12,7 @@
 #include "base/product.h"
 #include "ids.h"
 #include "ui/editor/editor.h"
+#include "ui/editor/editor_fields.h"
 #include "ui/entries/entry_placing.h"
 #include "ui/entries/move_entry.h"
 #include "ui/state/main_window.h"
@@ -76,16 +77,21 @@ bool Rename(const Renaming& what) {
         renamed.path.resize(parent == std::wstring::npos ? 0 : parent + 1);
         renamed.path += what.name;
         KeepOpenUnder(what.node, renamed.path);
-        SaveAndShow(-1);
+        Action action = {Act::kRename, QuotedName(what.node.name)};
+        const std::vector<int> below = EntriesBelow(ShownTree(), FindNode(ShownTree(), what.node));
+        if (!below.empty()) action.before = {below.front()};
+        SaveAndShow(std::move(action));
         SelectNode(renamed);
         return true;
     }
     const auto found = list.find(what.node.position);
     if (found == list.end()) return true;
+    const std::vector<int> position = {what.node.position};
+    const Action action = {Act::kRename, NameOfEntries(list, position), position, position};
     LabelParts parts = SplitLabel(found->second.current.label);
     parts.name = what.name;
     if (!SetLabel(list, what.node.position, what.wholeLabel ? what.name : JoinLabel(parts))) return false;
-    SaveAndShow(what.node.position);
+    SaveAndShow(action);
     return true;
 }
 

@@ -5,146 +5,105 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/screen_scale.h"
 #include "ids.h"
+#include "store/settings.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
 
 namespace {
 
-// Dialog units.
-constexpr int kMargin = 6;
-constexpr int kGap = 4;
-constexpr int kFieldHeight = 13;
-constexpr int kCaptionHeight = 9;
-constexpr int kButtonHeight = 14;
-constexpr int kButtonWidth = 54;
-constexpr int kModifierWidth = 92;
-constexpr int kKeyWidth = 56;
-constexpr int kFilterCaptionWidth = 34;
-constexpr int kCounterWidth = 120;
-constexpr int kKeepPathsWidth = 76;
-constexpr int kDropDownHeight = 130;
-// Between filter and buttons everything but list and text is of fixed height.
-constexpr int kListPercent = 52;
+constexpr char kAlphabet[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+constexpr int kLetters = static_cast<int>(std::size(kAlphabet)) - 1;
 
-class Layout {
-  public:
-    explicit Layout(HWND dialog) : dialog_(dialog) {}
-
-    int X(int units) const { return Pixels(units, 0).cx; }
-    int Y(int units) const { return Pixels(0, units).cy; }
-    void Place(int control, int x, int y, int width, int height) const {
-        // Drawn anew: what a maximised window copies along may not have been drawn yet.
-        SetWindowPos(GetDlgItem(dialog_, control), nullptr, x, y, std::max(width, 0), std::max(height, 0),
-                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+// As Windows measures the font of a dialog.
+FontUnits UnitsOf(HWND dialog) {
+    FontUnits units;
+    const HDC canvas = GetDC(dialog);
+    if (!canvas) return units;
+    const HGDIOBJ before =
+        SelectObject(canvas, reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0)));
+    TEXTMETRICW metrics = {};
+    SIZE all = {};
+    if (GetTextMetricsW(canvas, &metrics) && GetTextExtentPoint32A(canvas, kAlphabet, kLetters, &all)) {
+        units.character = {(all.cx + kLetters / 2) / kLetters, metrics.tmHeight};
     }
-
-  private:
-    SIZE Pixels(int width, int height) const {
-        RECT units = {0, 0, width, height};
-        MapDialogRect(dialog_, &units);
-        return {units.right, units.bottom};
-    }
-
-    HWND dialog_;
-};
-
-// Each places a row at `y` and returns where the next begins.
-int PlaceFilter(const Layout& at, int width, int y) {
-    const int left = at.X(kMargin + kFilterCaptionWidth);
-    at.Place(IDC_FILTER_CAPTION, at.X(kMargin), y + at.Y(2), at.X(kFilterCaptionWidth),
-             at.Y(kCaptionHeight));
-    at.Place(IDC_FILTER, left, y, width - left - at.X(kMargin), at.Y(kFieldHeight));
-    return y + at.Y(kFieldHeight + kGap);
+    SelectObject(canvas, before);
+    ReleaseDC(dialog, canvas);
+    return units;
 }
 
-int PlaceHotkeyRow(const Layout& at, int width, int y) {
-    const int key = width - at.X(kMargin + kKeyWidth);
-    const int modifier = key - at.X(kGap + kModifierWidth);
-    const int label = at.X(kMargin);
-    const int labelWidth = modifier - at.X(kGap) - label;
-    at.Place(IDC_LABEL_CAPTION, label, y, labelWidth, at.Y(kCaptionHeight));
-    at.Place(IDC_MODIFIER_CAPTION, modifier, y, at.X(kModifierWidth), at.Y(kCaptionHeight));
-    at.Place(IDC_KEY_CAPTION, key, y, at.X(kKeyWidth), at.Y(kCaptionHeight));
-    y += at.Y(kCaptionHeight);
-    at.Place(IDC_LABEL, label, y, labelWidth, at.Y(kFieldHeight));
-    at.Place(IDC_MODIFIER, modifier, y, at.X(kModifierWidth), at.Y(kDropDownHeight));
-    at.Place(IDC_KEY, key, y, at.X(kKeyWidth), at.Y(kDropDownHeight));
-    y += at.Y(kFieldHeight + 2);
-    // Beside what it says, where the entry has a path to keep.
-    const bool keepsPaths = GetWindowLongPtrW(DialogControl(IDC_KEEP_PATHS), GWL_STYLE) & WS_VISIBLE;
-    const int button = keepsPaths ? at.X(kKeepPathsWidth) : 0;
-    at.Place(IDC_CLASH, label, y, width - 2 * label - button, at.Y(kCaptionHeight));
-    at.Place(IDC_KEEP_PATHS, width - label - button, y - at.Y(1), button, at.Y(kCaptionHeight + 2));
-    return y + at.Y(kCaptionHeight + 1);
-}
-
-int PlaceTextCaption(const Layout& at, int width, int y) {
-    const int counter = at.X(kCounterWidth);
-    const int left = at.X(kMargin);
-    at.Place(IDC_TEXT_CAPTION, left, y, width - 2 * left - counter, at.Y(kCaptionHeight));
-    at.Place(IDC_COUNTER, width - left - counter, y, counter, at.Y(kCaptionHeight));
-    return y + at.Y(kCaptionHeight);
-}
-
-void PlaceButtons(const Layout& at, int width, int y) {
-    const int step = at.X(kButtonWidth + kGap);
-    int left = at.X(kMargin);
-    for (const int button : {CMD_NEW_ENTRY, CMD_COPY_ENTRY, CMD_DELETE_ENTRY}) {
-        at.Place(button, left, y, at.X(kButtonWidth), at.Y(kButtonHeight));
-        left += step;
-    }
-    left = width - at.X(kMargin) + at.X(kGap) - 2 * step;
-    for (const int button : {IDC_INSERT, CMD_TEST_ENTRY}) {
-        at.Place(button, left, y, at.X(kButtonWidth), at.Y(kButtonHeight));
-        left += step;
-    }
-}
-
-int PlaceStatusBar(int width) {
-    SendMessageW(mainWindow.statusBar, WM_SIZE, 0, 0);
+LONG HeightOfStatusBar() {
     RECT status = {};
     GetWindowRect(mainWindow.statusBar, &status);
+    return status.bottom - status.top;
+}
+
+void PlaceStatusBar(int width) {
+    SendMessageW(mainWindow.statusBar, WM_SIZE, 0, 0);
     // The second part has room for the longest of its texts, which says why no hotkey works; the third is
     // not used.
     const int parts[] = {width * 28 / 100, width * 86 / 100, width * 86 / 100, -1};
     SendMessageW(mainWindow.statusBar, SB_SETPARTS, std::size(parts), reinterpret_cast<LPARAM>(parts));
-    return static_cast<int>(status.bottom - status.top);
+}
+
+bool IsOffered(HWND control) {
+    return (GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
 }  // namespace
 
-void LayOutControls(HWND dialog) {
-    RECT client;
-    GetClientRect(dialog, &client);
-    const int width = static_cast<int>(client.right);
-    const int bottom = static_cast<int>(client.bottom) - PlaceStatusBar(width);
-    const Layout at(dialog);
+MainPlaces PlacesNow(HWND dialog) {
+    LayoutRequest request;
+    GetClientRect(dialog, &request.client);
+    request.client.bottom -= HeightOfStatusBar();
+    request.units = UnitsOf(dialog);
+    request.splitBeside = settings.splitBeside;
+    request.splitAbove = settings.splitAbove;
+    request.keepsPaths = IsOffered(GetDlgItem(dialog, IDC_KEEP_PATHS));
+    request.hasPreview = settings.showPreview != 0;
+    return PlaceControls(request);
+}
 
-    const int list = PlaceFilter(at, width, at.Y(kGap));
-    const int buttons = bottom - at.Y(kGap + kButtonHeight);
-    const int fixed = at.Y(kGap + kCaptionHeight + kFieldHeight + 2 + kCaptionHeight + 1 + kCaptionHeight);
-    const int shared = buttons - at.Y(kGap) - list - fixed;
-    const int listHeight = shared * kListPercent / 100;
-    for (const int view : {IDC_LIST, IDC_TREE}) {
-        at.Place(view, at.X(kMargin), list, width - 2 * at.X(kMargin), listHeight);
+void LayOutControls(HWND dialog) {
+    RECT client = {};
+    GetClientRect(dialog, &client);
+    PlaceStatusBar(static_cast<int>(client.right));
+    for (const Placed& placed : PlacesNow(dialog).controls) {
+        const RECT& place = placed.place;
+        // Drawn anew: what a maximised window copies along may not have been drawn yet.
+        SetWindowPos(GetDlgItem(dialog, placed.control), nullptr, static_cast<int>(place.left),
+                     static_cast<int>(place.top), static_cast<int>(place.right - place.left),
+                     static_cast<int>(place.bottom - place.top),
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     }
-    int y = PlaceHotkeyRow(at, width, list + listHeight + at.Y(kGap));
-    y = PlaceTextCaption(at, width, y);
-    at.Place(IDC_TEXT, at.X(kMargin), y, width - 2 * at.X(kMargin), buttons - at.Y(kGap) - y);
-    PlaceButtons(at, width, buttons);
+}
+
+RECT WorkAreaOf(const RECT& place) {
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    if (GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &monitor)) return monitor.rcWork;
+    return {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+}
+
+SIZE SmallestSize(HWND dialog) {
+    SIZE client = SmallestClient(UnitsOf(dialog), settings.showPreview != 0);
+    client.cy += HeightOfStatusBar();
+    const SIZE outer = OuterSize(client, dialog, DpiOf(dialog));
+    RECT place = {};
+    GetWindowRect(dialog, &place);
+    const RECT work = WorkAreaOf(place);
+    return {std::min(outer.cx, work.right - work.left), std::min(outer.cy, work.bottom - work.top)};
 }
 
 void GiveComfortableSize(HWND dialog) {
-    RECT place;
+    RECT place = {};
     GetWindowRect(dialog, &place);
-    MONITORINFO monitor = {};
-    monitor.cbSize = sizeof monitor;
-    if (!GetMonitorInfoW(MonitorFromWindow(dialog, MONITOR_DEFAULTTONEAREST), &monitor)) return;
-    const RECT& work = monitor.rcWork;
-    const LONG width = std::min((place.right - place.left) * 3 / 2, work.right - work.left);
-    const LONG height = std::min((place.bottom - place.top) * 3 / 2, work.bottom - work.top);
+    const RECT work = WorkAreaOf(place);
+    const SIZE smallest = SmallestSize(dialog);
+    const LONG width = std::min(smallest.cx * 9 / 5, work.right - work.left);
+    const LONG height = std::min(smallest.cy * 3 / 2, work.bottom - work.top);
     SetWindowPos(dialog, nullptr, static_cast<int>((work.left + work.right - width) / 2),
                  static_cast<int>((work.top + work.bottom - height) / 2), static_cast<int>(width),
                  static_cast<int>(height), SWP_NOZORDER | SWP_NOACTIVATE);

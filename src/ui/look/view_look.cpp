@@ -34,7 +34,7 @@ void ApplyViewLook(HWND dialog) {
     const auto base = reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0));
     UniqueFont scaled = ScaledFont(base, SizePercent(settings.size));
     const HFONT used = scaled ? scaled.Get() : base;
-    for (const int control : {IDC_LIST, IDC_TREE, IDC_TEXT}) {
+    for (const int control : {IDC_LIST, IDC_TREE, IDC_TEXT, IDC_PREVIEW}) {
         SendDlgItemMessageW(dialog, control, WM_SETFONT, reinterpret_cast<WPARAM>(used), TRUE);
     }
     // Only now: until then the controls draw with the one before.

@@ -1,8 +1,7 @@
 #include "ui/look/window_place.h"
 
-#include <algorithm>
-
 #include "store/settings.h"
+#include "ui/look/main_places.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -24,15 +23,12 @@ void RememberWindowPlace(HWND window) {
 
 RECT PlaceOnScreen(RECT place, RECT workArea) {
     constexpr LONG kEnoughToGrab = 80;
+    const bool fits = place.right - place.left <= workArea.right - workArea.left &&
+                      place.bottom - place.top <= workArea.bottom - workArea.top;
     const bool reachable = place.top >= workArea.top && place.top <= workArea.bottom - kEnoughToGrab / 2 &&
                            place.right >= workArea.left + kEnoughToGrab &&
                            place.left <= workArea.right - kEnoughToGrab;
-    if (reachable) return place;
-    const LONG width = std::min(place.right - place.left, workArea.right - workArea.left);
-    const LONG height = std::min(place.bottom - place.top, workArea.bottom - workArea.top);
-    const LONG left = std::clamp(place.left, workArea.left, workArea.right - width);
-    const LONG top = std::clamp(place.top, workArea.top, workArea.bottom - height);
-    return {left, top, left + width, top + height};
+    return fits && reachable ? place : FitInto(place, workArea);
 }
 
 bool RestoreWindowPlace(HWND window) {

@@ -14,8 +14,8 @@ void RememberWindowPlace(HWND window);
 // whether it was maximised.
 bool RestoreWindowPlace(HWND window);
 
-// `place` moved, and where necessary shrunk, so that it lies inside `workArea`; unchanged when enough of
-// its title bar to take hold of is inside already.
+// `place` moved, and where necessary shrunk, so that it lies inside `workArea`; unchanged when it is no
+// larger than that, and enough of its title bar to take hold of is inside already.
 RECT PlaceOnScreen(RECT place, RECT workArea);
 
 }  // namespace verbatix

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/screen_scale.h"
 #include "paste/builtin/clipboard_image.h"
 
 namespace verbatix {
@@ -133,16 +134,18 @@ UniqueIcon IconOf(const PixelImage& image) {
 
 }  // namespace
 
-bool IsTaskBarLight() {
+TrayLook LookOnTaskBar() {
     DWORD light = 0;
     DWORD size = sizeof light;
     const LSTATUS status = RegGetValueW(
         HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
         L"SystemUsesLightTheme", RRF_RT_REG_DWORD, nullptr, &light, &size);
-    return status == ERROR_SUCCESS && light != 0;
+    const UINT dpi = DpiOf(FindWindowW(L"Shell_TrayWnd", nullptr));
+    return {TrayMark::kNone, status == ERROR_SUCCESS && light != 0, MetricAt(SM_CXSMICON, dpi)};
 }
 
-void DrawMark(std::span<std::uint32_t> pixels, int side, TrayLook look) {
+void DrawMark(std::span<std::uint32_t> pixels, TrayLook look) {
+    const int side = look.side;
     constexpr int kSteps = 4;  // looked at in so many places across and down, for soft edges
     if (look.mark == TrayMark::kNone) return;
     for (int place = 0; place < side * side; ++place) {
@@ -162,11 +165,10 @@ UniqueIcon MakeTrayPicture(WORD resource, TrayLook look) {
     if (look.mark == TrayMark::kNone) {
         return LoadPicture(resource, GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON));
     }
-    const int side = GetSystemMetrics(SM_CXSMICON);
-    UniqueIcon plain = LoadPicture(resource, side, side);
+    UniqueIcon plain = LoadPicture(resource, look.side, look.side);
     PixelImage image = plain ? PixelsOf(plain.Get()) : PixelImage{};
-    if (image.width != side || image.height != side) return plain;
-    DrawMark(image.pixels, side, look);
+    if (image.width != look.side || image.height != look.side) return plain;
+    DrawMark(image.pixels, look);
     UniqueIcon marked = IconOf(image);
     return marked ? std::move(marked) : std::move(plain);
 }

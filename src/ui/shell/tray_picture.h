@@ -17,15 +17,17 @@ enum class TrayMark { kNone, kPaused, kOutOfReach, kFailing };
 struct TrayLook {
     TrayMark mark = TrayMark::kNone;
     bool isBarLight = false;  // the task bar is
+    int side = 16;            // pixels of a small icon there
     bool operator==(const TrayLook&) const = default;
 };
 
-// Whether the task bar is light. Before Windows 10 none was.
-bool IsTaskBarLight();
+// The look without a mark on the task bar as it is now: its colour (before Windows 10 none was light), and
+// the resolution of its screen.
+TrayLook LookOnTaskBar();
 
-// Draws the mark over the lower right of a square picture: pixels of `side` rows, the top one first, each
+// Draws the mark over the lower right of a picture of that side: the top row of pixels first, each
 // 0xAARRGGBB with the colour as it is, not multiplied by alpha. A paused program's picture goes grey. Pure.
-void DrawMark(std::span<std::uint32_t> pixels, int side, TrayLook look);
+void DrawMark(std::span<std::uint32_t> pixels, TrayLook look);
 
 // The picture made of the icon resource of this program. Without a mark it has the system's size of large
 // icons, which the task bar scales as it likes; a mark is drawn at the size of small ones, pixel by pixel.

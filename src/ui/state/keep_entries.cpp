@@ -1,12 +1,35 @@
 #include "ui/state/keep_entries.h"
 
+#include <windows.h>
+
+#include <utility>
+
 #include "hotkeys/keyboard_hook.h"
 #include "store/list_file.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
+#include "ui/state/undo_texts.h"
 
 namespace verbatix {
 
-void KeepEntries() {
+UndoHistory undoHistory;
+
+void NoteAction(Action action) {
+    const std::wstring done = DoneText(action);
+    if (!NoteStep(undoHistory, mainWindow.entries, std::move(action), GetTickCount64())) return;
+    if (done.empty()) return WithdrawOffer();
+    OfferInStatusBar(done, Offer::kUndo);
+}
+
+void ForgetActions() {
+    ForgetSteps(undoHistory, mainWindow.entries);
+    WithdrawOffer();
+}
+
+void KeepEntries(Action action) {
+    // What is still being typed is a step of its own.
+    if (mainWindow.listClient.collectEdits) mainWindow.listClient.collectEdits();
+    NoteAction(std::move(action));
     SaveList(mainWindow.entries, mainWindow.listClient, true, true);
     RebuildHotkeyTables();
 }

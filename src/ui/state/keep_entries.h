@@ -1,11 +1,21 @@
 // What follows when the list of entries has changed. UI thread only.
 #pragma once
 
+#include "ui/state/undo_history.h"
+
 namespace verbatix {
 
-// The list has changed: it is written, list and tree show it, and the hotkeys are those of the entries now.
+extern UndoHistory undoHistory;
+
+// The list has changed: that becomes a step which the user can take back, and the status bar says so.
+void NoteAction(Action action);
+
+// The same, and the list is written, list and tree show it, and the hotkeys are those of the entries now.
 // What could not be written is told by the list and stays marked as changed.
-void KeepEntries();
+void KeepEntries(Action action = {});
+
+// Another list has taken the place of the one so far.
+void ForgetActions();
 
 // Fills the hotkey tables of the hook from the list.
 void RebuildHotkeyTables();

@@ -27,9 +27,8 @@ struct MainWindow {
     ListMode listMode = ListMode::kAll;
     std::size_t entryCount = 0;        // entries that are not deleted, shown or not
     bool listCommandsBlocked = false;  // an entry is being dragged or a menu of the view is open
-    RECT minimumRectangle = {};
-    bool maximizeWhenShown = false;  // not shown yet, and maximised when it was last seen
-    ULONGLONG broughtToFrontAt = 0;  // milliseconds since the system started
+    bool maximizeWhenShown = false;    // not shown yet, and maximised when it was last seen
+    ULONGLONG broughtToFrontAt = 0;    // milliseconds since the system started
 };
 
 // The one main window of the process.

@@ -4,17 +4,95 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "base/language.h"
 #include "base/text.h"
+#include "ids.h"
 #include "ui/state/hotkey_state.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
 
 namespace verbatix {
 
+namespace {
+
+struct Offered {
+    std::wstring text;  // empty: nothing is offered
+    Offer offer = Offer::kUndo;
+};
+
+Offered standing;
+
+HWND OfferLink() {
+    return GetDlgItem(mainWindow.statusBar, IDC_OFFER_LINK);
+}
+
+SIZE SizeOf(const std::wstring& text) {
+    SIZE size = {};
+    const HDC canvas = GetDC(mainWindow.statusBar);
+    const HGDIOBJ before =
+        SelectObject(canvas, reinterpret_cast<HFONT>(SendMessageW(mainWindow.statusBar, WM_GETFONT, 0, 0)));
+    GetTextExtentPoint32W(canvas, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(canvas, before);
+    ReleaseDC(mainWindow.statusBar, canvas);
+    return size;
+}
+
+void HideLink() {
+    const HWND link = OfferLink();
+    if (!link) return;
+    // A hidden button with the focus would leave the keyboard nowhere.
+    if (GetFocus() == link) SetFocus(ShownView());
+    ShowWindow(link, SW_HIDE);
+}
+
+void ShowOffer() {
+    SendMessageW(mainWindow.statusBar, SB_SIMPLE, TRUE, 0);
+    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, SB_SIMPLEID,
+                 reinterpret_cast<LPARAM>(standing.text.c_str()));
+    const HWND link = OfferLink();
+    if (!link) return;
+    std::wstring name = LanguageText(standing.offer == Offer::kUndo ? text::kUndo : text::kRedo);
+    ReplaceAll(name, L"&", L"");
+    SetWindowTextW(link, name.c_str());
+    RECT bar = {};
+    GetClientRect(mainWindow.statusBar, &bar);
+    const SIZE size = SizeOf(name);
+    const int margin = static_cast<int>(size.cy) / 2;
+    const int width = static_cast<int>(size.cx) + margin;
+    // A long name is cut rather than the link.
+    const int left = std::min(static_cast<int>(SizeOf(standing.text).cx) + 2 * margin,
+                              static_cast<int>(bar.right) - width - GetSystemMetrics(SM_CXVSCROLL));
+    SetWindowPos(link, HWND_TOP, left, 1, width, static_cast<int>(bar.bottom) - 1,
+                 SWP_SHOWWINDOW | SWP_NOACTIVATE);
+    InvalidateRect(link, nullptr, TRUE);
+}
+
+}  // namespace
+
+Offer StandingOffer() {
+    return standing.offer;
+}
+
+void OfferInStatusBar(const std::wstring& text, Offer offer) {
+    standing = {text, offer};
+    // A tab would put what follows into the middle.
+    ReplaceAll(standing.text, L"\t", L" ");
+    UpdateStatusBar();
+}
+
+void WithdrawOffer() {
+    if (standing.text.empty()) return;
+    standing = {};
+    HideLink();
+    UpdateStatusBar();
+}
+
 void UpdateStatusBar() {
     const std::wstring notice = ShownNotice();
     if (!notice.empty()) return TellInStatusBar(notice);
+    if (!standing.text.empty()) return ShowOffer();
     SendMessageW(mainWindow.statusBar, SB_SIMPLE, FALSE, 0);
     const std::wstring total = std::to_wstring(mainWindow.entryCount);
     const std::wstring count = IsFiltered() ? FillIn(LanguageText(text::kShownCount),
@@ -26,6 +104,7 @@ void UpdateStatusBar() {
 }
 
 void TellInStatusBar(const std::wstring& text) {
+    HideLink();
     SendMessageW(mainWindow.statusBar, SB_SIMPLE, TRUE, 0);
     SendMessageW(mainWindow.statusBar, SB_SETTEXTW, SB_SIMPLEID, reinterpret_cast<LPARAM>(text.c_str()));
 }

@@ -106,6 +106,7 @@ void OnSelectionChanged() {
     // Several of these come of one click, and the later ones while the user is asked about a long text.
     static bool isFollowing = false;
     if (SelectedEntry() == editor.position || std::exchange(isFollowing, true)) return;
+    WithdrawOffer();
     const bool isSaved = SaveEdits(Warn::kAlways);
     isFollowing = false;
     if (!isSaved) return SelectEntry(editor.position);

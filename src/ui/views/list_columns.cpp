@@ -3,10 +3,14 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 #include <vector>
 
+#include "base/common_controls.h"
 #include "base/language.h"
 #include "base/local_time.h"
+#include "base/screen_scale.h"
 #include "store/settings.h"
 #include "ui/state/entry_uses.h"
 #include "ui/state/main_window.h"
@@ -18,8 +22,9 @@ namespace {
 
 struct Column {
     ListColumn id;
-    int title;    // language text
-    int percent;  // of the list's width, at the first layout or when it comes
+    int title;             // language text
+    int Settings::*width;  // as the user has chosen it; null: not kept
+    int pixels;            // of a column beside the first three, at 100 %, when it comes
     bool (*isShown)();
 };
 
@@ -37,32 +42,34 @@ bool IsUseShown() {
 }
 
 constexpr Column kColumns[] = {
-    {kHotkeyColumn, text::kHotkeyColumn, 24, Always},
-    {kLabelColumn, text::kLabelColumn, 24, Always},
-    {kTextColumn, text::kTextColumn, 52, Always},
-    {kLastUsedColumn, text::kLastUsedColumn, 19, IsUseShown},
-    {kUsesColumn, text::kUsesColumn, 9, IsUseShown},
-    {kClashColumn, text::kClashColumn, 24, IsClashShown},
+    {kHotkeyColumn, text::kHotkeyColumn, &Settings::hotkeyWidth, 0, Always},
+    {kLabelColumn, text::kLabelColumn, &Settings::labelWidth, 0, Always},
+    {kTextColumn, text::kTextColumn, nullptr, 0, Always},
+    {kLastUsedColumn, text::kLastUsedColumn, nullptr, 130, IsUseShown},
+    {kUsesColumn, text::kUsesColumn, nullptr, 60, IsUseShown},
+    {kClashColumn, text::kClashColumn, nullptr, 150, IsClashShown},
+};
+constexpr int kSharing = 3;  // the first ones, which share what the others leave
+
+struct Columns {
+    std::vector<const Column*> shown;  // in the control's order
+    bool sharing = false;              // notifications come from our own doing
+    bool areChosen = false;            // the user has dragged one since the widths were read
 };
 
-// In the control's order.
-std::vector<const Column*> shown;
+Columns columns;
 
-int ListWidth(HWND list) {
-    RECT client = {};
-    GetClientRect(list, &client);
-    return static_cast<int>(client.right) - GetSystemMetrics(SM_CXVSCROLL);
-}
+constexpr UINT_PTR kColumnsSubclass = 1;
 
-int WidthOf(HWND list, const Column& column) {
-    return std::max(40, ListWidth(list) * column.percent / 100);
+int Count() {
+    return static_cast<int>(columns.shown.size());
 }
 
 void Insert(HWND list, int index, const Column& column) {
     LVCOLUMNW info = {};
     info.mask = LVCF_SUBITEM | LVCF_WIDTH | LVCF_FMT;
     info.fmt = column.id == kUsesColumn ? LVCFMT_RIGHT : LVCFMT_LEFT;
-    info.cx = WidthOf(list, column);
+    info.cx = Scaled(column.pixels, DpiOf(list));
     info.iSubItem = index;
     SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
 }
@@ -78,41 +85,77 @@ void Label(HWND list, int index, const Column& column) {
 // What a clash is about stands before what clashes.
 void PutClashesFirst(HWND list) {
     std::vector<int> order;
-    for (int index = 0; index < static_cast<int>(shown.size()); ++index) {
-        const bool isFirst = shown[static_cast<std::size_t>(index)]->id == kClashColumn;
+    for (int index = 0; index < Count(); ++index) {
+        const bool isFirst = columns.shown[static_cast<std::size_t>(index)]->id == kClashColumn;
         order.insert(isFirst ? order.begin() : order.end(), index);
     }
     SendMessageW(list, LVM_SETCOLUMNORDERARRAY, order.size(), reinterpret_cast<LPARAM>(order.data()));
 }
 
+// The user has dragged the edge of a title, and the other columns follow.
+void OnColumnDragged() {
+    if (columns.sharing) return;
+    // All of them: a share would follow the window, but not the one beside it.
+    int index = 0;
+    for (const Column* column : columns.shown) {
+        const int width = ListView_GetColumnWidth(mainWindow.list, index++);
+        if (column->width) settings.*column->width = Unscaled(width, DpiOf(mainWindow.list));
+    }
+    columns.areChosen = true;
+    ShareListWidth();
+}
+
+bool IsNewWidth(const NMHDR& header) {
+    if (header.code != HDN_ITEMCHANGEDW && header.code != HDN_ITEMCHANGEDA) return false;
+    const HDITEMW* const item = reinterpret_cast<const NMHEADERW&>(header).pitem;
+    return item && (item->mask & HDI_WIDTH);
+}
+
+// The titles tell the list of their widths, and not every Windows tells the dialog.
+LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                               DWORD_PTR) noexcept {
+    if (message == WM_NCDESTROY) RemoveSubclass(list, ListProcedure, id);
+    const LRESULT answer = PassToSubclassed(list, message, wParam, lParam);
+    if (message == WM_NOTIFY && IsNewWidth(*reinterpret_cast<const NMHDR*>(lParam))) OnColumnDragged();
+    return answer;
+}
+
 }  // namespace
+
+void SetUpColumns(HWND list) {
+    columns.shown.clear();
+    AddSubclass(list, ListProcedure, kColumnsSubclass);
+    ShowColumns(list);
+}
 
 void ShowColumns(HWND list) {
     std::vector<const Column*> wanted;
     for (const Column& column : kColumns) {
         if (column.isShown()) wanted.push_back(&column);
     }
-    const bool isOther = wanted != shown;
+    const bool isOther = wanted != columns.shown;
+    const bool before = std::exchange(columns.sharing, true);
     if (isOther) {
         // The first ones are in both and stay.
-        const auto [gone, come] = std::mismatch(shown.begin(), shown.end(), wanted.begin(), wanted.end());
-        const auto kept = static_cast<int>(gone - shown.begin());
-        for (int index = static_cast<int>(shown.size()) - 1; index >= kept; --index)
+        const auto [gone, come] =
+            std::mismatch(columns.shown.begin(), columns.shown.end(), wanted.begin(), wanted.end());
+        const auto kept = static_cast<int>(gone - columns.shown.begin());
+        for (int index = Count() - 1; index >= kept; --index)
             SendMessageW(list, LVM_DELETECOLUMN, static_cast<WPARAM>(index), 0);
-        for (int index = kept; index < static_cast<int>(wanted.size()); ++index)
-            Insert(list, index, *wanted[static_cast<std::size_t>(index)]);
-        shown = std::move(wanted);
+        columns.shown = std::move(wanted);
+        for (int index = kept; index < Count(); ++index)
+            Insert(list, index, *columns.shown[static_cast<std::size_t>(index)]);
     }
     int index = 0;
-    for (const Column* column : shown) Label(list, index++, *column);
-    if (!isOther) return;
-    PutClashesFirst(list);
-    StretchTextColumn(list);
+    for (const Column* column : columns.shown) Label(list, index++, *column);
+    if (isOther) PutClashesFirst(list);
+    columns.sharing = before;
+    if (isOther) ShareListWidth();
 }
 
 ListColumn ColumnAt(int index) {
     const auto place = static_cast<std::size_t>(index);
-    return place < shown.size() ? shown[place]->id : kTextColumn;
+    return place < columns.shown.size() ? columns.shown[place]->id : kTextColumn;
 }
 
 std::wstring ExtraCellText(int position, const ListEntry& entry, ListColumn column) {
@@ -122,28 +165,36 @@ std::wstring ExtraCellText(int position, const ListEntry& entry, ListColumn colu
     return uses.count ? ShortDateAndTime(uses.last) : LanguageText(text::kNeverUsed);
 }
 
-void LayOutColumns(HWND list) {
+void ShareListWidth() {
+    const HWND list = mainWindow.list;
+    RECT client = {};
+    if (columns.sharing || !GetClientRect(list, &client)) return;
+    constexpr int kLeastText = 60;
+    const UINT dpi = DpiOf(list);
+    int left = static_cast<int>(client.right);
+    for (int index = kSharing; index < Count(); ++index) left -= ListView_GetColumnWidth(list, index);
+    const std::array<int, kSharing> widths =
+        ColumnWidths(std::max(left, 0), Scaled(settings.hotkeyWidth, dpi), Scaled(settings.labelWidth, dpi),
+                     Scaled(kLeastText, dpi));
+    columns.sharing = true;
     int index = 0;
-    for (const Column* column : shown) ListView_SetColumnWidth(list, index++, WidthOf(list, *column));
-    StretchTextColumn(list);
+    for (const int width : widths) {
+        if (ListView_GetColumnWidth(list, index) != width) ListView_SetColumnWidth(list, index, width);
+        ++index;
+    }
+    columns.sharing = false;
 }
 
-void StretchTextColumn(HWND list) {
-    RECT client;
-    if (!GetClientRect(list, &client)) return;
-    // Room for the scroll bar stays free: one that comes must not bring the other one along.
-    const bool scrolls = (GetWindowLongPtrW(list, GWL_STYLE) & WS_VSCROLL) != 0;
-    int left = static_cast<int>(client.right) - (scrolls ? 0 : GetSystemMetrics(SM_CXVSCROLL));
-    for (int index = 0; index < static_cast<int>(shown.size()); ++index) {
-        if (index != kTextColumn) left -= ListView_GetColumnWidth(list, index);
+void RememberColumns() {
+    if (!std::exchange(columns.areChosen, false)) return;
+    for (const Column& column : kColumns) {
+        if (column.width) ChangeSetting(column.width, settings.*column.width);
     }
-    // Beside the columns that come and go something of the text is to be seen all the same.
-    ListView_SetColumnWidth(list, kTextColumn, std::max(client.right / 8, LONG{left}));
 }
 
 void ShowSortArrow(HWND list) {
     const HWND header = ListView_GetHeader(list);
-    for (int index = 0; index < static_cast<int>(shown.size()); ++index) {
+    for (int index = 0; index < Count(); ++index) {
         HDITEMW item = {};
         item.mask = HDI_FORMAT;
         SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));

@@ -6,12 +6,12 @@
 
 #include <string>
 
-#include "store/entry.h"
+#include "ui/views/list_rows.h"
 
 namespace verbatix {
 
-// By what is stored of a sorted column; the control may show them under other numbers.
-enum ListColumn { kHotkeyColumn, kLabelColumn, kTextColumn, kLastUsedColumn, kUsesColumn, kClashColumn };
+// To be called once: the first columns, and the watch over their widths.
+void SetUpColumns(HWND list);
 
 // Gives the control the columns that are to be shown now, in the language that is active, and keeps the
 // widths of those that stay.
@@ -24,11 +24,12 @@ ListColumn ColumnAt(int index);
 // with.
 std::wstring ExtraCellText(int position, const ListEntry& entry, ListColumn column);
 
-// Shares the width of the list among the columns.
-void LayOutColumns(HWND list);
+// Shares the width of the list among the columns: the text gets what the widths that the user has chosen
+// leave. To be called when the list has another width or scroll bar.
+void ShareListWidth();
 
-// Gives the text what the other columns leave, when the list has another width.
-void StretchTextColumn(HWND list);
+// Writes the widths that the user has chosen since they were read.
+void RememberColumns();
 
 // Marks the column that is sorted by.
 void ShowSortArrow(HWND list);

@@ -8,7 +8,6 @@
 
 #include "base/text.h"
 #include "hotkeys/hotkey_names.h"
-#include "ui/views/list_columns.h"
 
 namespace verbatix {
 
@@ -130,6 +129,21 @@ int FindRow(const EntryList& list, const std::vector<int>& rows, int from, std::
 std::size_t CountEntries(const EntryList& list) {
     const auto isThere = [](const auto& row) { return !IsBlank(row.second.current); };
     return static_cast<std::size_t>(std::count_if(list.begin(), list.end(), isThere));
+}
+
+std::array<int, 3> ColumnWidths(int list, int hotkey, int label, int least) {
+    constexpr int kHotkeyPercent = 26;
+    constexpr int kLabelPercent = 30;
+    if (hotkey <= 0) hotkey = list * kHotkeyPercent / 100;
+    if (label <= 0) label = list * kLabelPercent / 100;
+    const int forBoth = std::max(list - least, 0);
+    if (hotkey > forBoth || label > forBoth - hotkey) {
+        // Wide, for each may be as large as a number in a file.
+        const long long both = static_cast<long long>(hotkey) + label;
+        hotkey = static_cast<int>(static_cast<long long>(hotkey) * forBoth / both);
+        label = forBoth - hotkey;
+    }
+    return {hotkey, label, list - hotkey - label};
 }
 
 void ClickColumn(int column, int& sortColumn, int& sortDescending) {

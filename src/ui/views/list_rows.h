@@ -2,6 +2,7 @@
 // Nothing fails.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,9 @@
 #include "store/entry_uses.h"
 
 namespace verbatix {
+
+// By what is stored of a sorted column; the control may show them under other numbers.
+enum ListColumn { kHotkeyColumn, kLabelColumn, kTextColumn, kLastUsedColumn, kUsesColumn, kClashColumn };
 
 struct ListOrder {
     std::wstring filter;
@@ -42,6 +46,10 @@ int FindRow(const EntryList& list, const std::vector<int>& rows, int from, std::
 
 // Entries that are not deleted.
 std::size_t CountEntries(const EntryList& list);
+
+// Widths of the columns in a list of that many pixels: hotkey and label have the wanted ones (0: a share),
+// the text what is left, and at least `least`, for which the others become narrower.
+std::array<int, 3> ColumnWidths(int list, int hotkey, int label, int least);
 
 // The order after a click on that column: ascending, then descending, then the list's own again.
 void ClickColumn(int column, int& sortColumn, int& sortDescending);

@@ -11,7 +11,7 @@ namespace verbatix {
 
 void SetUpListView(HWND list) {
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
-    ShowColumns(list);
+    SetUpColumns(list);
 }
 
 // What was selected is found again by its position in the list: rows move when the order changes.
@@ -32,9 +32,11 @@ static int RowOf(int position) {
 void RefreshList(int selected) {
     const HWND list = mainWindow.list;
     SendMessageW(list, LVM_SETITEMCOUNT, mainWindow.rows.size(), LVSICF_NOSCROLL);
+    ShowColumns(list);
+    // A scroll bar may have come or gone.
+    ShareListWidth();
     SelectListRow(selected);
     InvalidateRect(list, nullptr, TRUE);
-    ShowColumns(list);
     ShowSortArrow(list);
 }
 

@@ -17,6 +17,7 @@
 #include "ui/shell/tray_icon.h"
 #include "ui/state/entry_uses.h"
 #include "ui/state/main_window.h"
+#include "ui/views/list_columns.h"
 #include "ui/window/showing.h"
 
 namespace verbatix {
@@ -25,6 +26,12 @@ namespace verbatix {
 static constexpr const wchar_t* kUnsavedTextKey = L"unsaved_text";
 // The file that this run has kept one in.
 static std::wstring keptText;
+
+void RememberLook() {
+    const SettingsBatch together;
+    RememberWindowPlace(mainWindow.window);
+    RememberColumns();
+}
 
 // Hidden without an icon the window would be out of reach.
 static void HideBehindIcon() {
@@ -74,7 +81,7 @@ bool SaveForExit() {
     bool isSaved = false;
     {
         const SettingsBatch together;
-        RememberWindowPlace(mainWindow.window);
+        RememberLook();
         isSaved = SaveAll(Warn::kAlways);
     }
     if (!isSaved) return ShowMainWindow(), false;
@@ -97,7 +104,7 @@ void ExitProgram(int dialogCode) {
 
 void SaveWithoutAsking() {
     const SettingsBatch together;
-    RememberWindowPlace(mainWindow.window);
+    RememberLook();
     // Whoever ends the program does not wait for an answer.
     const auto showMessage = std::exchange(mainWindow.listClient.showMessage, nullptr);
     if (!SaveEdits(Warn::kNever)) {

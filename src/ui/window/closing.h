@@ -19,6 +19,9 @@ void CloseMainWindow();
 // bar it would be out of reach.
 void MinimizeMainWindow();
 
+// Writes what the user has made of the window: its place and the widths of the columns.
+void RememberLook();
+
 // Saves everything before the program ends. False when something would be lost and the user has not agreed
 // to that: a text that is too long stays in its field, and the window comes up with it.
 bool SaveForExit();

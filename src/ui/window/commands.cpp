@@ -19,12 +19,15 @@
 #include "store/settings_commit.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/insert_menu.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/entry_commands.h"
 #include "ui/entries/group_menu.h"
 #include "ui/entries/move_entry.h"
 #include "ui/entries/rename.h"
+#include "ui/entries/undo.h"
 #include "ui/look/dark_theme.h"
+#include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/shell/autostart.h"
 #include "ui/shell/export.h"
@@ -99,6 +102,17 @@ void SwitchLook(int id) {
 void SwitchDarkTheme(int id) {
     RunSettingCommand(id);
     ApplyTheme(mainWindow.window);
+}
+
+void SwitchPreview(int id) {
+    RunSettingCommand(id);
+    ShowPreviewArea();
+    RefreshMenuChecks(mainWindow.menuBar);
+}
+
+void SwitchCodes(int id) {
+    RunSettingCommand(id);
+    RefreshPreview();
 }
 
 // What an option changes in list and tree.
@@ -186,8 +200,8 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_HIDE_NOW, Call<HideMainWindow>},
     {CMD_TOPMOST, CallWithId<SwitchTopmost>},
     {CMD_PROGRAM_PAGE, CallWithId<OpenWebPageOf>},
-    {CMD_DATE_CODES, kSwitchOption},
-    {CMD_TIME_CODES, kSwitchOption},
+    {CMD_DATE_CODES, CallWithId<SwitchCodes>},
+    {CMD_TIME_CODES, CallWithId<SwitchCodes>},
     {CMD_DATE_HELP, CallWithId<OpenWebPageOf>},
     {CMD_RESTORE_CLIPBOARD, kSwitchOption},
     {CMD_OPEN_SETTINGS_FILE, Call<OpenSettingsFile>},
@@ -223,11 +237,18 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_RESTART, Call<RestartProgram>},
     {CMD_QUESTIONS, CallWithId<OpenWebPageOf>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
+    {CMD_FOCUS_SPLITTER, Call<FocusSplitter>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
     {CMD_SHOW_USES, Call<SwitchUseColumns>},
     {CMD_ONLY_UNUSED, CallWithId<SwitchListMode>},
     {CMD_CLASHES, CallWithId<SwitchListMode>},
+    {CMD_SHOW_PREVIEW, CallWithId<SwitchPreview>},
+    {CMD_LIST_ON_PERCENT, kSwitchOption},
+    {CMD_UNDO, Call<Undo>},
+    {CMD_REDO, Call<Redo>},
+    {CMD_DELETE_ENTRY, Call<DeleteEntry>},
+    {CMD_COPY_ENTRY, Call<CopyEntry>},
     {CMD_LOOK_FOR_UPDATES, Call<LookForUpdates>},
     {CMD_UNINSTALL, Call<Uninstall>},
 };
@@ -263,6 +284,9 @@ constexpr Command kMainCommands[] = {
     {CMD_MOVE_UP, CallWithId<Move>},
     {CMD_MOVE_DOWN, CallWithId<Move>},
     {CMD_NEXT_VERSION_TOO, Call<NextVersion>},
+    {CMD_UNDO, Call<Undo>},
+    {CMD_REDO, Call<Redo>},
+    {IDC_OFFER_LINK, Call<FollowOffer>},
     {CMD_SHOW_GROUPS, CallWithId<SwitchViewOption>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},

@@ -8,6 +8,7 @@
 #include "ids.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/drag_entry.h"
+#include "ui/look/splitter.h"
 #include "ui/state/main_window.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
@@ -31,7 +32,7 @@ unsigned HeldKeys() {
 bool IsTextField(HWND window) {
     const int id = GetDlgCtrlID(window);
     return GetParent(window) == mainWindow.window &&
-           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL);
+           (id == IDC_TEXT || id == IDC_FILTER || id == IDC_LABEL || id == IDC_PREVIEW);
 }
 
 void GoTo(HWND control) {
@@ -106,6 +107,16 @@ bool HandleModeKey(HWND focus, WPARAM key, unsigned held) {
     return true;
 }
 
+// A field takes back its own typing first; only where it has none the list's last step is meant.
+bool HandleUndoKey(HWND focus, WPARAM key, unsigned held) {
+    const bool isUndo = held == kCtrl && key == 'Z';
+    const bool isRedo = (held == kCtrl && key == 'Y') || (held == (kCtrl | kShift) && key == 'Z');
+    // A name that is being edited in place.
+    if ((!isUndo && !isRedo) || GetParent(focus) == ShownView()) return false;
+    if (isUndo && SendMessageW(focus, EM_CANUNDO, 0, 0)) return false;
+    return isUndo ? Send<CMD_UNDO>() : Send<CMD_REDO>(), true;
+}
+
 bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
     const bool inFilter = focus == DialogControl(IDC_FILTER);
     if (held == kCtrl && key == 'A' && IsTextField(focus)) return GoTo(focus), true;
@@ -134,6 +145,11 @@ bool HandleDialogKey(const MSG& message) {
     if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
     if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
     if (HandleModeKey(message.hwnd, key, held)) return true;
+    if (held == kNone && key == VK_F8) return FocusSplitter(), true;
+    if (HandleUndoKey(message.hwnd, key, held)) return true;
+    // A button that is drawn by its owner does not take Enter for a press.
+    if (held == kNone && key == VK_RETURN && GetDlgCtrlID(message.hwnd) == IDC_OFFER_LINK)
+        return Send<IDC_OFFER_LINK>(), true;
     return message.hwnd == ShownView() ? HandleViewKey(key, held) : HandleFieldKey(message.hwnd, key, held);
 }
 

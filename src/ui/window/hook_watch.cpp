@@ -123,7 +123,9 @@ static std::wstring TipNow() {
 }
 
 void OnTaskBarChange() {
-    trayIcon.look.isBarLight = IsTaskBarLight();
+    const TrayMark mark = trayIcon.look.mark;
+    trayIcon.look = LookOnTaskBar();
+    trayIcon.look.mark = mark;
 }
 
 void WatchForeground() {

@@ -20,7 +20,7 @@ void OnRawKey();
 void OnSessionChange(WPARAM change);
 void OnPowerChange(WPARAM change);
 
-// The task bar may have other colours now (WM_SETTINGCHANGE).
+// The task bar may have another colour or size now (WM_SETTINGCHANGE, WM_DISPLAYCHANGE).
 void OnTaskBarChange();
 
 // Ten times a second: looks which program is in front, whether a pause is over, and tells the tray icon.

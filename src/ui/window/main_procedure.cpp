@@ -13,6 +13,7 @@
 #include "store/paused_programs.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
+#include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/cell_click.h"
 #include "ui/entries/context_menu.h"
@@ -20,6 +21,8 @@
 #include "ui/entries/rename.h"
 #include "ui/look/dark_theme.h"
 #include "ui/look/main_layout.h"
+#include "ui/look/offer_link.h"
+#include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
 #include "ui/state/entry_uses.h"
@@ -42,9 +45,10 @@
 namespace verbatix {
 
 static void CreateStatusBar(HWND dialog) {
-    mainWindow.statusBar =
-        CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
-                        dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+    mainWindow.statusBar = CreateWindowExW(WS_EX_CONTROLPARENT, STATUSCLASSNAMEW, nullptr,
+                                           WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | SBARS_SIZEGRIP, 0, 0,
+                                           0, 0, dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+    CreateOfferLink();
 }
 
 // F2 renames the selected entry while the user is in the list or tree and not in the middle of renaming
@@ -71,7 +75,6 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.window = dialog;
     mainWindow.list = GetDlgItem(dialog, IDC_LIST);
     mainWindow.tree = GetDlgItem(dialog, IDC_TREE);
-    GetWindowRect(dialog, &mainWindow.minimumRectangle);
     SetUpListView(mainWindow.list);
     SetUpCellClicks(mainWindow.list);
     SetUpEmptyNote(mainWindow.list);
@@ -86,6 +89,7 @@ static void OnInitDialog(HWND dialog) {
     StartWordCompletion();
     ApplyTopmost();
     ApplyViewLook(dialog);
+    ShowPreviewArea();
     ShowChosenView();
     mainWindow.listClient.window = dialog;
     mainWindow.listClient.refreshViews = RefreshViews;
@@ -97,6 +101,7 @@ static void OnInitDialog(HWND dialog) {
     WatchStore();
     StartCountingUses();
     LoadList(mainWindow.entries, mainWindow.listClient);
+    ForgetActions();
     StartHotkeys(dialog);
 
     mainWindow.menuBar = CreateMenuBar();
@@ -104,7 +109,7 @@ static void OnInitDialog(HWND dialog) {
     GiveComfortableSize(dialog);
     mainWindow.maximizeWhenShown = RestoreWindowPlace(dialog);
     LayOutControls(dialog);
-    LayOutColumns(mainWindow.list);
+    ShareListWidth();
     ApplyTheme(dialog);
     RefreshViews(false);
     OnListRead();
@@ -160,20 +165,29 @@ static void OnShowWindow(bool shown) {
     PostMessageW(mainWindow.window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
 }
 
+static void OnSize(HWND dialog) {
+    LayOutControls(dialog);
+    ShareListWidth();
+}
+
 static void OnGetMinMaxInfo(MINMAXINFO& info) {
-    const RECT& minimum = mainWindow.minimumRectangle;
-    info.ptMinTrackSize = {minimum.right - minimum.left, minimum.bottom - minimum.top};
+    // Asked while the dialog is being made, too.
+    if (!mainWindow.window) return;
+    const SIZE smallest = SmallestSize(mainWindow.window);
+    info.ptMinTrackSize = {smallest.cx, smallest.cy};
 }
 
 static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (OnDragMessage(message, lParam)) return TRUE;
     switch (message) {
-        case WM_SIZE: return LayOutControls(dialog), StretchTextColumn(mainWindow.list), TRUE;
+        case WM_SIZE: return OnSize(dialog), TRUE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
         case WM_SHOWWINDOW: return OnShowWindow(wParam != 0), FALSE;
         case WM_COMMAND: return RouteCommand(wParam, lParam);
+        // Time has passed since.
+        case WM_ACTIVATE: return LOWORD(wParam) != WA_INACTIVE ? RefreshPreview() : void(), FALSE;
         case WM_INITMENU:
             // The selection has changed since, and the registry may have.
             if (reinterpret_cast<HMENU>(wParam) == mainWindow.menuBar)
@@ -192,13 +206,14 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_QUERYENDSESSION: return SaveWithoutAsking(), FALSE;
         case WM_ENDSESSION: return wParam ? SaveWithoutAsking() : ForgetUnsavedText(), FALSE;
         case WM_CLOSE: return CloseMainWindow(), TRUE;
-        case WM_DESTROY: return RememberWindowPlace(dialog), TRUE;
+        case WM_DESTROY: return RememberLook(), TRUE;
         case WM_SYSCOMMAND: return OnSystemCommand(wParam, lParam);
         // FALSE: the system still has to see to its end of the raw input.
         case WM_INPUT: return OnRawKey(), FALSE;
         case WM_WTSSESSION_CHANGE: return OnSessionChange(wParam), TRUE;
         case WM_POWERBROADCAST: return OnPowerChange(wParam), FALSE;
         case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), OnTaskBarChange(), FALSE;
+        case WM_DISPLAYCHANGE: return OnTaskBarChange(), FALSE;
         case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:
@@ -212,6 +227,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
 }
 
 HWND CreateMainWindow(HINSTANCE instance) {
+    RegisterSplitter(instance);
     return CreateDialogParamW(instance, MAKEINTRESOURCEW(IDD_MAIN), nullptr, MainProcedure, 0);
 }
 

@@ -4,11 +4,15 @@
 #include <span>
 
 #include "base/language.h"
+#include "base/text.h"
 #include "ids.h"
 #include "store/settings.h"
+#include "ui/editor/editor.h"
 #include "ui/shell/autostart.h"
 #include "ui/shell/language_menu.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
+#include "ui/state/undo_texts.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 
@@ -22,6 +26,7 @@ struct Row {
     int depth;
     int id;
     int text;
+    int keys = 0;  // language text, 0: none
 };
 
 // In place of an id: the rows of the languages stand here.
@@ -44,6 +49,14 @@ constexpr Row kFileRows[] = {
     {2, CMD_RESTART_ELEVATED, text::kRestartElevated},
     {2, CMD_ELEVATED_PROMPT, text::kElevatedPrompt},
     {1, CMD_EXIT_MENU, text::kExit},
+};
+
+constexpr Row kEditRows[] = {
+    {1, CMD_UNDO, text::kUndo, text::kUndoKeys},
+    {1, CMD_REDO, text::kRedo, text::kRedoKeys},
+    {1, 0, 0},
+    {1, CMD_DELETE_ENTRY, text::kDelete, text::kDeleteKeys},
+    {1, CMD_COPY_ENTRY, text::kDuplicate},
 };
 
 constexpr Row kOptionRows[] = {
@@ -85,14 +98,20 @@ constexpr Row kOptionRows[] = {
     {1, 0, 0},
     {1, CMD_RESTORE_CLIPBOARD, text::kRestoreClipboard},
     {1, CMD_SUGGEST_WORDS, text::kSuggestWords},
+    {1, CMD_LIST_ON_PERCENT, text::kListOnPercent},
     {1, CMD_NEVER_DARK, text::kNeverDark},
 };
 
-constexpr Row kViewRows[] = {
-    {1, CMD_SHOW_TREE, text::kShowTree},       {1, CMD_EXPAND_ALL, text::kExpandAll},
-    {1, CMD_COLLAPSE_ALL, text::kCollapseAll}, {1, 0, 0},
-    {1, CMD_SHOW_USES, text::kShowUses},       {1, CMD_ONLY_UNUSED, text::kOnlyUnused},
-    {1, CMD_CLASHES, text::kClashes}};
+constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
+                             {1, CMD_EXPAND_ALL, text::kExpandAll},
+                             {1, CMD_COLLAPSE_ALL, text::kCollapseAll},
+                             {1, 0, 0},
+                             {1, CMD_SHOW_PREVIEW, text::kShowPreview},
+                             {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter},
+                             {1, 0, 0},
+                             {1, CMD_SHOW_USES, text::kShowUses},
+                             {1, CMD_ONLY_UNUSED, text::kOnlyUnused},
+                             {1, CMD_CLASHES, text::kClashes}};
 
 constexpr Row kHelpRows[] = {
     {1, CMD_QUESTIONS, text::kQuestions},
@@ -112,6 +131,7 @@ struct Menu {
 };
 
 constexpr Menu kMenus[] = {{text::kFileMenu, kFileRows},
+                           {text::kEditMenu, kEditRows},
                            {text::kViewMenu, kViewRows},
                            {text::kOptionsMenu, kOptionRows},
                            {text::kHelpMenu, kHelpRows}};
@@ -122,7 +142,9 @@ void AppendRow(HMENU menu, const Row& row) {
     } else if (row.text == 0) {
         AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     } else {
-        AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(row.id), LanguageText(row.text).c_str());
+        std::wstring text = LanguageText(row.text);
+        if (row.keys) text += L'\t' + LanguageText(row.keys);
+        AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(row.id), text.c_str());
     }
 }
 
@@ -153,9 +175,30 @@ bool IsEnabled(int id) {
     switch (id) {
         case CMD_EXPAND_ALL:
         case CMD_COLLAPSE_ALL: return IsTreeShown();
+        case CMD_UNDO: return editor.edited || NextUndo(undoHistory);
+        case CMD_REDO: return NextRedo(undoHistory);
+        case CMD_DELETE_ENTRY:
+        case CMD_COPY_ENTRY: return SelectedEntry() >= 0;
         case CMD_EXPORT_SELECTION: return SelectedEntry() >= 0 || SelectedNode() >= 0;
         default: return true;
     }
+}
+
+// The two rows that say what they would take back, or do again.
+void NameStep(HMENU menu, int id) {
+    const bool isUndo = id == CMD_UNDO;
+    const Action* next = isUndo ? NextUndo(undoHistory) : NextRedo(undoHistory);
+    std::wstring name = next ? ActionName(*next) : std::wstring();
+    ReplaceAll(name, L"&", L"&&");
+    ReplaceAll(name, L"\t", L" ");
+    std::wstring text = next ? FillIn(LanguageText(isUndo ? text::kUndoThat : text::kRedoThat), {name})
+                             : LanguageText(isUndo ? text::kUndo : text::kRedo);
+    text += L'\t' + LanguageText(isUndo ? text::kUndoKeys : text::kRedoKeys);
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_STRING;
+    info.dwTypeData = text.data();
+    SetMenuItemInfoW(menu, static_cast<UINT>(id), FALSE, &info);
 }
 
 void RefreshMenu(HMENU menu) {
@@ -165,6 +208,7 @@ void RefreshMenu(HMENU menu) {
             continue;
         }
         const int id = static_cast<int>(GetMenuItemID(menu, position));
+        if (id == CMD_UNDO || id == CMD_REDO) NameStep(menu, id);
         EnableMenuItem(menu, static_cast<UINT>(position),
                        MF_BYPOSITION | (IsEnabled(id) ? MF_ENABLED : MF_GRAYED));
         if (const std::optional<bool> on = IsChecked(id)) {

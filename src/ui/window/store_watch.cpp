@@ -51,6 +51,7 @@ std::wstring ErrorText(DWORD error) {
 }
 
 void ShowList() {
+    ForgetActions();
     RebuildHotkeyTables();
     RefreshViews(false);
     SelectFirstEntry();

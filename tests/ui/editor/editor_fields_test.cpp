@@ -8,7 +8,7 @@
 #include "app/language_archive.h"
 #include "hotkeys/hotkey_names.h"
 #include "store/entry_syntax.h"
-#include "ui/editor/insert_menu.h"
+#include "ui/editor/code_catalogue.h"
 
 namespace verbatix::test {
 namespace {
@@ -58,14 +58,12 @@ TEST(FindClash, NamesTheOtherEntryOnTheHotkey) {
 }
 
 // A token without a word of explanation is one that was added to a table and forgotten in the menu.
-TEST(InsertItems, ExplainsEveryTokenInBothLanguages) {
+TEST(CodeItems, ExplainsEveryTokenInBothLanguages) {
     for (const int language : {0, 1}) {
         ASSERT_TRUE(LoadLanguageArchive(language));
-        SYSTEMTIME now = {};
-        GetLocalTime(&now);
         std::set<int> groups;
         int before = 0;
-        for (const InsertItem& item : InsertItems(now)) {
+        for (const CodeItem& item : CodeItems()) {
             EXPECT_FALSE(item.token.empty());
             EXPECT_FALSE(item.meaning.empty()) << language << ::testing::PrintToString(item.token);
             EXPECT_EQ(groups.insert(item.group).second, item.group != before) << item.group;

@@ -5,7 +5,6 @@
 
 #include "base/language.h"
 #include "ui/views/clashes.h"
-#include "ui/views/list_columns.h"
 
 namespace verbatix::test {
 namespace {

@@ -148,7 +148,7 @@ TEST(TrayPicture, AMarkStandsOutOnAnyBar) {
         for (const auto mark : {TrayMark::kPaused, TrayMark::kOutOfReach, TrayMark::kFailing}) {
             for (const bool isBarLight : {false, true}) {
                 std::vector<std::uint32_t> pixels = before;
-                DrawMark(pixels, side, {mark, isBarLight});
+                DrawMark(pixels, {mark, isBarLight, side});
                 const auto pixel = [&](double x, double y) {
                     return pixels[static_cast<std::size_t>(at(y) * side + at(x))];
                 };

@@ -8,6 +8,8 @@
 #include "ids.h"
 #include "store/settings.h"
 #include "ui/shell/autostart.h"
+#include "ui/state/keep_entries.h"
+#include "ui/state/main_window.h"
 #include "ui/state/program_client.h"
 
 namespace verbatix {
@@ -43,6 +45,17 @@ TEST(MenuBar, ShowsWhatIsOn) {
         EXPECT_EQ(isGrey(CMD_EXPAND_ALL), tree == 0);
         EXPECT_TRUE(isGrey(CMD_EXPORT_SELECTION)) << "nothing is selected";
     }
+    SetLanguageTexts({}, {{1431, L"Undo {1}"}, {1434, L"Ctrl+Z"}, {1446, L"delete of {1}"}});
+    AddEntry(mainWindow.entries, L"text", L"", 0, 0, -1, 0);
+    NoteAction({Act::kDelete, L"'A & B'"});
+    RefreshMenuChecks(bar);
+    wchar_t undo[60] = {};
+    GetMenuStringW(bar, CMD_UNDO, undo, 60, MF_BYCOMMAND);
+    EXPECT_STREQ(undo, L"Undo delete of 'A && B'\tCtrl+Z");
+    EXPECT_FALSE(isGrey(CMD_UNDO));
+    EXPECT_TRUE(isGrey(CMD_REDO));
+    mainWindow.entries.clear();
+    ForgetActions();
     // By the registry alone, whoever has changed it.
     ASSERT_TRUE(SetStartWithWindows(true));
     settings.useAutocomplete = 0;
