@@ -45,9 +45,9 @@ constexpr Column kColumns[] = {
     {kHotkeyColumn, text::kHotkeyColumn, &Settings::hotkeyWidth, 0, Always},
     {kLabelColumn, text::kLabelColumn, &Settings::labelWidth, 0, Always},
     {kTextColumn, text::kTextColumn, nullptr, 0, Always},
-    {kLastUsedColumn, text::kLastUsedColumn, nullptr, 130, IsUseShown},
-    {kUsesColumn, text::kUsesColumn, nullptr, 60, IsUseShown},
-    {kClashColumn, text::kClashColumn, nullptr, 150, IsClashShown},
+    {kLastUsedColumn, text::kLastUsedColumn, nullptr, 125, IsUseShown},
+    {kUsesColumn, text::kUsesColumn, nullptr, 55, IsUseShown},
+    {kClashColumn, text::kClashColumn, nullptr, 135, IsClashShown},
 };
 constexpr int kSharing = 3;  // the first ones, which share what the others leave
 
@@ -170,12 +170,14 @@ void ShareListWidth() {
     RECT client = {};
     if (columns.sharing || !GetClientRect(list, &client)) return;
     constexpr int kLeastText = 60;
+    // Beside others; in a narrow list they are scrolled to.
+    constexpr int kLeastShared = 270;
     const UINT dpi = DpiOf(list);
     int left = static_cast<int>(client.right);
     for (int index = kSharing; index < Count(); ++index) left -= ListView_GetColumnWidth(list, index);
-    const std::array<int, kSharing> widths =
-        ColumnWidths(std::max(left, 0), Scaled(settings.hotkeyWidth, dpi), Scaled(settings.labelWidth, dpi),
-                     Scaled(kLeastText, dpi));
+    if (Count() > kSharing) left = std::max(left, Scaled(kLeastShared, dpi));
+    const std::array<int, kSharing> widths = ColumnWidths(
+        left, Scaled(settings.hotkeyWidth, dpi), Scaled(settings.labelWidth, dpi), Scaled(kLeastText, dpi));
     columns.sharing = true;
     int index = 0;
     for (const int width : widths) {
