@@ -72,27 +72,29 @@ TEST_F(Tray, ItsMenuPausesShowsAddsAndEnds) {
 }
 
 TEST_F(Tray, APauseIsSeenAndKeepsHotkeysFromOneProgramOrAll) {
-    // Ctrl+H is a backspace to whoever gets it.
-    Start({{L"Ctrl+H", L"text h"}}, L"", L"-bg");
+    // Whoever gets Ctrl+X cuts what is selected.
+    Start({{L"Ctrl+X", L"text x"}}, L"", L"-bg");
     const Target target;
-    target.SetText(L"ab");
+    const auto pressBecomes = [&](std::wstring_view text) {
+        target.SetText(L"ab");
+        SendMessageW(target.Edit(), EM_SETSEL, 0, -1);
+        Press(target, {VK_LCONTROL}, 'X');
+        return WaitFor([&] { return target.Text() == text; });
+    };
     SendMessageW(dialog_, WM_TIMER, TIMER_CLOCK_JUMP, 0);
     const std::vector<COLORREF> active = Picture();
     ChooseOver(target, kHour);
     EXPECT_TRUE(WaitFor([&] { return Picture() != active; }));
-    Press(target, {VK_LCONTROL}, 'H');
-    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"a"; })) << target.Text();
+    EXPECT_TRUE(pressBecomes(L"")) << target.Text();
     ChooseOver(target, kHour);
     EXPECT_TRUE(WaitFor([&] { return Picture() == active; }));
     ChooseOver(target, kProgram);
     EXPECT_TRUE(FileGets(L"[paused_programs]\r\nprograms=target_window.exe"));
-    Press(target, {VK_LCONTROL}, 'H');
-    EXPECT_TRUE(WaitFor([&] { return target.Text().empty(); })) << target.Text();
+    EXPECT_TRUE(pressBecomes(L"")) << target.Text();
     EXPECT_TRUE(WaitFor([&] { return Picture() != active; }));
     ChooseOver(target, kProgram);
     EXPECT_TRUE(WaitFor([&] { return !FileHolds(L"target_window"); }));
-    Press(target, {VK_LCONTROL}, 'H');
-    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"text h"; })) << target.Text();
+    EXPECT_TRUE(pressBecomes(L"text x")) << target.Text();
     EXPECT_TRUE(WaitFor([&] { return Picture() == active; }));
     EXPECT_EQ(run_.Exit(), 1);
 }
