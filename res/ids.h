@@ -40,6 +40,8 @@
 #define IDD_CODES 180
 #define IDC_CODE_SEARCH 1113
 #define IDC_CODE_LIST 1114
+#define IDC_CODE_SEARCH_CAPTION 1115
+#define IDC_CODE_LIST_CAPTION 1116
 
 // Buttons of the main dialog: their numbers are commands
 #define CMD_NEW_ENTRY 1040

@@ -345,6 +345,9 @@ enum : int {
     kCommandMistyped = 1503,
     kSampleSelection = 1504,
     kListOnPercent = 1505,
+    kSearchCodes = 1506,
+    kCodesCaption = 1507,
+    kNoCodeFound = 1508,
 
     // The preview: what stands in brackets
     kShowsDateQuestion = 1510,

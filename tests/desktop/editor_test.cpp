@@ -20,6 +20,17 @@ class EditorTest : public ProgramWindow {
         return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
                (info.hwndFocus == Control(id) || GetParent(info.hwndFocus) == Control(id));
     }
+    // Whether the list of codes comes up, or goes.
+    bool CodesAreOpen(bool open) const {
+        return WaitFor([&] {
+            const HWND box = DialogOf(run_.Program().Id(), dialog_);
+            return (box && GetDlgItem(box, IDC_CODE_LIST)) == open;
+        });
+    }
+    void SetFocusTo(int id) const {
+        PostMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE);
+        EXPECT_TRUE(WaitFor([&] { return HasKeyboard(id); }));
+    }
     // A choice in a drop-down as its owner is told of it.
     void Choose(int id, WPARAM index) const {
         SendMessageW(Control(id), CB_SETCURSEL, index, 0);
@@ -126,7 +137,7 @@ TEST_F(EditorTest, TheInsertMenuInsertsAndALineBreakInAPathIsMended) {
     EXPECT_FALSE(IsWindowVisible(Control(IDC_KEEP_PATHS)));
     EXPECT_EQ(Text(IDC_CLASH), L"");
     SendMessageW(Control(IDC_TEXT), EM_SETSEL, 4, 4);
-    Press(IDC_INSERT);
+    PostMessageW(dialog_, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Control(IDC_INSERT)), -1);
     ASSERT_TRUE(MenuIsOpen(true));
     Keys({VK_DOWN, VK_RIGHT, VK_RETURN});
     EXPECT_TRUE(FileGets(L"Ctrl+Q=runx%MMMM%:C:"));
@@ -154,6 +165,53 @@ TEST_F(EditorTest, ThePreviewFollowsTheTextAndMendsACode) {
     EXPECT_TRUE(FileGets(L"show_preview=0"));
     EXPECT_FALSE(IsWindowVisible(Control(IDC_PREVIEW)));
     EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+}
+
+TEST_F(EditorTest, TheListOfCodesIsSearchedAndLeavesTheTextAlone) {
+    Start({{L"Ctrl+Q", L""}, {L"Alt+W", L"second"}});
+    ASSERT_TRUE(Select(0, IDC_TEXT, L"second"));
+    SetFocusTo(IDC_TEXT);
+    SendMessageW(Control(IDC_TEXT), EM_SETSEL, 0, -1);
+    // Ignored, it takes nothing: neither letters nor Enter, Tab and Escape of the text.
+    Type(IDC_TEXT, L"100% of 5 %");
+    EXPECT_TRUE(CodesAreOpen(true));
+    PressKey(IDC_TEXT, VK_ESCAPE);
+    EXPECT_TRUE(CodesAreOpen(false));
+    Type(IDC_TEXT, L"d%");
+    PressKey(IDC_TEXT, VK_RETURN);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"100% of 5 %d%\r\n"));
+    Type(IDC_TEXT, L"%zz!%DD%x");
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"100% of 5 %d%\r\n%zz!%DD%x"));
+    EXPECT_TRUE(CodesAreOpen(false));
+    Type(IDC_TEXT, L"%d");
+    EXPECT_TRUE(CodesAreOpen(true));
+    PressKey(IDC_TEXT, VK_RETURN);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"100% of 5 %d%\r\n%zz!%DD%x%d\r\n"));
+    EXPECT_TRUE(CodesAreOpen(false));
+    EXPECT_TRUE(HasKeyboard(IDC_TEXT));
+    SendMessageW(Control(IDC_TEXT), EM_SETSEL, 0, -1);
+    Type(IDC_TEXT, L"on %tom");
+    ASSERT_TRUE(CodesAreOpen(true));
+    EXPECT_TRUE(HasKeyboard(IDC_TEXT));
+    PressKey(IDC_TEXT, VK_RETURN);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"on %d+1%"));
+    EXPECT_TRUE(CodesAreOpen(false));
+    EXPECT_TRUE(FileGets(L"Alt+W=on %d+1%<E<N<D|"));
+    // With the keyboard, by its key.
+    PlayStroke({VK_LCONTROL}, VK_SPACE);
+    ASSERT_TRUE(CodesAreOpen(true));
+    Keys({'Q', 'U', 'A', 'R', VK_DOWN, VK_RETURN});
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"on %d+1%%qfwd%"));
+    EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
+    Press(IDC_INSERT);
+    ASSERT_TRUE(CodesAreOpen(true));
+    PlayStroke({}, VK_ESCAPE);
+    EXPECT_TRUE(CodesAreOpen(false));
+    Menu(CMD_LIST_ON_PERCENT);
+    EXPECT_TRUE(FileGets(L"list_on_percent=0"));
+    Type(IDC_TEXT, L"%d");
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"on %d+1%%qfwd%%d"));
+    EXPECT_TRUE(CodesAreOpen(false));
 }
 
 TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {

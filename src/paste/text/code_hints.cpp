@@ -1,6 +1,8 @@
 #include "paste/text/code_hints.h"
 
 #include <algorithm>
+#include <array>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -42,25 +44,30 @@ CodeParts PartsOf(std::wstring_view inside) {
     return isNumbered ? CodeParts{inside.substr(0, end), inside.substr(end)} : CodeParts{inside, {}};
 }
 
-// Insertions, deletions, changes and neighbours in the wrong order that lead from one to the other.
+// Names longer than this are not compared.
+constexpr std::size_t kLongestName = 60;
+
+// Insertions, deletions, changes and neighbours in the wrong order that lead from one to the other; neither
+// is longer than kLongestName.
 std::size_t EditDistance(std::wstring_view a, std::wstring_view b) {
-    std::vector<std::size_t> beforeLast(b.size() + 1);
-    std::vector<std::size_t> last(b.size() + 1);
-    std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+    using Row = std::array<std::size_t, kLongestName + 1>;
+    Row rows[3] = {};
+    Row* beforeLast = &rows[0];
+    Row* last = &rows[1];
+    Row* row = &rows[2];
+    for (std::size_t j = 0; j <= b.size(); ++j) (*row)[j] = j;
     for (std::size_t i = 1; i <= a.size(); ++i) {
         std::swap(beforeLast, last);
         std::swap(last, row);
-        row[0] = i;
+        (*row)[0] = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t change = last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
-            row[j] = std::min({last[j] + 1, row[j - 1] + 1, change});
-            const bool swapped =
-                i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1] && a[i - 1] != a[i - 2];
-            if (swapped) row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+            const std::size_t change = (*last)[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
+            (*row)[j] = std::min({(*last)[j] + 1, (*row)[j - 1] + 1, change});
+            const bool swapped = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
+            if (swapped) (*row)[j] = std::min((*row)[j], (*beforeLast)[j - 2] + 1);
         }
     }
-    return row[b.size()];
+    return (*row)[b.size()];
 }
 
 // The longer a name, the more of it may be wrong.
@@ -79,7 +86,8 @@ std::wstring BetweenPercentSigns(std::wstring_view name, std::wstring_view numbe
 // What was meant by `inside`; empty where that is a code, or is like none.
 std::wstring MeantBy(std::wstring_view inside, std::span<const std::wstring> names) {
     const CodeParts written = PartsOf(inside);
-    const std::wstring* const found = ClosestName(written.name, names);
+    const auto known = std::ranges::find(names, written.name);
+    const std::wstring* const found = known != names.end() ? &*known : ClosestName(written.name, names);
     if (!found) return {};
     // "%d+02%" is no code: only numbers as they are counted are.
     std::wstring number;
@@ -110,16 +118,18 @@ void ForEachPair(std::wstring_view text, Visit visit) {
 }  // namespace
 
 const std::wstring* ClosestName(std::wstring_view written, std::span<const std::wstring> names) {
+    if (written.size() > kLongestName) return nullptr;
     const std::wstring folded = LowerCase(written);
     const std::size_t most = MistakesIn(written.size());
     const std::wstring* closest = nullptr;
-    std::pair<std::size_t, std::size_t> best = {most + 1, 0};
+    std::pair<std::size_t, std::size_t> best = {most, kLongestName + 1};
     for (const std::wstring& name : names) {
-        const std::size_t longer = std::max(name.size(), written.size());
-        if (longer - std::min(name.size(), written.size()) > most) continue;
-        const std::pair<std::size_t, std::size_t> distance = {EditDistance(folded, LowerCase(name)),
-                                                              EditDistance(written, name)};
-        if (distance.first > most || distance >= best) continue;
+        const auto [shorter, longer] = std::minmax({name.size(), written.size()});
+        if (longer - shorter > most || name.size() > kLongestName) continue;
+        const std::size_t mistakes = EditDistance(folded, LowerCase(name));
+        if (mistakes > best.first) continue;
+        const std::pair<std::size_t, std::size_t> distance = {mistakes, EditDistance(written, name)};
+        if (distance >= best) continue;
         best = distance;
         closest = &name;
     }
@@ -130,11 +140,14 @@ std::optional<CodeHint> FindMistypedCode(std::wstring_view text, std::span<const
                                          bool (*isVariable)(const std::wstring& name)) {
     std::vector<std::wstring> names;
     for (const std::wstring& code : codes) {
-        if (code.size() > 2)
-            names.emplace_back(PartsOf(std::wstring_view(code).substr(1, code.size() - 2)).name);
+        if (code.size() <= 2) continue;
+        names.emplace_back(PartsOf(std::wstring_view(code).substr(1, code.size() - 2)).name);
     }
     std::optional<CodeHint> hint;
+    // A text is looked at with every letter typed, and the same codes often stand in it many times.
+    std::set<std::wstring_view> seen;
     ForEachPair(text, [&](std::size_t at, std::wstring_view inside) {
+        if (!seen.insert(inside).second) return false;
         std::wstring meant = MeantBy(inside, names);
         if (meant.empty() || isVariable(std::wstring(inside))) return false;
         hint = CodeHint{at, inside.size() + 2, std::move(meant)};

@@ -13,6 +13,7 @@
 #include "paste/text/command_prefixes.h"
 #include "paste/text/path_breaks.h"
 #include "store/settings_path.h"
+#include "ui/editor/code_list.h"
 #include "ui/editor/editor_fields.h"
 #include "ui/editor/long_text.h"
 #include "ui/editor/preview_area.h"
@@ -182,14 +183,22 @@ void OnKeyField(int code) {
 }
 
 void OnTextField(int code) {
-    if (code == EN_KILLFOCUS || code == EN_VSCROLL) CloseSuggestions();
+    if (code == EN_KILLFOCUS || code == EN_VSCROLL) {
+        CloseSuggestions();
+        CloseCodes();
+    }
     if (code != EN_CHANGE) return;
     ShowCounter();
     Changed();
     if (editor.filling) return;
     ShowAdvice();
     RefreshPreview();
-    OnTextTyped();
+    // One list at a time.
+    if (OfferCodes()) {
+        CloseSuggestions();
+    } else {
+        OnTextTyped();
+    }
 }
 
 }  // namespace
@@ -364,13 +373,6 @@ bool OnEditorNotification(int control, int code) {
             return true;
         default: return false;
     }
-}
-
-void InsertIntoText(const std::wstring& text, bool atStart) {
-    const HWND field = DialogControl(IDC_TEXT);
-    if (atStart) SendMessageW(field, EM_SETSEL, 0, 0);
-    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
-    SetFocus(field);
 }
 
 }  // namespace verbatix

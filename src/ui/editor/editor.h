@@ -46,8 +46,4 @@ void OnEditorTimer();
 // A notification of one of the editor's controls. False when `control` is none of them.
 bool OnEditorNotification(int control, int code);
 
-// Puts `text` in the place of what is selected in the text field, undoable; or, at the start, before all
-// else.
-void InsertIntoText(const std::wstring& text, bool atStart);
-
 }  // namespace verbatix

@@ -7,7 +7,7 @@
 #include "base/language.h"
 #include "base/text.h"
 #include "ui/editor/code_catalogue.h"
-#include "ui/editor/editor.h"
+#include "ui/editor/insertion.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {

@@ -173,6 +173,10 @@ void ApplyTheme(HWND dialog) {
     RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }
 
+void ThemeControl(HWND control) {
+    SetTheme(control, isDark ? ThemeOf(control) : nullptr);
+}
+
 HBRUSH DarkControlColors(HDC canvas, UINT message, HWND control) {
     if (!isDark) return nullptr;
     const bool field = message == WM_CTLCOLOREDIT || message == WM_CTLCOLORLISTBOX;

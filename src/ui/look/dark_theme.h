@@ -15,6 +15,9 @@ void AllowDarkMenus(unsigned long build);
 // stays light is not touched.
 void ApplyTheme(HWND dialog);
 
+// Gives a control outside the dialog the theme that is in use.
+void ThemeControl(HWND control);
+
 // WM_CTLCOLOR...: sets the colours of the control about to be drawn and returns its background; null leaves
 // them to Windows.
 HBRUSH DarkControlColors(HDC canvas, UINT message, HWND control);

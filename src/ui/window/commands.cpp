@@ -17,8 +17,8 @@
 #include "store/backup.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
+#include "ui/editor/code_list.h"
 #include "ui/editor/editor.h"
-#include "ui/editor/insert_menu.h"
 #include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/entry_commands.h"
@@ -178,7 +178,7 @@ void FromSlot(int, LPARAM character) {
 }
 
 void Insert(int id) {
-    ShowInsertMenu(DialogControl(id));
+    ShowCodesBelow(DialogControl(id));
 }
 
 void Rename() {

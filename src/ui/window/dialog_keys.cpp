@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "ids.h"
+#include "ui/editor/code_list.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/drag_entry.h"
 #include "ui/look/splitter.h"
@@ -120,6 +121,8 @@ bool HandleUndoKey(HWND focus, WPARAM key, unsigned held) {
 bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
     const bool inFilter = focus == DialogControl(IDC_FILTER);
     if (held == kCtrl && key == 'A' && IsTextField(focus)) return GoTo(focus), true;
+    if (held == kCtrl && key == VK_SPACE && focus == DialogControl(IDC_TEXT))
+        return ShowCodesAtCaret(), true;
     if (held == kNone && key == VK_ESCAPE && IsTextField(focus)) {
         if (inFilter) SetWindowTextW(focus, L"");
         return true;
@@ -132,7 +135,7 @@ bool HandleFieldKey(HWND focus, WPARAM key, unsigned held) {
 
 bool HandleDialogKey(const MSG& message) {
     const HWND window = mainWindow.window;
-    if (HandleCompletionMessage(message)) return true;
+    if (HandleCodeListMessage(message) || HandleCompletionMessage(message)) return true;
     if ((message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) || !window) return false;
     if (!IsWindowEnabled(window) || (message.hwnd != window && !IsChild(window, message.hwnd)))
         return false;

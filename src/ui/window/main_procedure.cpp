@@ -13,6 +13,7 @@
 #include "store/paused_programs.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
+#include "ui/editor/insert_menu.h"
 #include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/cell_click.h"
@@ -197,7 +198,11 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_NOTIFY:
             SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<const NMHDR*>(lParam)));
             return TRUE;
-        case WM_CONTEXTMENU: return OnContextMenu(reinterpret_cast<HWND>(wParam), lParam);
+        case WM_CONTEXTMENU:
+            if (reinterpret_cast<HWND>(wParam) == DialogControl(IDC_INSERT)) {
+                return ShowInsertMenu(DialogControl(IDC_INSERT)), TRUE;
+            }
+            return OnContextMenu(reinterpret_cast<HWND>(wParam), lParam);
         case WM_RENAMED: return OnRenamed(), TRUE;
         case WM_SELECTION_CHANGED: return OnSelectionChanged(), TRUE;
         case WM_LANGUAGE_CHANGED: return OnLanguageChanged(), TRUE;
