@@ -10,6 +10,9 @@ class Tray : public ProgramWindow {
     void Choose(int row) const {
         ClickTray(WM_RBUTTONDOWN);
         ASSERT_TRUE(MenuIsOpen(true) && ComesToFront());
+        // The bench takes a modifier that the hook once saw down for held until the thread gets its
+        // release, and Enter with Ctrl chooses nothing.
+        LetKeyUp(VK_LCONTROL);
         for (int i = 0; i < std::abs(row); ++i) PlayStroke({}, row > 0 ? VK_DOWN : VK_UP);
         PlayStroke({}, VK_RETURN);
         ASSERT_TRUE(MenuIsOpen(false));

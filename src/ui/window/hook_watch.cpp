@@ -82,7 +82,8 @@ static bool IsTaskBars(HWND window) {
 static bool IsDesktop(HWND window) {
     wchar_t name[16] = {};
     GetClassNameW(window, name, 16);
-    return window == GetDesktopWindow() || window == GetShellWindow() || wcscmp(name, L"WorkerW") == 0;
+    return window &&
+           (window == GetDesktopWindow() || window == GetShellWindow() || wcscmp(name, L"WorkerW") == 0);
 }
 
 static bool IsOurs(HWND window) {
