@@ -31,6 +31,7 @@ constexpr Option kOptions[] = {
     {L"m_set_focus", &Settings::setFocus, 0, CMD_SET_FOCUS},
     {L"m_grouping", &Settings::grouping, 1, 40013},
     {L"m_show_tree", &Settings::showTree, 0, 32800},
+    {L"show_uses", &Settings::showUses, 0, CMD_SHOW_USES},
     {L"tray_if_close", &Settings::trayIfClose, 1, 2},
     {L"hide_if_close", &Settings::hideIfClose, 0, 6},
     {L"start_tray", &Settings::startTray, 0, 3},
