@@ -17,6 +17,25 @@ bool RegisterCommonControls(DWORD groups) {
     return call && call(&controls);
 }
 
+void DestroyImageList(HIMAGELIST list) {
+    static const auto call = Find<decltype(&ImageList_Destroy)>("ImageList_Destroy");
+    if (call) call(list);
+}
+
+UniqueImageList MakeImageList(int edge, int count) {
+    static const auto call = Find<decltype(&ImageList_Create)>("ImageList_Create");
+    return UniqueImageList(call ? call(edge, edge, ILC_COLOR32 | ILC_MASK, count, 0) : nullptr);
+}
+
+void AddPicture(HIMAGELIST list, HICON picture) {
+    static const auto resize = Find<BOOL(WINAPI*)(HIMAGELIST, UINT)>("ImageList_SetImageCount");
+    static const auto count = Find<decltype(&ImageList_GetImageCount)>("ImageList_GetImageCount");
+    static const auto replace = Find<decltype(&ImageList_ReplaceIcon)>("ImageList_ReplaceIcon");
+    if (!list || !resize || !count || !replace) return;
+    const int last = count(list);
+    if (resize(list, static_cast<UINT>(last) + 1) && picture) replace(list, last, picture);
+}
+
 bool AddSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id) {
     static const auto call = Find<decltype(&SetWindowSubclass)>("SetWindowSubclass");
     return call && call(window, procedure, id, 0);

@@ -7,10 +7,19 @@
 
 #include <commctrl.h>
 
+#include "base/handle.h"
+
 namespace verbatix {
 
 // Registers the window classes of these ICC_... groups; false when one is missing.
 bool RegisterCommonControls(DWORD groups);
+
+// A list of that many square pictures, null when it cannot be made; a picture that cannot be added leaves
+// an empty place.
+void DestroyImageList(HIMAGELIST list);
+using UniqueImageList = UniqueHandle<HIMAGELIST, DestroyImageList>;
+UniqueImageList MakeImageList(int edge, int count);
+void AddPicture(HIMAGELIST list, HICON picture);
 
 // As SetWindowSubclass, RemoveWindowSubclass and DefSubclassProc.
 bool AddSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id);

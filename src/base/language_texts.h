@@ -302,6 +302,32 @@ enum : int {
     kNothingMatches = 1468,
     kTestedIn = 1469,
 
+    // Tips at the controls, what has been done
+    kNewTip = 1470,
+    kCopyTip = 1471,
+    kDeleteTip = 1472,
+    kInsertTip = 1473,
+    kTestTip = 1474,
+    kFiguresTip = 1475,
+    kBackedUp = 1476,
+    kInTray = 1477,
+
+    // Keys of commands, searching, saving
+    kNewKeys = 1478,
+    kDuplicateKeys = 1479,
+    kFindKeys = 1480,
+    kFindNextKeys = 1481,
+    kFindPreviousKeys = 1482,
+    kTestKeys = 1483,
+    kSaveKeys = 1484,
+    kHelpKeys = 1485,
+    kFind = 1486,
+    kFindNext = 1487,
+    kFindPrevious = 1488,
+    kSave = 1489,
+    kSaved = 1490,
+    kSavedAlready = 1491,
+
     // State of the hotkeys, notices at the caret
     kHotkeysRestored = 1380,
     kHotkeysOutOfReach = 1381,
@@ -338,6 +364,8 @@ enum : int {
     kLacksHotkeySharesText = 1748,
     // How the main window looks
     kFocusSplitter = 1700,
+    kFixedWidth = 1701,
+    kSystemIcons = 1702,
     // Preview, Insert list
     kPreviewCaption = 1500,
     kShowPreview = 1501,

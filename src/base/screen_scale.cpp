@@ -56,6 +56,12 @@ LOGFONTW MessageFont(UINT dpi) {
     return metrics.lfMessageFont;
 }
 
+void LeaveScalingToProgram(HWND dialog) {
+    static const auto call = Find<BOOL(WINAPI*)(HWND, int, int)>("SetDialogDpiChangeBehavior");
+    constexpr int kDisableAll = 1;
+    if (call) call(dialog, kDisableAll, kDisableAll);
+}
+
 SIZE OuterSize(SIZE client, HWND window, UINT dpi) {
     static const auto call =
         Find<BOOL(WINAPI*)(LPRECT, DWORD, BOOL, DWORD, UINT)>("AdjustWindowRectExForDpi");

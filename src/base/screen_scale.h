@@ -23,6 +23,9 @@ int MetricAt(int index, UINT dpi);
 // The font of messages and dialogs that the user has chosen in Windows, for that resolution.
 LOGFONTW MessageFont(UINT dpi);
 
+// Windows would else scale the controls of a dialog when it comes to another monitor.
+void LeaveScalingToProgram(HWND dialog);
+
 // The outer size of a window of that style around a client area.
 SIZE OuterSize(SIZE client, HWND window, UINT dpi);
 

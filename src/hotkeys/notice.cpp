@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "base/screen_scale.h"
+
 namespace verbatix {
 
 namespace {
@@ -42,7 +44,7 @@ static bool MakeWindow() {
                                     nullptr, GetModuleHandleW(nullptr), nullptr);
     if (!notice.window) return false;
     Send(TTM_ADDTOOLW);
-    SendMessageW(notice.window, TTM_SETMAXTIPWIDTH, 0, kMaximumWidth);
+    SendMessageW(notice.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(notice.window)));
     return true;
 }
 

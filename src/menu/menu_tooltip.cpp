@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/screen_scale.h"
+
 namespace verbatix {
 
 // The size without the reserved field is the one that common controls of every version accept.
@@ -30,7 +32,7 @@ static void Create(MenuTooltip& tooltip, HWND owner) {
     tooltip.window = CreateWindowExW(WS_EX_TOPMOST | WS_EX_TRANSPARENT, TOOLTIPS_CLASSW, nullptr, kStyle, 0,
                                      0, 0, 0, owner, nullptr, GetModuleHandleW(nullptr), nullptr);
     Send(tooltip, TTM_ADDTOOLW);
-    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, kMaximumWidth);
+    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(owner)));
 }
 
 // Coordinates travel as 16 bits each; a negative one on a screen to the left stays one.

@@ -54,21 +54,24 @@ int PrepareBackupFolder() {
     return 1;
 }
 
+static std::wstring PathOfCopy(const SYSTEMTIME& time) {
+    return backupFolder + L"\\" + BackupFileName(time);
+}
+
 static bool CopyUnder(const SYSTEMTIME& time) {
-    const std::wstring copy = backupFolder + L"\\" + BackupFileName(time);
     constexpr std::int64_t kLargestFile = 64LL << 20;
     // A backup cut short would look like one.
     const std::optional<std::string> bytes = ReadWholeFile(settingsPath, kLargestFile);
-    return bytes && CommitFile(copy, *bytes) == ERROR_SUCCESS;
+    return bytes && CommitFile(PathOfCopy(time), *bytes) == ERROR_SUCCESS;
 }
 
-void BackupNow() {
-    if (!PrepareBackupFolder()) return;
+std::wstring BackupNow() {
+    if (!PrepareBackupFolder()) return {};
     const SYSTEMTIME now = LocalTime();
     // Noted first: the copy then says itself when it was made, and a copy that fails is not tried again at
     // every save.
     WriteProgramNumber(kLastBackupKey, LocalSeconds(now));
-    CopyUnder(now);
+    return CopyUnder(now) ? PathOfCopy(now) : std::wstring();
 }
 
 bool CopyToBackupFolder() {
@@ -92,7 +95,11 @@ void BackupCommand(int subCommand, const BackupClient& client) {
     switch (subCommand) {
         case 1: return Flip(&Settings::useBackupHourly);
         case 2: return Flip(&Settings::useBackupDaily);
-        case 3: return BackupNow();
+        case 3: {
+            const std::wstring copy = BackupNow();
+            if (client.tellCopy) client.tellCopy(copy);
+            return;
+        }
         case 4:
             if (client.openFolder) client.openFolder(backupFolder);
             return;

@@ -15,8 +15,9 @@ extern std::wstring backupFolder;
 int PrepareBackupFolder();
 
 // Copies the settings file to the backup folder, under the time to the second: of two copies within a
-// second the later one is kept. The time is noted in "last_backup" even when the copying fails.
-void BackupNow();
+// second the later one is kept. The time is noted in "last_backup" even when the copying fails. The path of
+// the copy, empty when there is none.
+std::wstring BackupNow();
 
 // The copy alone, without a note of the time: before something that changes a lot. False when it failed.
 bool CopyToBackupFolder();
@@ -29,6 +30,7 @@ void CheckTimedBackup();
 struct BackupClient {
     HWND window = nullptr;  // owns the message box
     void (*openFolder)(const std::wstring& folder) = nullptr;
+    void (*tellCopy)(const std::wstring& path) = nullptr;  // of a copy made on demand; empty: it failed
     int(WINAPI* showMessage)(HWND owner, const wchar_t* text, const wchar_t* caption,
                              UINT flags) = MessageBoxW;
 };

@@ -43,7 +43,9 @@ struct Settings {
     int hotkeyWidth = 0;    // of the list's columns, in pixels of a screen without scaling;
     int labelWidth = 0;     // 0 = a share of the list
     int hideInfo = 0;       // 1 once the notice about hiding has been shown
+    int trayInfo = 0;       // 1 once the balloon at the tray icon has been shown
     int language = 0;       // set to the system's language before it is read
+    int fixedWidth = 0;     // the text in a font whose letters are of one width
     int disableDarkTheme = 0;
     int softPaint = 1;  // the list is drawn in memory first
 };

@@ -12,6 +12,10 @@ std::wstring BackupFolderOf(const std::wstring& path) {
     return end == std::wstring::npos ? std::wstring() : path.substr(0, end) + L"\\Backup";
 }
 
+std::wstring FileNameOf(const std::wstring& path) {
+    return path.substr(path.rfind(L'\\') + 1);
+}
+
 std::wstring BackupFileName(const SYSTEMTIME& time) {
     return Format(L"%02d-%02d-%02d_%02d-%02d-%02d_%ls.ini", time.wYear, time.wMonth, time.wDay, time.wHour,
                   time.wMinute, time.wSecond, kProductName);

@@ -14,6 +14,9 @@ extern std::wstring settingsPath;
 // The folder beside the settings file that keeps copies of it; empty when `path` holds no backslash.
 std::wstring BackupFolderOf(const std::wstring& path);
 
+// The name at the end of a path.
+std::wstring FileNameOf(const std::wstring& path);
+
 // Name of a copy made at that local time; the names of later ones are greater.
 std::wstring BackupFileName(const SYSTEMTIME& time);
 

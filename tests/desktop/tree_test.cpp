@@ -69,6 +69,14 @@ TEST_F(TreeWindow, TakesTheListsPlaceWithSelectionFilterAndMenu) {
     EXPECT_EQ(Text(IDC_LABEL), L"Group/three");
     PlayStroke({}, VK_UP);
     EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    // Letters find the next name; those that follow each other at once are one word.
+    for (const auto& [key, label] :
+         {std::pair(BYTE{'F'}, L"four"), {BYTE{'X'}, L"four"}, {BYTE{'T'}, L"Group/two"}}) {
+        Keys({key});
+        EXPECT_TRUE(Becomes(IDC_LABEL, label));
+        Linger(1000);
+        EXPECT_EQ(Text(IDC_LABEL), label);
+    }
     // What the editor changes shows here: out of the group, which stays with one entry.
     SendMessageW(Control(IDC_LABEL), EM_SETSEL, 0, -1);
     PostMessageW(Control(IDC_LABEL), WM_CHAR, L'x', 0);

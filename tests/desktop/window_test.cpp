@@ -1,5 +1,10 @@
 // The main window of the running program: commands by number, the ways out, its place and its looks.
+#include <functional>
+
+#include "app/language_archive.h"
+#include "base/access_letters.h"
 #include "desktop/program_window.h"
+#include "ui/window/menu_bar.h"
 
 namespace verbatix::test {
 namespace {
@@ -14,7 +19,7 @@ class MainDialog : public ProgramWindow {
 };
 
 TEST_F(MainDialog, TheMarkerTellsTheTablesApartAndOptionsTheWaysOut) {
-    Start(L"tray_if_minimize=0\r\ntray_if_close=1\r\n");
+    Start(L"tray_if_minimize=0\r\ntray_if_close=1\r\ntray_info=0\r\n");
     ASSERT_TRUE(ComesToFront());
     SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
     EXPECT_TRUE(IsWindowVisible(dialog_));
@@ -25,6 +30,7 @@ TEST_F(MainDialog, TheMarkerTellsTheTablesApartAndOptionsTheWaysOut) {
     SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
     EXPECT_TRUE(Shows(false));
     EXPECT_FALSE(IsIconic(dialog_));
+    EXPECT_TRUE(WaitFor([&] { return ReadNumber(L"tray_info") == 1; })) << "the first time with a balloon";
     ClickTray(WM_LBUTTONDOWN);
     ASSERT_TRUE(Shows(true));
     Send(5, 0);
@@ -44,6 +50,41 @@ TEST_F(MainDialog, TheMarkerTellsTheTablesApartAndOptionsTheWaysOut) {
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
     EXPECT_EQ(run_.Program().WaitForExit(), 1U);
     EXPECT_TRUE(FileHolds(L";x,y,w,h,SW"));
+}
+
+TEST_F(MainDialog, EveryMenuRowAndFieldHasALetterOfItsOwn) {
+    Start(L"");
+    const auto takeLetter = [](std::wstring& taken, const std::wstring& row) {
+        const wchar_t letter = AccessLetter(row);
+        EXPECT_TRUE(letter && taken.find(letter) == std::wstring::npos)
+            << ::testing::PrintToString(row) << " beside " << ::testing::PrintToString(taken);
+        taken += letter;
+    };
+    std::function<std::wstring(HMENU)> walk = [&](HMENU menu) {
+        std::wstring taken;
+        for (int row = 0; row < GetMenuItemCount(menu); ++row) {
+            wchar_t text[200] = {};
+            if (const HMENU submenu = GetSubMenu(menu, row)) walk(submenu);
+            GetMenuStringW(menu, static_cast<UINT>(row), text, 200, MF_BYPOSITION);
+            if (*text) takeLetter(taken, text);
+        }
+        return taken;
+    };
+    for (const WPARAM language : {0U, 1U}) {
+        Send(CMD_LANGUAGE_FIRST + language, kMarker);
+        // One like the program's own, which is not to be read from here.
+        ASSERT_TRUE(LoadLanguageArchive(static_cast<int>(language)));
+        const HMENU bar = CreateMenuBar();
+        std::wstring taken = walk(bar);
+        DestroyMenu(bar);
+        EXPECT_EQ(taken.size(), 5U);
+        // What the menu bar has opens no field: of the two Windows would take the field.
+        for (HWND child = GetWindow(dialog_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            const std::wstring caption = WindowText(child);
+            if (AccessLetter(caption) && GetDlgCtrlID(child) != IDC_TREE_CAPTION)
+                takeLetter(taken, caption);
+        }
+    }
 }
 
 TEST_F(MainDialog, HidingTellsTheUserOnce) {
@@ -96,7 +137,7 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlaceOnTheScreen) {
 
 TEST_F(MainDialog, SplitterAndColumnsComeBack) {
     const auto listSize = [&](bool wide) {
-        MoveWindow(dialog_, 20, 20, wide ? 1100 : 560, 600, TRUE);
+        MoveWindow(dialog_, 20, 20, wide ? 1100 : 480, 600, TRUE);
         RECT list;
         GetWindowRect(list_, &list);
         return static_cast<int>(wide ? list.right - list.left : list.bottom - list.top);
@@ -144,6 +185,26 @@ TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {
         EXPECT_LT(rowsInSight(), before);
         before = rowsInSight();
     }
+    Send(CMD_FIXED_WIDTH, kMarker);
+    EXPECT_EQ(ReadNumber(L"fixed_width"), 1);
+    const auto pictures = [&] { return SendMessageW(list_, LVM_GETIMAGELIST, LVSIL_SMALL, 0); };
+    EXPECT_EQ(pictures(), SendMessageW(tree_, TVM_GETIMAGELIST, TVSIL_NORMAL, 0));
+    const LRESULT ofWindows = pictures();
+    Send(CMD_SYSTEM_ICONS, kMarker);
+    EXPECT_TRUE(pictures() && pictures() != ofWindows);
+    Send(CMD_SIZE_FIRST, kMarker);
+    // On its way to a screen of twice the resolution, and with too little room there.
+    const auto rowsBefore = rowsInSight();
+    SendMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(192, 192), 0);
+    RECT work;
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    RECT place;
+    GetWindowRect(dialog_, &place);
+    EXPECT_LE(place.right - place.left, work.right - work.left);
+    EXPECT_LE(place.bottom - place.top, work.bottom - work.top);
+    EXPECT_LT(rowsInSight(), rowsBefore);
+    SendMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(96, 96), 0);
+
     for (const bool on : {false, true}) {
         Send(CMD_SOFT_PAINT, kMarker);
         EXPECT_EQ(isBuffered(), on);

@@ -84,6 +84,7 @@ TEST_F(Backup, CommandsSwitchCopyAndOpenOrSayThatThereIsNoFolder) {
     static std::wstring told;
     BackupClient client;
     client.openFolder = [](const std::wstring& path) { told += L"opened " + path; };
+    client.tellCopy = [](const std::wstring& path) { told += L"|" + path; };
     client.showMessage = [](HWND, const wchar_t* text, const wchar_t* caption, UINT) WINAPI {
         told += std::wstring(text) + L"|" + caption;
         return IDOK;
@@ -97,8 +98,9 @@ TEST_F(Backup, CommandsSwitchCopyAndOpenOrSayThatThereIsNoFolder) {
     for (const int subCommand : {4, 5, 0}) BackupCommand(subCommand, client);
     EXPECT_EQ(TakeCopies(), 0u);
     BackupCommand(3, client);
+    const auto names = FilesIn(CopyFolder());
     EXPECT_EQ(TakeCopies(), 1u);
-    EXPECT_EQ(told, L"opened " + CopyFolder());
+    EXPECT_EQ(told, L"opened " + CopyFolder() + L"|" + CopyFolder() + L"\\" + names.at(0));
 
     const std::wstring path = std::exchange(settingsPath, L"Verbatix.ini");
     for (int subCommand = 1; subCommand <= 4; ++subCommand) {

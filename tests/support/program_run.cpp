@@ -23,7 +23,8 @@ std::wstring SettingsText(const std::vector<StoredLine>& lines, std::wstring_vie
     }
     // The first of two equal keys counts, so what the test says comes first.
     return L"[Program]\r\n" + std::wstring(programLines) +
-           Format(L"listcmd_count=%d\r\nlng=1\r\nhide_info=1\r\n", number) + texts + labels + orders;
+           Format(L"listcmd_count=%d\r\nlng=1\r\nhide_info=1\r\ntray_info=1\r\n", number) + texts + labels +
+           orders;
 }
 
 ProgramRun::ProgramRun(std::wstring_view programName) : programName_(programName) {

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
 #include "ids.h"
@@ -29,12 +30,12 @@ struct Row {
 };
 
 constexpr Row kRows[] = {
-    {CMD_NEW_ENTRY, text::kNew, 0, Needs::kNothing},
-    {CMD_COPY_ENTRY, text::kCopy, 0, Needs::kEntry},
+    {CMD_NEW_ENTRY, text::kNew, text::kNewKeys, Needs::kNothing},
+    {CMD_COPY_ENTRY, text::kDuplicate, text::kDuplicateKeys, Needs::kEntry},
     {CMD_COPY_AS_TEXT, text::kCopyAsText, 0, Needs::kSelection},
     {CMD_DELETE_ENTRY, text::kDelete, text::kDeleteKeys, Needs::kEntry},
     {0, 0, 0, Needs::kNothing},
-    {CMD_TEST_ENTRY, text::kTest, 0, Needs::kEntry},
+    {CMD_TEST_ENTRY, text::kTest, text::kTestKeys, Needs::kEntry},
     {CMD_RENAME_ENTRY, text::kRename, text::kRenameKeys, Needs::kName},
     {CMD_MOVE_UP, text::kMoveUp, text::kMoveUpKeys, Needs::kEntry},
     {CMD_MOVE_DOWN, text::kMoveDown, text::kMoveDownKeys, Needs::kEntry},
@@ -128,6 +129,7 @@ bool OnContextMenu(HWND control, LPARAM place) {
     const HMENU groupMenu = CreatePopupMenu();  // goes with the menu that it becomes part of
     const std::vector<std::wstring> groups = AppendGroupRows(groupMenu, position);
     for (const Row& row : kRows) AppendRow(menu.Get(), row, groupMenu);
+    GiveAccessLetters(menu.Get());
     mainWindow.listCommandsBlocked = true;
     const int command =
         TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, static_cast<int>(corner.x),

@@ -1,5 +1,6 @@
 #include "ui/entries/group_menu.h"
 
+#include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
 #include "base/text.h"
@@ -110,6 +111,7 @@ void ShowGroupMenu() {
     const UniqueMenu menu(CreatePopupMenu());
     const int position = SelectedEntry();
     const std::vector<std::wstring> groups = AppendGroupRows(menu.Get(), position);
+    GiveAccessLetters(menu.Get());
     POINT mouse = {};
     GetCursorPos(&mouse);
     mainWindow.listCommandsBlocked = true;

@@ -17,13 +17,13 @@ namespace {
 constexpr char kAlphabet[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr int kLetters = static_cast<int>(std::size(kAlphabet)) - 1;
 
-// As Windows measures the font of a dialog.
+// As Windows measures the font of a dialog; the controls may have another one.
 FontUnits UnitsOf(HWND dialog) {
     FontUnits units;
     const HDC canvas = GetDC(dialog);
     if (!canvas) return units;
-    const HGDIOBJ before =
-        SelectObject(canvas, reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0)));
+    const HGDIOBJ before = SelectObject(
+        canvas, reinterpret_cast<HFONT>(SendDlgItemMessageW(dialog, IDC_FILTER, WM_GETFONT, 0, 0)));
     TEXTMETRICW metrics = {};
     SIZE all = {};
     if (GetTextMetricsW(canvas, &metrics) && GetTextExtentPoint32A(canvas, kAlphabet, kLetters, &all)) {
@@ -78,6 +78,8 @@ void LayOutControls(HWND dialog) {
                      static_cast<int>(place.bottom - place.top),
                      SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     }
+    // What has moved may have left something on what now stands there.
+    RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 RECT WorkAreaOf(const RECT& place) {
@@ -90,7 +92,7 @@ RECT WorkAreaOf(const RECT& place) {
 SIZE SmallestSize(HWND dialog) {
     SIZE client = SmallestClient(UnitsOf(dialog), settings.showPreview != 0);
     client.cy += HeightOfStatusBar();
-    const SIZE outer = OuterSize(client, dialog, DpiOf(dialog));
+    const SIZE outer = OuterSize(client, dialog, mainWindow.dpi);
     RECT place = {};
     GetWindowRect(dialog, &place);
     const RECT work = WorkAreaOf(place);
@@ -102,7 +104,7 @@ void GiveComfortableSize(HWND dialog) {
     GetWindowRect(dialog, &place);
     const RECT work = WorkAreaOf(place);
     const SIZE smallest = SmallestSize(dialog);
-    const LONG width = std::min(smallest.cx * 9 / 5, work.right - work.left);
+    const LONG width = std::min(smallest.cx * 2, work.right - work.left);
     const LONG height = std::min(smallest.cy * 3 / 2, work.bottom - work.top);
     SetWindowPos(dialog, nullptr, static_cast<int>((work.left + work.right - width) / 2),
                  static_cast<int>((work.top + work.bottom - height) / 2), static_cast<int>(width),

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/screen_scale.h"
 #include "ids.h"
 #include "store/settings.h"
 #include "ui/look/main_layout.h"
@@ -79,7 +80,7 @@ void OnKey(HWND bar, WPARAM key) {
     const MainPlaces places = PlacesNow(mainWindow.window);
     const WPARAM back = places.isBeside ? VK_LEFT : VK_UP;
     const WPARAM forth = places.isBeside ? VK_RIGHT : VK_DOWN;
-    const int step = std::max(GetSystemMetrics(SM_CXSMICON) / 2, 1);
+    const int step = std::max(Scaled(8, mainWindow.dpi), 1);
     if (key == VK_ESCAPE) SetSplit(splitter.splitBefore);
     if (key == VK_ESCAPE || key == VK_RETURN) {
         GiveFocusBack();

@@ -25,19 +25,8 @@ std::vector<int> SelectedPositions() {
     return position < 0 ? std::vector<int>() : std::vector<int>{position};
 }
 
-// Every key takes the tip away again, and the one that chose the command in the menu is still on its way
-// up.
-void LetGoMenuKey() {
-    constexpr int kPatience = 50;
-    for (int i = 0; i < kPatience && GetAsyncKeyState(VK_RETURN) < 0; ++i) Sleep(10);
-    MSG message;
-    while (PeekMessageW(&message, nullptr, WM_KEYUP, WM_KEYUP, PM_REMOVE)) {
-    }
-}
-
 void Confirm(const std::wstring& title, int what, int count) {
-    LetGoMenuKey();
-    ShowTrackingTooltip(noticeTooltip, mainWindow.window, title, ExportNotice(LanguageText(what), count));
+    TellWhatWasDone(mainWindow.window, title, ExportNotice(LanguageText(what), count));
 }
 
 void Tell(const std::wstring& text) {
@@ -63,7 +52,8 @@ void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
     const std::wstring text = CurrentText(positions, count);
     // The settings file holds more than the list.
     const bool isOurs = EqualsIgnoreCase(path, settingsPath) || IsSameFile(path, settingsPath);
-    if (!isOurs && WriteExportFile(path, text)) return Confirm(kProductName, text::kEntriesWritten, count);
+    if (!isOurs && WriteExportFile(path, text))
+        return Confirm(FileNameOf(path), text::kEntriesWritten, count);
     Tell(LanguageText(text::kCannotWrite) + L"\n" + path);
 }
 

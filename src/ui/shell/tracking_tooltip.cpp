@@ -2,6 +2,11 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
+#include "base/screen_scale.h"
+#include "hotkeys/notice.h"
+
 namespace verbatix {
 
 TrackingTooltip noticeTooltip;
@@ -27,7 +32,34 @@ static void Create(TrackingTooltip& tooltip, HWND owner) {
     SendMessageW(tooltip.window, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
     // A width limit is what makes the control break lines.
     constexpr int kMaximumWidth = 600;
-    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, kMaximumWidth);
+    SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(owner)));
+}
+
+// Never over the mouse, nor beyond the work area of its screen.
+static POINT PlaceBesideMouse(SIZE size) {
+    constexpr LONG kBesideMouse = 12;
+    POINT mouse = {};
+    GetCursorPos(&mouse);
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromPoint(mouse, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT around = {mouse.x, mouse.y - kBesideMouse, mouse.x, mouse.y + kBesideMouse};
+    return NoticeCorner({{mouse.x + kBesideMouse, mouse.y}, around}, size, monitor.rcWork);
+}
+
+// Every key takes the tip away again, and the one that chose the command in the menu is still on its way
+// up.
+static void LetGoMenuKey() {
+    constexpr int kPatience = 50;
+    for (int i = 0; i < kPatience && GetAsyncKeyState(VK_RETURN) < 0; ++i) Sleep(10);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_KEYUP, WM_KEYUP, PM_REMOVE)) {
+    }
+}
+
+void TellWhatWasDone(HWND owner, const std::wstring& title, std::wstring text) {
+    LetGoMenuKey();
+    ShowTrackingTooltip(noticeTooltip, owner, title, std::move(text));
 }
 
 void ShowTrackingTooltip(TrackingTooltip& tooltip, HWND owner, const std::wstring& title,
@@ -38,11 +70,11 @@ void ShowTrackingTooltip(TrackingTooltip& tooltip, HWND owner, const std::wstrin
     info.lpszText = tooltip.text.data();
     SendMessageW(tooltip.window, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&info));
     SendMessageW(tooltip.window, TTM_SETTITLEW, TTI_INFO, reinterpret_cast<LPARAM>(title.c_str()));
-    POINT mouse = {};
-    GetCursorPos(&mouse);
-    constexpr int kBesideMouse = 16;
+    const auto bubble = static_cast<DWORD>(
+        SendMessageW(tooltip.window, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&info)));
+    const POINT corner = PlaceBesideMouse({LOWORD(bubble), HIWORD(bubble)});
     SendMessageW(tooltip.window, TTM_TRACKPOSITION, 0,
-                 MAKELPARAM(mouse.x + kBesideMouse, mouse.y + kBesideMouse));
+                 MAKELPARAM(static_cast<WORD>(corner.x & 0xffff), static_cast<WORD>(corner.y & 0xffff)));
     SendMessageW(tooltip.window, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&info));
     tooltip.shown = true;
 }

@@ -17,10 +17,13 @@ struct TrackingTooltip {
 // The one that tells what a command has done. The message loop takes it away.
 extern TrackingTooltip noticeTooltip;
 
-// Shows the tip beside the mouse; the control is created at the first call. A tip that is up already gets
-// the new text.
+// Shows the tip beside the mouse, inside the screen's work area; the control is created at the first call.
+// A tip that is up already gets the new text.
 void ShowTrackingTooltip(TrackingTooltip& tooltip, HWND owner, const std::wstring& title,
                          std::wstring text);
+
+// Shows what a command that was chosen in a menu has done.
+void TellWhatWasDone(HWND owner, const std::wstring& title, std::wstring text);
 
 // Takes the tip away if it is up.
 void HideTrackingTooltip(TrackingTooltip& tooltip);

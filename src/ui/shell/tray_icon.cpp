@@ -110,6 +110,17 @@ void RefreshTrayIcon(TrayIcon& icon) {
     icon.shownLook = icon.look;
 }
 
+bool ShowTrayBalloon(const TrayIcon& icon, const std::wstring& title, const std::wstring& text) {
+    NOTIFYICONDATAW data = NotifyData(icon);
+    // The first version of the data has no balloons.
+    data.cbSize = NOTIFYICONDATAW_V2_SIZE;
+    data.uFlags = NIF_INFO;
+    data.dwInfoFlags = NIIF_INFO;
+    CopyText(data.szInfoTitle, title);
+    CopyText(data.szInfo, text);
+    return icon.wanted && Shell_NotifyIconW(NIM_MODIFY, &data) != FALSE;
+}
+
 void RemoveTrayIcon(TrayIcon& icon) {
     StopWorker(icon);
     icon.wanted = false;

@@ -38,6 +38,10 @@ void AddTrayIcon(TrayIcon& icon);
 // it.
 void RefreshTrayIcon(TrayIcon& icon);
 
+// Shows a balloon with a title of at most 63 and a text of at most 255 characters at the icon. False where
+// the icon is not there yet, or the shell shows none.
+bool ShowTrayBalloon(const TrayIcon& icon, const std::wstring& title, const std::wstring& text);
+
 // Takes the icon away and stops the worker.
 void RemoveTrayIcon(TrayIcon& icon);
 

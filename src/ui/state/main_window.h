@@ -21,6 +21,7 @@ struct MainWindow {
     HWND tree = nullptr;  // in the place of the list when the option says so
     HWND statusBar = nullptr;
     HMENU menuBar = nullptr;
+    UINT dpi = 96;  // the resolution for which everything in the window is drawn
     EntryList entries;
     ListClient listClient;
     std::vector<int> rows;  // position keys of the entries that the list view shows, in its order

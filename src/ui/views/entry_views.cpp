@@ -94,6 +94,14 @@ void SelectFirstEntry() {
     if (!rows.empty()) SelectEntry(rows.front());
 }
 
+void SelectNextHit(bool above) {
+    const std::vector<int> rows = ShownOrder();
+    if (rows.empty()) return;
+    const auto found = std::find(rows.begin(), rows.end(), SelectedEntry());
+    if (above) return SelectEntry(found == rows.begin() || found == rows.end() ? rows.back() : found[-1]);
+    SelectEntry(found == rows.end() || found + 1 == rows.end() ? rows.front() : found[1]);
+}
+
 int NeighbourOf(int position) {
     const std::vector<int> rows = ShownOrder();
     const auto found = std::find(rows.begin(), rows.end(), position);

@@ -32,6 +32,9 @@ void SelectEntry(int position);
 // Selects the entry that stands first in the shown view, if there is one.
 void SelectFirstEntry();
 
+// Selects the entry below, or above, the selected one in the shown view, from the end on from the other.
+void SelectNextHit(bool above);
+
 // The entry below, else above, that one in the shown view; -1 when there is none.
 int NeighbourOf(int position);
 

@@ -69,7 +69,7 @@ void Insert(HWND list, int index, const Column& column) {
     LVCOLUMNW info = {};
     info.mask = LVCF_SUBITEM | LVCF_WIDTH | LVCF_FMT;
     info.fmt = column.id == kUsesColumn ? LVCFMT_RIGHT : LVCFMT_LEFT;
-    info.cx = Scaled(column.pixels, DpiOf(list));
+    info.cx = Scaled(column.pixels, mainWindow.dpi);
     info.iSubItem = index;
     SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
 }
@@ -99,7 +99,7 @@ void OnColumnDragged() {
     int index = 0;
     for (const Column* column : columns.shown) {
         const int width = ListView_GetColumnWidth(mainWindow.list, index++);
-        if (column->width) settings.*column->width = Unscaled(width, DpiOf(mainWindow.list));
+        if (column->width) settings.*column->width = Unscaled(width, mainWindow.dpi);
     }
     columns.areChosen = true;
     ShareListWidth();
@@ -172,7 +172,7 @@ void ShareListWidth() {
     constexpr int kLeastText = 60;
     // Beside others; in a narrow list they are scrolled to.
     constexpr int kLeastShared = 270;
-    const UINT dpi = DpiOf(list);
+    const UINT dpi = mainWindow.dpi;
     int left = static_cast<int>(client.right);
     for (int index = kSharing; index < Count(); ++index) left -= ListView_GetColumnWidth(list, index);
     if (Count() > kSharing) left = std::max(left, Scaled(kLeastShared, dpi));

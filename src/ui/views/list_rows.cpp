@@ -82,19 +82,26 @@ std::vector<std::wstring> FilterWords(std::wstring_view filter, bool ignoreCase)
     return words;
 }
 
-bool MatchesFilter(const ListEntry& entry, const std::vector<std::wstring>& words, bool ignoreCase) {
-    if (words.empty()) return true;
-    std::wstring hotkey = Folded(CellText(entry, 0), ignoreCase);
-    std::wstring packed = hotkey;
+// In display form, and once more without blanks: "Ctrl + Alt + W", "Ctrl+Alt+W".
+static std::wstring HotkeyForms(const ListEntry& entry) {
+    const std::wstring shown = CellText(entry, 0);
+    std::wstring packed = shown;
     ReplaceAll(packed, L" ", L"");
-    hotkey += L'\n' + packed;
-    const std::wstring label = Folded(entry.label, ignoreCase);
-    // Long, and mostly not needed: the other two have the word.
+    return shown + L'\n' + packed;
+}
+
+bool MatchesFilter(const ListEntry& entry, const std::vector<std::wstring>& words, bool ignoreCase) {
+    // Made only where a word needs it: mostly the label has it already, and texts are long.
+    std::optional<std::wstring> label;
+    std::optional<std::wstring> hotkey;
     std::optional<std::wstring> text;
     return std::all_of(words.begin(), words.end(), [&](const std::wstring& word) {
-        if (label.find(word) != std::wstring::npos || hotkey.find(word) != std::wstring::npos) return true;
+        if (!label) label = Folded(entry.label, ignoreCase);
+        if (label->find(word) != std::wstring::npos) return true;
         if (!text) text = Folded(entry.text, ignoreCase);
-        return text->find(word) != std::wstring::npos;
+        if (text->find(word) != std::wstring::npos) return true;
+        if (!hotkey) hotkey = Folded(HotkeyForms(entry), ignoreCase);
+        return hotkey->find(word) != std::wstring::npos;
     });
 }
 
@@ -132,8 +139,8 @@ std::size_t CountEntries(const EntryList& list) {
 }
 
 std::array<int, 3> ColumnWidths(int list, int hotkey, int label, int least) {
-    constexpr int kHotkeyPercent = 26;
-    constexpr int kLabelPercent = 30;
+    constexpr int kHotkeyPercent = 34;
+    constexpr int kLabelPercent = 28;
     if (hotkey <= 0) hotkey = list * kHotkeyPercent / 100;
     if (label <= 0) label = list * kLabelPercent / 100;
     const int forBoth = std::max(list - least, 0);

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "ids.h"
 #include "ui/state/main_window.h"
+#include "ui/views/entry_kind.h"
 #include "ui/views/list_columns.h"
 
 namespace verbatix {
@@ -62,11 +63,13 @@ int SelectedEntry() {
 static void FillCell(NMLVDISPINFOW& request) {
     LVITEMW& item = request.item;
     const auto row = static_cast<std::size_t>(item.iItem);
-    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0 || row >= mainWindow.rows.size()) return;
+    if (row >= mainWindow.rows.size()) return;
     const auto slot = mainWindow.entries.find(mainWindow.rows[row]);
     if (slot == mainWindow.entries.end()) return;
     const ListColumn column = ColumnAt(item.iSubItem);
     const ListEntry& entry = slot->second.current;
+    if (item.mask & LVIF_IMAGE) item.iImage = static_cast<int>(KindOfEntry(entry.text));
+    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
     const std::wstring text =
         column <= kTextColumn ? CellText(entry, column) : ExtraCellText(slot->first, entry, column);
     const auto capacity = static_cast<std::size_t>(item.cchTextMax);

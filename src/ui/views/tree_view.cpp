@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "store/settings.h"
 #include "ui/state/main_window.h"
+#include "ui/views/entry_kind.h"
 #include "ui/views/list_view.h"
 
 namespace verbatix {
@@ -43,7 +44,8 @@ void Insert(int index, HTREEITEM parent) {
     TVINSERTSTRUCTW insert = {};
     insert.hParent = parent;
     insert.hInsertAfter = TVI_LAST;
-    insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_CHILDREN;
+    insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_CHILDREN | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    insert.item.iImage = insert.item.iSelectedImage = I_IMAGECALLBACK;
     insert.item.pszText = LPSTR_TEXTCALLBACKW;
     insert.item.lParam = index;
     insert.item.cChildren = Node(index).children.empty() ? 0 : 1;
@@ -125,10 +127,23 @@ void RememberOpen(const NMTREEVIEWW& change) {
     if (change.action == TVE_COLLAPSE) view.open.erase(OpenKey(Node(node)));
 }
 
+int PictureOf(const TreeNode& node) {
+    EntryKind kind = node.kind == NodeKind::kHotkey ? EntryKind::kHotkey : EntryKind::kGroup;
+    const auto entry = mainWindow.entries.find(node.position);
+    if (node.kind == NodeKind::kEntry && entry != mainWindow.entries.end()) {
+        kind = KindOfEntry(entry->second.current.text);
+    }
+    return static_cast<int>(kind);
+}
+
 void GiveName(NMTVDISPINFOW& request) {
     TVITEMW& item = request.item;
     const auto index = static_cast<std::size_t>(item.lParam);
-    if (!(item.mask & TVIF_TEXT) || item.cchTextMax <= 0 || index >= view.tree.nodes.size()) return;
+    if (index >= view.tree.nodes.size()) return;
+    if (item.mask & (TVIF_IMAGE | TVIF_SELECTEDIMAGE)) {
+        item.iImage = item.iSelectedImage = PictureOf(view.tree.nodes[index]);
+    }
+    if (!(item.mask & TVIF_TEXT) || item.cchTextMax <= 0) return;
     const auto capacity = static_cast<std::size_t>(item.cchTextMax);
     CopyText(item.pszText, capacity, capacity, view.tree.nodes[index].name);
 }

@@ -53,6 +53,11 @@ static void GoIntoTray() {
     if (!SaveEdits(Warn::kAlways)) return;
     AnimateIntoTray(mainWindow.window);
     HideBehindIcon();
+    if (settings.trayInfo) return;
+    // The first time, so that nobody takes the program for ended.
+    const std::wstring& title = LanguageText(text::kStillRunningTitle);
+    if (ShowTrayBalloon(trayIcon, title, LanguageText(text::kInTray)))
+        ChangeSetting(&Settings::trayInfo, 1);
 }
 
 void SendToTray() {

@@ -17,6 +17,7 @@
 #include "store/backup.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
+#include "store/settings_path.h"
 #include "ui/editor/code_list.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/preview_area.h"
@@ -30,13 +31,18 @@
 #include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/shell/autostart.h"
+#include "ui/shell/control_tips.h"
 #include "ui/shell/export.h"
 #include "ui/shell/import.h"
 #include "ui/shell/language_menu.h"
+#include "ui/shell/tracking_tooltip.h"
 #include "ui/shell/web_pages.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
+#include "ui/state/status_bar.h"
+#include "ui/views/entry_pictures.h"
 #include "ui/views/entry_views.h"
+#include "ui/views/list_rows.h"
 #include "ui/views/tree_view.h"
 #include "ui/window/closing.h"
 #include "ui/window/hook_watch.h"
@@ -82,10 +88,21 @@ void OpenFolder(const std::wstring& folder) {
     ShellExecuteW(mainWindow.window, L"open", folder.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
+void TellOfBackup(const std::wstring& copy) {
+    if (!HasBackupFolder()) return;
+    if (copy.empty()) {
+        MessageBoxW(mainWindow.window, (LanguageText(text::kCannotWrite) + L"\n" + backupFolder).c_str(),
+                    kProductName, MB_OK | MB_ICONWARNING);
+        return;
+    }
+    const std::wstring count = std::to_wstring(CountEntries(mainWindow.entries));
+    TellWhatWasDone(mainWindow.window, FileNameOf(copy),
+                    FillIn(LanguageText(text::kBackedUp), {count, backupFolder}));
+}
+
 void RunBackup(int id) {
     SaveAll(Warn::kNever);  // into the copy too
-    BackupCommand(id - CMD_BACKUP_HOURLY + 1, {mainWindow.window, OpenFolder});
-    if (id == CMD_BACKUP_NOW && !backupFolder.empty()) HasBackupFolder();
+    BackupCommand(id - CMD_BACKUP_HOURLY + 1, {mainWindow.window, OpenFolder, TellOfBackup});
 }
 
 void SwitchTopmost(int id) {
@@ -97,6 +114,8 @@ void SwitchTopmost(int id) {
 void SwitchLook(int id) {
     RunSettingCommand(id);
     ApplyViewLook(mainWindow.window);
+    ShowEntryPictures();
+    SendMessageW(mainWindow.window, WM_SIZE, 0, 0);
 }
 
 void SwitchDarkTheme(int id) {
@@ -153,6 +172,23 @@ void NextVersion() {
 void Uninstall() {
     MessageBoxW(mainWindow.window, LanguageText(text::kNoUninstall).c_str(), kProductName,
                 MB_OK | MB_ICONINFORMATION);
+}
+
+// For the hand that is used to it; a failure is told by the list.
+void Save() {
+    const bool isSaved = !editor.edited && !HasUnsaved(mainWindow.entries);
+    if (!SaveAll(Warn::kAlways) || HasUnsaved(mainWindow.entries)) return;
+    TellInStatusBar(LanguageText(isSaved ? text::kSavedAlready : text::kSaved));
+}
+
+void Find() {
+    SendMessageW(mainWindow.window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(DialogControl(IDC_FILTER)),
+                 TRUE);
+}
+
+void FindAgain(int id) {
+    if (!IsFiltered()) return Find();
+    SelectNextHit(id == CMD_FIND_PREVIOUS);
 }
 
 void SaveRest(int, LPARAM) {
@@ -238,11 +274,20 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_QUESTIONS, CallWithId<OpenWebPageOf>},
     {CMD_SHOW_TREE, CallWithId<SwitchTree>},
     {CMD_FOCUS_SPLITTER, Call<FocusSplitter>},
+    {CMD_FIXED_WIDTH, CallWithId<SwitchLook>},
+    {CMD_SYSTEM_ICONS, CallWithId<SwitchLook>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
     {CMD_SHOW_USES, Call<SwitchUseColumns>},
     {CMD_ONLY_UNUSED, CallWithId<SwitchListMode>},
     {CMD_CLASHES, CallWithId<SwitchListMode>},
+    {CMD_SAVE, Call<Save>},
+    {CMD_NEW_ENTRY, Call<NewEntry>},
+    {CMD_RENAME_ENTRY, Call<Rename>},
+    {CMD_TEST_ENTRY, Call<TestEntry>},
+    {CMD_FIND, Call<Find>},
+    {CMD_FIND_NEXT, CallWithId<FindAgain>},
+    {CMD_FIND_PREVIOUS, CallWithId<FindAgain>},
     {CMD_SHOW_PREVIEW, CallWithId<SwitchPreview>},
     {CMD_LIST_ON_PERCENT, kSwitchOption},
     {CMD_UNDO, Call<Undo>},
@@ -261,6 +306,10 @@ constexpr Command kMainCommands[] = {
     {CMD_NEW_ENTRY, Call<NewEntry>},
     {CMD_COPY_ENTRY, Call<CopyEntry>},
     {CMD_DELETE_ENTRY, Call<DeleteEntry>},
+    {CMD_SAVE, Call<Save>},
+    {CMD_FIND, Call<Find>},
+    {CMD_FIND_NEXT, CallWithId<FindAgain>},
+    {CMD_FIND_PREVIOUS, CallWithId<FindAgain>},
     {CMD_NEXT_VERSION, Call<NextVersion>},
     {CMD_TEST_ENTRY, Call<TestEntry>},
     {CMD_COPY_AS_TEXT, Call<ExportAsText>},
@@ -314,6 +363,8 @@ bool RouteCommand(WPARAM wParam, LPARAM lParam) {
         RefreshMenuChecks(mainWindow.menuBar);
         return known;
     }
+    if (id == CMD_TEST_ENTRY && HIWORD(wParam) == BN_SETFOCUS) return NameTestTarget(), true;
+    if (id == CMD_TEST_ENTRY && HIWORD(wParam) == BN_KILLFOCUS) return UpdateStatusBar(), true;
     if (OnEditorNotification(id, HIWORD(wParam))) return true;
     if (id == IDC_FILTER) return OnFilterNotification(HIWORD(wParam)), true;
     return RunFrom(kMainCommands, id, lParam);

@@ -3,7 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <iterator>
+#include <span>
 
 #include "ids.h"
 #include "ui/editor/code_list.h"
@@ -77,22 +77,36 @@ void EnterView() {
     }
 }
 
-struct ViewKey {
+struct Key {
     unsigned held;
     WPARAM key;
     void (*run)();
 };
 
-constexpr ViewKey kViewKeys[] = {
-    {kNone, VK_RETURN, EnterView},          {kNone, VK_DELETE, Send<CMD_DELETE_ENTRY>},
-    {kNone, VK_F2, Send<CMD_RENAME_ENTRY>}, {kShift, VK_F10, ShowMenu},
-    {kAlt, VK_UP, Send<CMD_MOVE_UP>},       {kAlt, VK_DOWN, Send<CMD_MOVE_DOWN>},
+void GoOn() {
+    GoRound(GetFocus());
+}
+
+// Wherever in the window the user is; their names stand beside the rows of the menus.
+constexpr Key kWindowKeys[] = {
+    {kCtrl, 'N', Send<CMD_NEW_ENTRY>},    {kCtrl, 'D', Send<CMD_COPY_ENTRY>},
+    {kCtrl, 'F', Send<CMD_FIND>},         {kCtrl, 'S', Send<CMD_SAVE>},
+    {kNone, VK_F1, Send<CMD_QUESTIONS>},  {kNone, VK_F2, Send<CMD_RENAME_ENTRY>},
+    {kNone, VK_F3, Send<CMD_FIND_NEXT>},  {kShift, VK_F3, Send<CMD_FIND_PREVIOUS>},
+    {kNone, VK_F5, Send<CMD_TEST_ENTRY>}, {kNone, VK_F6, GoOn},
+    {kNone, VK_F8, FocusSplitter},
 };
 
-bool HandleViewKey(WPARAM key, unsigned held) {
-    const auto found = std::find_if(std::begin(kViewKeys), std::end(kViewKeys),
-                                    [&](const ViewKey& row) { return row.held == held && row.key == key; });
-    if (found == std::end(kViewKeys)) return false;
+constexpr Key kViewKeys[] = {
+    {kNone, VK_RETURN, EnterView},        {kNone, VK_DELETE, Send<CMD_DELETE_ENTRY>},
+    {kShift, VK_F10, ShowMenu},           {kAlt, VK_UP, Send<CMD_MOVE_UP>},
+    {kAlt, VK_DOWN, Send<CMD_MOVE_DOWN>},
+};
+
+bool HandleKey(std::span<const Key> keys, WPARAM key, unsigned held) {
+    const auto found = std::find_if(keys.begin(), keys.end(),
+                                    [&](const Key& row) { return row.held == held && row.key == key; });
+    if (found == keys.end()) return false;
     found->run();
     return true;
 }
@@ -145,15 +159,16 @@ bool HandleDialogKey(const MSG& message) {
         return true;
     }
     const unsigned held = HeldKeys();
-    if (held == kCtrl && key == 'F') return GoTo(GetDlgItem(window, IDC_FILTER)), true;
-    if (held == kNone && key == VK_F6) return GoRound(message.hwnd), true;
+    // A name that is being edited in place has its keys to itself.
+    const bool isRenaming = GetParent(message.hwnd) == ShownView();
+    if (!isRenaming && HandleKey(kWindowKeys, key, held)) return true;
     if (HandleModeKey(message.hwnd, key, held)) return true;
-    if (held == kNone && key == VK_F8) return FocusSplitter(), true;
     if (HandleUndoKey(message.hwnd, key, held)) return true;
     // A button that is drawn by its owner does not take Enter for a press.
     if (held == kNone && key == VK_RETURN && GetDlgCtrlID(message.hwnd) == IDC_OFFER_LINK)
         return Send<IDC_OFFER_LINK>(), true;
-    return message.hwnd == ShownView() ? HandleViewKey(key, held) : HandleFieldKey(message.hwnd, key, held);
+    return message.hwnd == ShownView() ? HandleKey(kViewKeys, key, held)
+                                       : HandleFieldKey(message.hwnd, key, held);
 }
 
 }  // namespace verbatix

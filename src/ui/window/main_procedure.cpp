@@ -23,14 +23,17 @@
 #include "ui/look/dark_theme.h"
 #include "ui/look/main_layout.h"
 #include "ui/look/offer_link.h"
+#include "ui/look/resolution.h"
 #include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
+#include "ui/shell/control_tips.h"
 #include "ui/state/entry_uses.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
 #include "ui/views/empty_note.h"
+#include "ui/views/entry_pictures.h"
 #include "ui/views/entry_views.h"
 #include "ui/views/list_columns.h"
 #include "ui/views/list_view.h"
@@ -82,14 +85,14 @@ static void OnInitDialog(HWND dialog) {
     SetUpEmptyNote(mainWindow.tree);
     CreateStatusBar(dialog);
     SetUpEditor(dialog);
-    const HINSTANCE instance = GetModuleHandleW(nullptr);
-    SendMessageW(dialog, WM_SETICON, ICON_BIG,
-                 reinterpret_cast<LPARAM>(LoadIconW(instance, MAKEINTRESOURCEW(IDI_VERBATIX))));
+    SetUpControlTips(dialog);
+    SetUpResolution(dialog);
 
     LoadSettings();
     StartWordCompletion();
     ApplyTopmost();
     ApplyViewLook(dialog);
+    ShowEntryPictures();
     ShowPreviewArea();
     ShowChosenView();
     mainWindow.listClient.window = dialog;
@@ -121,7 +124,8 @@ static void OnInitDialog(HWND dialog) {
     SelectFirstEntry();
 }
 
-static LRESULT OnNotify(const NMHDR& header) {
+static LRESULT OnNotify(NMHDR& header) {
+    OnTipNotify(header);
     if (header.hwndFrom == mainWindow.statusBar && header.code == NM_CLICK) OnNoticeClick();
     if (header.hwndFrom != mainWindow.list && header.hwndFrom != mainWindow.tree) return 0;
     if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(DialogControl(IDC_TEXT));
@@ -171,6 +175,12 @@ static void OnSize(HWND dialog) {
     ShareListWidth();
 }
 
+static void OnDpiChanged(HWND dialog, UINT dpi, LPARAM suggested) {
+    OnResolutionChanged(dialog, dpi, reinterpret_cast<const RECT*>(suggested));
+    ShowEntryPictures();
+    OnSize(dialog);
+}
+
 static void OnGetMinMaxInfo(MINMAXINFO& info) {
     // Asked while the dialog is being made, too.
     if (!mainWindow.window) return;
@@ -178,10 +188,21 @@ static void OnGetMinMaxInfo(MINMAXINFO& info) {
     info.ptMinTrackSize = {smallest.cx, smallest.cy};
 }
 
+static void OnSystemSetting(HWND dialog, WPARAM what, LPARAM area) {
+    OnSettingChange(dialog, area);
+    OnTaskBarChange();
+    if (what == SPI_SETWORKAREA) KeepOnScreen(dialog);
+    if (what != SPI_SETNONCLIENTMETRICS) return;
+    ApplyViewLook(dialog);
+    OnSize(dialog);
+}
+
 static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (OnDragMessage(message, lParam)) return TRUE;
     switch (message) {
         case WM_SIZE: return OnSize(dialog), TRUE;
+        case WM_DPICHANGED: return OnDpiChanged(dialog, LOWORD(wParam), lParam), TRUE;
+        case WM_DISPLAYCHANGE: return KeepOnScreen(dialog), FALSE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
@@ -196,7 +217,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
             return TRUE;
         case WM_MENUCOMMAND: return OnMenuCommand(dialog, wParam, lParam), TRUE;
         case WM_NOTIFY:
-            SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<const NMHDR*>(lParam)));
+            SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
             return TRUE;
         case WM_CONTEXTMENU:
             if (reinterpret_cast<HWND>(wParam) == DialogControl(IDC_INSERT)) {
@@ -217,8 +238,8 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_INPUT: return OnRawKey(), FALSE;
         case WM_WTSSESSION_CHANGE: return OnSessionChange(wParam), TRUE;
         case WM_POWERBROADCAST: return OnPowerChange(wParam), FALSE;
-        case WM_SETTINGCHANGE: return OnSettingChange(dialog, lParam), OnTaskBarChange(), FALSE;
         case WM_DISPLAYCHANGE: return OnTaskBarChange(), FALSE;
+        case WM_SETTINGCHANGE: return OnSystemSetting(dialog, wParam, lParam), FALSE;
         case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:

@@ -3,6 +3,7 @@
 #include <optional>
 #include <span>
 
+#include "base/access_letters.h"
 #include "base/language.h"
 #include "base/text.h"
 #include "ids.h"
@@ -33,6 +34,7 @@ struct Row {
 constexpr int kLanguageRows = -1;
 
 constexpr Row kFileRows[] = {
+    {1, CMD_SAVE, text::kSave, text::kSaveKeys},
     {1, CMD_OPEN_SETTINGS_FILE, text::kOpenSettingsFile},
     {1, 0, text::kImportMenu},
     {2, CMD_IMPORT_FILE, text::kImportFile},
@@ -55,8 +57,16 @@ constexpr Row kEditRows[] = {
     {1, CMD_UNDO, text::kUndo, text::kUndoKeys},
     {1, CMD_REDO, text::kRedo, text::kRedoKeys},
     {1, 0, 0},
+    {1, CMD_NEW_ENTRY, text::kNew, text::kNewKeys},
+    {1, CMD_COPY_ENTRY, text::kDuplicate, text::kDuplicateKeys},
+    {1, CMD_RENAME_ENTRY, text::kRename, text::kRenameKeys},
     {1, CMD_DELETE_ENTRY, text::kDelete, text::kDeleteKeys},
-    {1, CMD_COPY_ENTRY, text::kDuplicate},
+    {1, 0, 0},
+    {1, CMD_FIND, text::kFind, text::kFindKeys},
+    {1, CMD_FIND_NEXT, text::kFindNext, text::kFindNextKeys},
+    {1, CMD_FIND_PREVIOUS, text::kFindPrevious, text::kFindPreviousKeys},
+    {1, 0, 0},
+    {1, CMD_TEST_ENTRY, text::kTest, text::kTestKeys},
 };
 
 constexpr Row kOptionRows[] = {
@@ -107,6 +117,8 @@ constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
                              {1, CMD_COLLAPSE_ALL, text::kCollapseAll},
                              {1, 0, 0},
                              {1, CMD_SHOW_PREVIEW, text::kShowPreview},
+                             {1, CMD_FIXED_WIDTH, text::kFixedWidth},
+                             {1, CMD_SYSTEM_ICONS, text::kSystemIcons},
                              {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter},
                              {1, 0, 0},
                              {1, CMD_SHOW_USES, text::kShowUses},
@@ -114,7 +126,7 @@ constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
                              {1, CMD_CLASHES, text::kClashes}};
 
 constexpr Row kHelpRows[] = {
-    {1, CMD_QUESTIONS, text::kQuestions},
+    {1, CMD_QUESTIONS, text::kQuestions, text::kHelpKeys},
     {1, CMD_DATE_HELP, text::kDateHelp},
     {1, CMD_BACKUP_HELP, text::kBackupHelp},
     {1, 0, 0},
@@ -178,7 +190,11 @@ bool IsEnabled(int id) {
         case CMD_UNDO: return editor.edited || NextUndo(undoHistory);
         case CMD_REDO: return NextRedo(undoHistory);
         case CMD_DELETE_ENTRY:
+        case CMD_TEST_ENTRY:
         case CMD_COPY_ENTRY: return SelectedEntry() >= 0;
+        case CMD_FIND_NEXT:
+        case CMD_FIND_PREVIOUS: return IsFiltered();
+        case CMD_RENAME_ENTRY:
         case CMD_EXPORT_SELECTION: return SelectedEntry() >= 0 || SelectedNode() >= 0;
         default: return true;
     }
@@ -232,6 +248,7 @@ HMENU CreateMenuBar() {
     info.fMask = MIM_STYLE | MIM_APPLYTOSUBMENUS;
     info.dwStyle = MNS_NOTIFYBYPOS;
     SetMenuInfo(bar, &info);
+    GiveAccessLetters(bar);
     RefreshMenu(bar);
     return bar;
 }
@@ -239,6 +256,7 @@ HMENU CreateMenuBar() {
 HMENU CreateOptionsMenu() {
     const HMENU menu = CreatePopupMenu();
     AppendRows(menu, kOptionRows);
+    GiveAccessLetters(menu);
     RefreshMenu(menu);
     return menu;
 }

@@ -91,13 +91,15 @@ void OnWritten() {
 }
 
 void OnNotWritten(DWORD error) {
-    PutNotice(Notice::kNotSaved, FillIn(LanguageText(text::kNotSaved), {ErrorText(error)}));
+    PutNotice(Notice::kNotSaved,
+              FillIn(LanguageText(text::kNotSaved), {ErrorText(error), FileNameOf(settingsPath)}));
     if (mainWindow.statusBar) UpdateStatusBar();
 }
 
 void OnOtherListKept(const std::wstring& copy) {
     keptList = copy;
-    PutNotice(Notice::kOtherList, LanguageText(text::kOtherListKept), OfferKept);
+    PutNotice(Notice::kOtherList, FillIn(LanguageText(text::kOtherListKept), {FileNameOf(settingsPath)}),
+              OfferKept);
 }
 
 void Tell(int text, UINT icon) {
@@ -114,7 +116,7 @@ void WatchStore() {
 void OnListRead() {
     constexpr UINT kRetryMilliseconds = 1000;
     if (IsListUnread()) {
-        PutNotice(Notice::kListUnread, LanguageText(text::kListUnread));
+        PutNotice(Notice::kListUnread, FillIn(LanguageText(text::kListUnread), {FileNameOf(settingsPath)}));
         SetTimer(mainWindow.window, TIMER_LIST_RETRY, kRetryMilliseconds, nullptr);
     } else {
         TakeNoticeDown(Notice::kListUnread);
@@ -122,7 +124,8 @@ void OnListRead() {
     }
     if (MisreadLines() > 0) {
         PutNotice(Notice::kMisreadLines,
-                  FillIn(LanguageText(text::kMisreadLines), {std::to_wstring(MisreadLines())}),
+                  FillIn(LanguageText(text::kMisreadLines),
+                         {std::to_wstring(MisreadLines()), FileNameOf(settingsPath)}),
                   OpenSettingsFile);
     } else {
         TakeNoticeDown(Notice::kMisreadLines);

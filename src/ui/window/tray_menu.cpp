@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
 #include "base/text.h"
@@ -62,6 +63,7 @@ static UniqueMenu CreateTrayMenu() {
                 LanguageText(text::kTrayOptions).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_EXIT, LanguageText(text::kTrayExit).c_str());
+    GiveAccessLetters(menu.Get());
     SetMenuDefaultItem(menu.Get(), CMD_TRAY_SHOW, FALSE);
     return menu;
 }

@@ -5,6 +5,7 @@
 
 #include "base/language.h"
 #include "ui/views/clashes.h"
+#include "ui/views/entry_kind.h"
 
 namespace verbatix::test {
 namespace {
@@ -106,6 +107,24 @@ TEST(Clashes, WhatSharesSomethingStandsTogether) {
     AddEntry(list, L"b", L"", 0x12c8, 77, -1, 0);
     EXPECT_EQ(FindClashes(list).size(), 2U);
     EXPECT_TRUE(FindClashes({}).empty());
+}
+
+TEST(EntryKinds, ATextTellsWhatItIs) {
+    const std::pair<const wchar_t*, EntryKind> rows[] = {
+        {L"", EntryKind::kText},
+        {L"run a mile", EntryKind::kText},
+        {L"pastehtml:<b>x</b>", EntryKind::kText},
+        {L"run:calc", EntryKind::kCommand},
+        {L"replace:\na=>b", EntryKind::kCommand},
+        {L"copy_slot:1", EntryKind::kCommand},
+        {L"sys:MonitorOff", EntryKind::kCommand},
+        {L"sys:NoSuchImg", EntryKind::kCommand},
+        {L"sys:ClipboardImgCliper", EntryKind::kPicture},
+        {L"img:C:\\a.png", EntryKind::kPicture},
+        {L"charmap:a,b", EntryKind::kCharacters},
+        {L" charmap:a", EntryKind::kText},
+    };
+    for (const auto& [text, kind] : rows) EXPECT_EQ(KindOfEntry(text), kind) << text;
 }
 
 }  // namespace

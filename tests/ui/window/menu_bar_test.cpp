@@ -37,7 +37,7 @@ TEST(MenuBar, ShowsWhatIsOn) {
     EXPECT_TRUE(IsChecked(bar, 2001));
     wchar_t name[20] = {};
     GetMenuStringW(bar, CMD_LANGUAGE_FIRST + 77, name, 20, MF_BYCOMMAND);
-    EXPECT_STREQ(name, L"A && B");
+    EXPECT_STREQ(name, L"&A && B");
     const auto isGrey = [bar](UINT id) { return (GetMenuState(bar, id, MF_BYCOMMAND) & MF_GRAYED) != 0; };
     for (const int tree : {0, 1}) {
         settings.showTree = tree;

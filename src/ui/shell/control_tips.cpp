@@ -1,0 +1,124 @@
+#include "ui/shell/control_tips.h"
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include <string>
+#include <utility>
+
+#include "base/common_controls.h"
+#include "base/language.h"
+#include "base/text.h"
+#include "ids.h"
+#include "ui/entries/test_target.h"
+#include "ui/state/hotkey_state.h"
+#include "ui/state/main_window.h"
+#include "ui/state/notice.h"
+#include "ui/state/status_bar.h"
+
+namespace verbatix {
+
+namespace {
+
+struct ButtonTip {
+    int button;
+    int text;
+};
+
+constexpr ButtonTip kButtonTips[] = {
+    {CMD_NEW_ENTRY, text::kNewTip}, {CMD_COPY_ENTRY, text::kCopyTip}, {CMD_DELETE_ENTRY, text::kDeleteTip},
+    {IDC_INSERT, text::kInsertTip}, {CMD_TEST_ENTRY, text::kTestTip},
+};
+
+struct ControlTips {
+    HWND window = nullptr;
+    std::wstring text;   // the control does not keep it
+    int statusPart = 0;  // under the mouse
+};
+
+ControlTips tips;
+
+std::wstring TestTip() {
+    const std::wstring target = TestTargetName();
+    if (target.empty()) return LanguageText(text::kNoWindowToTest);
+    return FillIn(LanguageText(text::kTestTip), {target});
+}
+
+std::wstring StatusTip() {
+    const std::wstring notice = ShownNotice();
+    if (!notice.empty()) return notice;
+    switch (tips.statusPart) {
+        case 0: return {};
+        case 1: return HotkeyStateText();
+        default: return LanguageText(text::kFiguresTip);
+    }
+}
+
+std::wstring TipOf(HWND control) {
+    if (control == mainWindow.statusBar) return StatusTip();
+    const int id = GetDlgCtrlID(control);
+    if (id == CMD_TEST_ENTRY) return TestTip();
+    for (const ButtonTip& tip : kButtonTips) {
+        if (tip.button == id) return LanguageText(tip.text);
+    }
+    return {};
+}
+
+int StatusPartAt(LPARAM place) {
+    const POINT mouse = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    const LRESULT parts = SendMessageW(mainWindow.statusBar, SB_GETPARTS, 0, 0);
+    for (int part = 0; part < static_cast<int>(parts); ++part) {
+        RECT rectangle = {};
+        SendMessageW(mainWindow.statusBar, SB_GETRECT, static_cast<WPARAM>(part),
+                     reinterpret_cast<LPARAM>(&rectangle));
+        if (PtInRect(&rectangle, mouse)) return part;
+    }
+    return 0;
+}
+
+// Each part has a tip of its own, and the control asks for the text only when a tip comes up.
+LRESULT CALLBACK WithPartTips(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                              DWORD_PTR) noexcept {
+    if (message == WM_MOUSEMOVE) {
+        const int part = StatusPartAt(lParam);
+        if (std::exchange(tips.statusPart, part) != part) SendMessageW(tips.window, TTM_POP, 0, 0);
+    }
+    if (message == WM_NCDESTROY) RemoveSubclass(bar, WithPartTips, id);
+    return PassToSubclassed(bar, message, wParam, lParam);
+}
+
+void AddTip(HWND dialog, HWND control) {
+    TTTOOLINFOW info = {};
+    // The size without the reserved field is the one that common controls of every version accept.
+    info.cbSize = TTTOOLINFOW_V2_SIZE;
+    info.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    info.hwnd = dialog;
+    info.uId = reinterpret_cast<UINT_PTR>(control);
+    info.lpszText = LPSTR_TEXTCALLBACKW;
+    SendMessageW(tips.window, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
+}
+
+}  // namespace
+
+void SetUpControlTips(HWND dialog) {
+    constexpr int kMaximumWidth = 420;  // a limit is what makes the control break lines
+    tips.window =
+        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
+                        0, 0, 0, dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(tips.window, TTM_SETMAXTIPWIDTH, 0, kMaximumWidth);
+    for (const ButtonTip& tip : kButtonTips) AddTip(dialog, GetDlgItem(dialog, tip.button));
+    AddTip(dialog, mainWindow.statusBar);
+    AddSubclass(mainWindow.statusBar, WithPartTips, 1);
+}
+
+void OnTipNotify(NMHDR& header) {
+    if (header.hwndFrom != tips.window || header.code != TTN_GETDISPINFOW) return;
+    tips.text = TipOf(reinterpret_cast<HWND>(header.idFrom));
+    reinterpret_cast<NMTTDISPINFOW&>(header).lpszText = tips.text.data();
+}
+
+void NameTestTarget() {
+    TellInStatusBar(TestTip());
+}
+
+}  // namespace verbatix
