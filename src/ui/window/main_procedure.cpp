@@ -202,7 +202,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
     switch (message) {
         case WM_SIZE: return OnSize(dialog), TRUE;
         case WM_DPICHANGED: return OnDpiChanged(dialog, LOWORD(wParam), lParam), TRUE;
-        case WM_DISPLAYCHANGE: return KeepOnScreen(dialog), FALSE;
+        case WM_DISPLAYCHANGE: return KeepOnScreen(dialog), OnTaskBarChange(), FALSE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;
@@ -238,7 +238,6 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_INPUT: return OnRawKey(), FALSE;
         case WM_WTSSESSION_CHANGE: return OnSessionChange(wParam), TRUE;
         case WM_POWERBROADCAST: return OnPowerChange(wParam), FALSE;
-        case WM_DISPLAYCHANGE: return OnTaskBarChange(), FALSE;
         case WM_SETTINGCHANGE: return OnSystemSetting(dialog, wParam, lParam), FALSE;
         case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
         case WM_CTLCOLORDLG:
