@@ -1,7 +1,7 @@
 ; The setup program. Made by scripts/package, which gives:
 ;   VERSION    1.2.3
 ;   ROOT       this checkout
-;   STAGE      the folder with the files to install
+;   STAGE      the folder with the files to install; STAGE.install.nsh and STAGE.delete.nsh name them
 ;   OUTPUT     the setup program's file
 ;   KILOBYTES  what the files take on the disk
 ;
@@ -228,7 +228,7 @@ Section "Verbatix"
         Quit
     ${EndIf}
     Delete /REBOOTOK "$INSTDIR\Verbatix.old"
-    File /r /x Verbatix.exe "${STAGE}/*"
+    !include "${STAGE}.install.nsh"
     WriteUninstaller "$INSTDIR\Uninstall.exe"
     CreateShortcut "$SMPROGRAMS\Verbatix.lnk" "${PROGRAM}"
     !insertmacro WriteApp Str DisplayName '"Verbatix"'
@@ -324,7 +324,7 @@ Section "un.Verbatix"
     Call un.CloseRunning
     Delete /REBOOTOK "${PROGRAM}"
     Delete /REBOOTOK "$INSTDIR\Verbatix.old"
-    !include "${STAGE}.files.nsh"
+    !include "${STAGE}.delete.nsh"
     ; Where a list was named on the command line, the program leaves a trial file without one here.
     ReadINIStr $0 "$INSTDIR\Verbatix.ini" Program listcmd_count
     ${If} $0 == ""

@@ -69,6 +69,13 @@
 #define IDC_KEEP_IN_FILE 1232
 #define IDC_DISCARD 1233
 
+// About
+#define IDD_ABOUT 181
+#define IDC_ABOUT_STATE 1250
+#define IDC_ABOUT_FILE_CAPTION 1251
+#define IDC_ABOUT_FILE 1252
+#define IDC_ABOUT_COPY 1253
+
 // Frame window
 #define TIMER_FRAME 1000
 #define CMD_FINISH_START 104
@@ -170,6 +177,10 @@
 #define CMD_SELECT_ALL 40042
 #define CMD_FIRST_MODIFIER 40990  // and the nine behind it: one a modifier, in its order
 #define CMD_FIRST_GROUP 41000  // and up: the groups of a menu, in its order
+
+#define CMD_GUIDE 40100
+#define CMD_ABOUT 40101
+#define CMD_DIAGNOSTICS 40102
 
 // Posted to the main window by the hook and the executor
 #define CMD_RENAME_ENTRY 32793

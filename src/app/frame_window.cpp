@@ -1,6 +1,7 @@
 #include "app/frame_window.h"
 
 #include "app/command_line.h"
+#include "app/fault_watch.h"
 #include "app/single_instance.h"
 #include "base/product.h"
 #include "hotkeys/foreground.h"
@@ -88,7 +89,9 @@ static void FinishStart(HWND frame) {
     settings.startHidden = ReadProgramNumber(L"start_hiden", settings.startHidden);
     if (startOptions.hideRequested || settings.startHidden) RemoveTrayIcon(tray);
     SwitchFileRedirectionOff();
+    StartFaultWatch(frame);
     ShowStartWindow(instance);
+    TellOfFault(mainWindow.window);
 }
 
 static LRESULT AnswerOtherCopy(WPARAM wParam, LPARAM lParam) {

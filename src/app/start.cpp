@@ -56,7 +56,17 @@ static StartOptions OptionsOfNextStart() {
     return options;
 }
 
+static std::wstring SystemReport() {
+    const SystemVersion& version = CurrentSystemVersion();
+    const wchar_t* place = portableActive                                 ? L"beside the program"
+                           : startOptions.iniPathOverride == settingsPath ? L"named at the start"
+                                                                          : L"application data";
+    return Format(L"Windows %lu.%lu.%lu, user language 0x%04x\r\nSettings file: %ls\r\n", version.major,
+                  version.minor, version.build, GetUserDefaultLangID(), place);
+}
+
 static void TellWindowAboutProgram() {
+    programClient.systemReport = SystemReport();
     programClient.languageNames = []() -> const std::map<int, std::wstring>& {
         return CurrentLanguages().names;
     };

@@ -302,6 +302,20 @@ enum : int {
     kNothingMatches = 1468,
     kTestedIn = 1469,
 
+    // Help
+    kGuide = 1785,
+    kAbout = 1787,
+    kDiagnostics = 1788,
+    kNoDiagnostics = 1789,
+    kAboutTitle = 1790,
+    kSettingsFileCaption = 1791,
+    kCopyDetails = 1792,
+    kDetailsCopied = 1793,
+    kClose = 1794,
+
+    // Faults
+    kCrashed = 1780,
+    kHung = 1781,
     // Tips at the controls, what has been done
     kNewTip = 1470,
     kCopyTip = 1471,

@@ -1,6 +1,7 @@
 #include "hotkeys/key_simulation.h"
 
 #include "hotkeys/pause.h"
+#include "hotkeys/press_log.h"
 #include "hotkeys/stroke_target.h"
 
 namespace verbatix {
@@ -146,6 +147,7 @@ bool PressKey(BYTE key) {
     if (!MaySendStroke()) return false;
     const KeyStroke strokes[] = {{key, 0}, {key, KEYEVENTF_KEYUP}};
     PlayWhole(strokes);
+    ++CurrentPress().strokes;
     return true;
 }
 
@@ -153,6 +155,7 @@ bool SendCopy() {
     ReleaseForStroke();
     if (!MaySendStroke()) return false;
     PlayControlStroke('C');
+    ++CurrentPress().copies;
     NoteStroke();
     return true;
 }
@@ -166,6 +169,7 @@ bool SendPaste(DWORD milliseconds) {
         return false;
     }
     PlayControlStroke('V');
+    ++CurrentPress().pastes;
     NoteStroke();
     return true;
 }

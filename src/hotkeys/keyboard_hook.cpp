@@ -6,6 +6,7 @@
 #include "hotkeys/hotkey_names.h"
 #include "hotkeys/notice.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/press_log.h"
 #include "ids.h"
 
 namespace verbatix {
@@ -63,7 +64,10 @@ static void Execute(const PressedEntry& entry) {
     if (!keyboardHook.client.executeEntry) return;
     keyboardHook.press = entry.press;
     const HookIsBusy busy;
+    const ULONGLONG start = GetTickCount64();
     keyboardHook.client.executeEntry(entry.text);
+    CurrentPress().milliseconds = static_cast<DWORD>(GetTickCount64() - start);
+    EndPress(PressEnd::kDone);
 }
 
 void RunPressedEntry() {
@@ -86,6 +90,7 @@ static void ExecuteOrPost(const PressedEntry& entry) {
         return;
     }
     pressedEntry = entry;
+    CurrentPress().way = PressWay::kAfterHook;
     keyboardHook.trigger.busy =
         PostMessageW(keyboardHook.client.mainWindow, WM_COMMAND, CMD_RUN_ENTRY, 0) != FALSE;
 }
@@ -124,6 +129,8 @@ static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG no
     const PressedEntry entry = {
         decision.text ? *decision.text : std::wstring(),
         {key, decision.modifier, GetFocus(), foreground, WindowWithKeyboard(foreground)}};
+    BeginPress(decision.modifier, key, foreground,
+               decision.action == KeyAction::TriggerMenu ? PressWay::kMenu : PressWay::kInsideHook);
     keyboardHook.trigger.lastTrigger = now;
     if (decision.modifier == kModifierRightCtrl) keyboardHook.rightControlIsHotkeys = true;
     keyboardHook.trigger.pendingRelease = static_cast<int>(decision.modifier);
@@ -135,6 +142,8 @@ static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG no
     } else if (decision.action == KeyAction::TriggerMenu) {
         keyboardHook.menuRequest = entry.press;
         PostCommand(CMD_SHOW_PASTE_MENU);
+    } else {
+        EndPress(PressEnd::kBusy);
     }
 }
 

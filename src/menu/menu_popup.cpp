@@ -12,6 +12,7 @@
 #include "hotkeys/hotkey_simulation.h"
 #include "hotkeys/notice.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/press_log.h"
 #include "menu/menu_handle.h"
 #include "menu/menu_input.h"
 #include "menu/menu_tooltip.h"
@@ -211,6 +212,7 @@ static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuCli
         Call(client.editEntry, row.position);
         return;
     }
+    CurrentPress().entry = static_cast<int>(row.number);
     HelpToFront(pasteMenu.request.foreground);
     Call(client.noteUse, row.position);
     Call(row.piece ? client.deliverText : client.executeEntry, row.text, pasteMenu.request);
@@ -228,6 +230,7 @@ static UINT Choose() {
     const UniqueMenu menu = MakeMenuHandle(BuildMenuTree(pasteMenu.rows), place.point, winKeyIsTaken);
     if (!TakeKeyboard(owner)) {
         ShowWindow(owner, SW_HIDE);
+        EndPress(PressEnd::kMenuRefused);
         NoticeAtCaret(LanguageText(text::kMenuNotInFront));
         return 0;
     }
@@ -256,7 +259,11 @@ static void ShowAndCarryOut(const EntryList& list, const MenuOptions& options, c
         pasteMenu.phase = Phase::Open;
         item = Choose();
         pasteMenu.phase = Phase::CarryingOut;
-        if (const MenuRow* row = RowOf(item)) CarryOutRow(*row, list, client);
+        if (const MenuRow* row = RowOf(item)) {
+            CarryOutRow(*row, list, client);
+            EndPress(PressEnd::kDone);
+        }
+        EndPress(PressEnd::kMenuClosed);
         pasteMenu.rows.clear();
         pasteMenu.phase = Phase::Closed;
     }

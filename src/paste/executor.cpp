@@ -11,6 +11,7 @@
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/notice.h"
 #include "hotkeys/pause.h"
+#include "hotkeys/press_log.h"
 #include "hotkeys/stroke_target.h"
 #include "ids.h"
 #include "paste/builtin/builtin_commands.h"
@@ -50,10 +51,16 @@ static int MissedText(Aim aim) {
     return IsWindow(aimedAt) ? text::kTextIsOnClipboard : text::kPlaceHasClosed;
 }
 
+static PressEnd MissedEnd(Aim aim) {
+    if (aim == Aim::Withheld) return PressEnd::kClipboardBusy;
+    return IsWindow(aimedAt) ? PressEnd::kOtherWindow : PressEnd::kPlaceClosed;
+}
+
 bool TellMissedStrokes() {
     const Aim aim = StrokeAim();
     AimStrokes(nullptr);
     if (aim == Aim::Free) return false;
+    EndPress(MissedEnd(aim));
     NoticeAtCaret(LanguageText(MissedText(aim)));
     return true;
 }
@@ -189,6 +196,7 @@ static void RunLines(const ParsedCommand& command) {
 
 bool ExecuteCommandPrefixes(const std::wstring& text) {
     const ParsedCommand command = ParseCommand(text);
+    CurrentPress().kind = KindName(command.kind);
     switch (command.kind) {
         case CommandKind::None: return false;
         case CommandKind::Replace: ReplaceInSelection(command.argument); break;

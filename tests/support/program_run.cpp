@@ -58,8 +58,9 @@ HWND ProgramRun::Frame() const {
 HWND ProgramRun::MainDialog() const {
     // Message boxes are dialogs too; the main dialog is the one with the list, and its menu bar comes
     // after the hook.
-    const HWND dialog = process_->WaitForWindow(L"#32770", 0);
-    return dialog && GetDlgItem(dialog, IDC_LIST) && GetMenu(dialog) ? dialog : nullptr;
+    return FindTopWindow(L"#32770", [this](HWND window) {
+        return ProcessOf(window) == process_->Id() && GetDlgItem(window, IDC_LIST) && GetMenu(window);
+    });
 }
 
 Target::Target(std::wstring_view title)

@@ -13,6 +13,7 @@
 #include "base/com_apartment.h"
 #include "base/text.h"
 #include "hotkeys/keyboard_hook.h"
+#include "hotkeys/press_log.h"
 #include "paste/steps/expansion.h"
 #include "paste/text/command_prefixes.h"
 #include "paste/text/placeholders.h"
@@ -115,9 +116,11 @@ static bool ExecuteInApartment(const ShellCall& call) {
 static bool Execute(std::function<ShellCall()> plan) {
     constexpr DWORD kLongestWait = 10000;
     const auto started = std::make_shared<std::atomic<bool>>(false);
-    return DoAside([plan = std::move(plan), started] { *started = ExecuteInApartment(plan()); },
-                   kLongestWait) &&
-           *started;
+    const bool done = DoAside([plan = std::move(plan), started] { *started = ExecuteInApartment(plan()); },
+                              kLongestWait) &&
+                      *started;
+    if (!done) EndPress(PressEnd::kStartFailed);
+    return done;
 }
 
 static ShellCall LaunchCall(const LaunchPlan& launch, const std::wstring& verb) {

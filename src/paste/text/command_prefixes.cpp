@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "paste/text/placeholders.h"
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 
@@ -53,6 +54,12 @@ std::size_t ReplaceWithinLimit(std::wstring& text, std::wstring_view from, std::
 }
 
 }  // namespace
+
+const wchar_t* KindName(CommandKind kind) {
+    const auto row = std::find_if(std::begin(kPrefixes), std::end(kPrefixes),
+                                  [kind](const Prefix& prefix) { return prefix.kind == kind; });
+    return row == std::end(kPrefixes) ? L"text" : row->name.data();
+}
 
 std::span<const wchar_t* const> CommandPrefixes() {
     static constexpr auto kNames = [] {

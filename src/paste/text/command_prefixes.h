@@ -29,6 +29,9 @@ struct ParsedCommand {
     bool elevate = false;   // RunLines
 };
 
+// The kind in a word, for reports.
+const wchar_t* KindName(CommandKind kind);
+
 // Every prefix, for showing them to the user.
 std::span<const wchar_t* const> CommandPrefixes();
 

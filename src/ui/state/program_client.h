@@ -17,6 +17,8 @@ struct ProgramClient {
     // Lets another copy of the program start, and forbids it again.
     void (*releaseSession)() = nullptr;
     void (*claimSession)() = nullptr;
+    // Lines about the system, for reports.
+    std::wstring systemReport;
     // Command line that starts the program again with the same settings file.
     std::wstring startArguments;
 };

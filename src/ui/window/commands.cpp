@@ -30,11 +30,14 @@
 #include "ui/look/dark_theme.h"
 #include "ui/look/splitter.h"
 #include "ui/look/view_look.h"
+#include "ui/shell/about.h"
 #include "ui/shell/autostart.h"
 #include "ui/shell/control_tips.h"
 #include "ui/shell/export.h"
+#include "ui/shell/guide.h"
 #include "ui/shell/import.h"
 #include "ui/shell/language_menu.h"
+#include "ui/shell/press_report.h"
 #include "ui/shell/tracking_tooltip.h"
 #include "ui/shell/web_pages.h"
 #include "ui/state/keep_entries.h"
@@ -296,6 +299,9 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_COPY_ENTRY, Call<CopyEntry>},
     {CMD_LOOK_FOR_UPDATES, Call<LookForUpdates>},
     {CMD_UNINSTALL, Call<Uninstall>},
+    {CMD_GUIDE, Call<OpenGuideHere>},
+    {CMD_DIAGNOSTICS, Call<ShowPressReport>},
+    {CMD_ABOUT, Call<ShowAbout>},
 };
 
 constexpr Command kMainCommands[] = {
@@ -342,6 +348,7 @@ constexpr Command kMainCommands[] = {
     {CMD_UNSAVED_TEXT, Call<TellOfUnsavedText>},
     {CMD_LIST_DAMAGE, Call<AskAboutFoundDamage>},
     {CMD_SAVE_REST, SaveRest},
+    {CMD_GUIDE, Call<OpenGuideHere>},
 };
 
 bool RunFrom(std::span<const Command> commands, int id, LPARAM lParam) {

@@ -126,7 +126,8 @@ constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
                              {1, CMD_CLASHES, text::kClashes}};
 
 constexpr Row kHelpRows[] = {
-    {1, CMD_QUESTIONS, text::kQuestions, text::kHelpKeys},
+    {1, CMD_GUIDE, text::kGuide, text::kHelpKeys},
+    {1, CMD_QUESTIONS, text::kQuestions},
     {1, CMD_DATE_HELP, text::kDateHelp},
     {1, CMD_BACKUP_HELP, text::kBackupHelp},
     {1, 0, 0},
@@ -135,6 +136,9 @@ constexpr Row kHelpRows[] = {
     {1, 0, 0},
     {1, CMD_LOOK_FOR_UPDATES, text::kLookForUpdates},
     {1, CMD_UNINSTALL, text::kUninstall},
+    {1, 0, 0},
+    {1, CMD_DIAGNOSTICS, text::kDiagnostics},
+    {1, CMD_ABOUT, text::kAbout},
 };
 
 struct Menu {
