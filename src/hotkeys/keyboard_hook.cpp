@@ -26,6 +26,11 @@ static bool IsKeyDown(DWORD key) {
     return GetAsyncKeyState(static_cast<int>(key)) < 0;
 }
 
+static bool IsPausedInFront() {
+    return !keyboardHook.pausedPrograms.empty() &&
+           HasProgram(keyboardHook.pausedPrograms, ProgramOfWindow(GetForegroundWindow()));
+}
+
 namespace {
 
 struct PressedEntry {
@@ -189,8 +194,9 @@ static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM p
     // Installed for the capture alone.
     if (keyboardHook.off) return CallNextHookEx(nullptr, code, message, parameter);
     const ULONGLONG now = GetTickCount64();
-    const KeyDecision decision = DecideKey(event, keyboardHook.tables, keyboardHook.disabled,
-                                           keyboardHook.trigger, {ReadStateWord, IsKeyDown}, now);
+    const KeyDecision decision =
+        DecideKey(event, keyboardHook.tables, keyboardHook.disabled, keyboardHook.trigger,
+                  {ReadStateWord, IsKeyDown, IsPausedInFront}, now);
     if (decision.action <= KeyAction::PassAfterRelease && IsUsersPress(event)) HideNotice();
     switch (decision.action) {
         case KeyAction::PassOn: return CallNextHookEx(nullptr, code, message, parameter);

@@ -13,6 +13,7 @@
 #include "hotkeys/hotkey_tables.h"
 #include "hotkeys/key_capture.h"
 #include "hotkeys/key_decision.h"
+#include "hotkeys/program_of_window.h"
 
 namespace verbatix {
 
@@ -46,6 +47,7 @@ struct KeyboardHook {
     HookClient client;
     HotkeyTables tables;
     DisabledHotkeys disabled;
+    ProgramNames pausedPrograms;  // no hotkey does anything while one of them is in front
     TriggerState trigger;
     KeyCapture capture;
     HotkeyPress menuRequest;             // whose menu is asked for

@@ -63,7 +63,7 @@ bool IsThere(Needs needs) {
         case Needs::kEntry: return SelectedEntry() >= 0;
         case Needs::kSelection: return !SelectedEntries().empty();
         case Needs::kName: return HasName();
-        case Needs::kTree: return settings.showTree != 0;
+        case Needs::kTree: return IsTreeShown();
         default: return true;
     }
 }
@@ -117,7 +117,7 @@ void AppendRow(HMENU menu, const Row& row, const Submenus& submenus) {
 }
 
 void SelectUnder(POINT screen) {
-    if (!settings.showTree) return;  // the list selects with either button
+    if (!IsTreeShown()) return;  // the list selects with either button
     POINT mouse = screen;
     RECT item = {};
     ScreenToClient(mainWindow.tree, &mouse);
@@ -132,7 +132,7 @@ void SelectUnder(POINT screen) {
 // Below the selected item, or at the view's corner.
 POINT PlaceForKeyboard() {
     RECT item = {};
-    if (settings.showTree) {
+    if (IsTreeShown()) {
         NodeRectangle(TreeView_GetSelection(mainWindow.tree), true, item);
     } else {
         const int row = SelectedRow();

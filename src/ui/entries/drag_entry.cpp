@@ -193,7 +193,7 @@ void Drop() {
     if (!drop) return;
     if (position >= 0) return PlaceAndShow(position, drop->one, Act::kMove);
     const std::vector<Moved> moved =
-        settings.showTree ? MovedNodes(ShownTree(), MarkedNodes()) : MovedEntries(SelectedInList());
+        IsTreeShown() ? MovedNodes(ShownTree(), MarkedNodes()) : MovedEntries(SelectedInList());
     PlaceManyAndShow(moved, drop->many, Act::kMove);
 }
 

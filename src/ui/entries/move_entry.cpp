@@ -49,7 +49,7 @@ void PlaceAndShow(int position, const Placement& placement, Act act) {
 }
 
 bool CanMoveInView() {
-    return settings.showTree || (settings.sortColumn < 0 && !IsFiltered());
+    return IsTreeShown() || (settings.sortColumn < 0 && !IsFiltered());
 }
 
 bool PlaceManyAndShow(const std::vector<Moved>& moved, const Destination& destination, Act act) {
@@ -69,8 +69,8 @@ bool PlaceManyAndShow(const std::vector<Moved>& moved, const Destination& destin
 }
 
 static void MoveMany(const std::vector<int>& selected, bool down) {
-    const Rearrangement order = settings.showTree ? StepManyInTree(ShownTree(), MarkedNodes(), down)
-                                                  : StepManyInRows(mainWindow.rows, selected, down);
+    const Rearrangement order = IsTreeShown() ? StepManyInTree(ShownTree(), MarkedNodes(), down)
+                                              : StepManyInRows(mainWindow.rows, selected, down);
     if (order.places == order.sources || !SaveEdits(Warn::kAlways)) return;
     Action action = {Act::kMove, NameOfEntries(mainWindow.entries, selected), selected};
     action.after = LandingsOf(order, selected);
@@ -85,8 +85,8 @@ void MoveSelected(bool down) {
     const int position = SelectedEntry();
     if (selected.size() > 1 || position < 0) return MoveMany(selected, down);
     const std::optional<Placement> step =
-        settings.showTree ? StepInTree(ShownTree(), mainWindow.entries, position, down)
-                          : StepInRows(mainWindow.rows, mainWindow.entries, position, down);
+        IsTreeShown() ? StepInTree(ShownTree(), mainWindow.entries, position, down)
+                      : StepInRows(mainWindow.rows, mainWindow.entries, position, down);
     if (step) PlaceAndShow(position, *step, Act::kMove);
 }
 

@@ -6,7 +6,6 @@
 #include "clipboard/clipboard_text.h"
 #include "store/file_commit.h"
 #include "store/list_exchange.h"
-#include "store/settings.h"
 #include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/shell/file_dialog.h"

@@ -19,8 +19,12 @@ std::wstring FieldText(int control) {
     return text;
 }
 
+bool IsTreeShown() {
+    return settings.showTree && mainWindow.listMode != ListMode::kClashes;
+}
+
 bool IsFiltered() {
-    return GetWindowTextLengthW(DialogControl(IDC_FILTER)) > 0;
+    return mainWindow.listMode != ListMode::kAll || GetWindowTextLengthW(DialogControl(IDC_FILTER)) > 0;
 }
 
 void TellSelectionChanged() {
@@ -29,7 +33,7 @@ void TellSelectionChanged() {
 }
 
 HWND ShownView() {
-    return settings.showTree ? mainWindow.tree : mainWindow.list;
+    return IsTreeShown() ? mainWindow.tree : mainWindow.list;
 }
 
 }  // namespace verbatix

@@ -12,8 +12,12 @@
 #include "store/settings.h"
 #include "store/settings_commit.h"
 #include "ui/editor/editor.h"
+#include "ui/state/entry_uses.h"
 #include "ui/state/main_window.h"
+#include "ui/state/notice.h"
 #include "ui/state/status_bar.h"
+#include "ui/views/list_columns.h"
+#include "ui/views/list_modes.h"
 #include "ui/views/list_rows.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
@@ -33,10 +37,20 @@ void ShowChosenView() {
     ShowWindow(DialogControl(IDC_LIST_CAPTION), isTree ? SW_HIDE : SW_SHOW);
 }
 
+// The line at the bottom of the window, a click on which leads back.
+static void TellMode() {
+    const std::wstring line = ModeLine(mainWindow.rows.size());
+    if (line.empty()) {
+        TakeNoticeDown(Notice::kListMode);
+    } else {
+        PutNotice(Notice::kListMode, line, [] { ShowListMode(ListMode::kAll); });
+    }
+}
+
 void RefreshViews(bool keepSelection) {
     MainWindow& main = mainWindow;
     if (!main.list) return;
-    static std::wstring filterBefore;
+    static std::pair<ListMode, std::wstring> shownBefore;
     // Of those in selected groups only the groups stay selected.
     std::vector<int> selected;
     if (keepSelection) {
@@ -45,15 +59,27 @@ void RefreshViews(bool keepSelection) {
         if (shown != selected.end()) std::rotate(selected.begin(), shown, shown + 1);
     }
     ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0,
-                       settings.showTree ? -1 : settings.sortColumn, settings.sortDescending != 0};
-    if (order.filter == filterBefore && !selected.empty()) order.pinned = selected.front();
-    main.rows = ShownRows(main.entries, order);
+                       IsTreeShown() ? -1 : settings.sortColumn, settings.sortDescending != 0};
+    order.usesOf = UsesOf;
+    const std::pair shownNow(main.listMode, order.filter);
+    if (std::exchange(shownBefore, shownNow) == shownNow && !selected.empty())
+        order.pinned = selected.front();
+    if (main.listMode == ListMode::kClashes) order.sortColumn = -1;
+    main.rows = RowsOfMode(ShownRows(main.entries, order), order.pinned);
     main.entryCount = CountEntries(main.entries);
-    filterBefore = order.filter;
     RefreshList(selected);
-    RefreshTree(SelectedEntry(), !order.filter.empty());
+    RefreshTree(SelectedEntry(), IsFiltered());
+    TellMode();
     UpdateStatusBar();
     TellSelectionChanged();
+}
+
+void ShowListMode(ListMode mode) {
+    if (std::exchange(mainWindow.listMode, mode) == mode) return;
+    ShowChosenView();
+    RefreshViews(true);
+    if (mode != ListMode::kAll && SelectedEntry() < 0) SelectFirstEntry();
+    ScrollToListRow(SelectedEntry());
 }
 
 void SelectEntries(const std::vector<int>& positions) {
@@ -65,6 +91,7 @@ void SelectEntries(const std::vector<int>& positions) {
     };
     if (IsFiltered() && std::any_of(positions.begin(), positions.end(), isHidden)) {
         SetDlgItemTextW(mainWindow.window, IDC_FILTER, L"");
+        ShowListMode(ListMode::kAll);
         RefreshViews(true);
     }
     SelectListRows(positions);
@@ -77,7 +104,7 @@ void SelectEntry(int position) {
 }
 
 static std::vector<int> ShownOrder() {
-    return settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
+    return IsTreeShown() ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
 }
 
 void SelectAllEntries() {
@@ -88,7 +115,7 @@ void SelectAllEntries() {
 }
 
 std::vector<int> SelectedEntries() {
-    if (!settings.showTree) return SelectedInList();
+    if (!IsTreeShown()) return SelectedInList();
     std::vector<int> positions;
     std::set<int> known;
     for (const int node : MarkedNodes()) {
@@ -173,7 +200,25 @@ void OnFilterNotification(int code) {
     }
 }
 
+void ShowUsesAnew() {
+    const HWND list = mainWindow.list;
+    const bool isSorted = settings.sortColumn == kLastUsedColumn || settings.sortColumn == kUsesColumn;
+    const bool isSeen = settings.showUses || mainWindow.listMode == ListMode::kUnused;
+    if (!isSeen || !IsWindowVisible(mainWindow.window)) return;
+    // Not under the user's hands: rows that go while he is here stay until he does something.
+    const bool isAway = GetActiveWindow() != mainWindow.window && !mainWindow.listCommandsBlocked;
+    if (isAway && (isSorted || mainWindow.listMode == ListMode::kUnused)) return RefreshViews(true);
+    InvalidateRect(list, nullptr, FALSE);
+}
+
+void SwitchUseColumns() {
+    RunSettingCommand(CMD_SHOW_USES);
+    if (!settings.showUses && settings.sortColumn > kTextColumn) ChangeSetting(&Settings::sortColumn, -1);
+    RefreshViews(true);
+}
+
 static void SortByColumn(int column) {
+    if (mainWindow.listMode == ListMode::kClashes) return;
     int sortColumn = settings.sortColumn;
     int descending = settings.sortDescending;
     ClickColumn(column, sortColumn, descending);
@@ -186,7 +231,7 @@ static void SortByColumn(int column) {
 void OnViewNotify(const NMHDR& header) {
     if (header.hwndFrom == mainWindow.tree) return OnTreeNotify(header);
     if (header.code != LVN_COLUMNCLICK) return OnListNotify(header);
-    SortByColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
+    SortByColumn(ColumnAt(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem));
 }
 
 }  // namespace verbatix

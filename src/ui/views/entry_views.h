@@ -6,6 +6,8 @@
 
 #include <vector>
 
+#include "ui/state/main_window.h"
+
 namespace verbatix {
 
 // Shows the tree or the list, as the option says. The keyboard stays in the view.
@@ -16,8 +18,17 @@ void ShowChosenView();
 // otherwise none is.
 void RefreshViews(bool keepSelection);
 
-// Selects the entry at that position and scrolls it into sight; a filter that hides it is taken away. One
-// that does not exist selects nothing.
+// Shows all entries, those that were never used, or those that clash.
+void ShowListMode(ListMode mode);
+
+// Uses have been counted: shows them where they are to be seen.
+void ShowUsesAnew();
+
+// The option for the columns about them.
+void SwitchUseColumns();
+
+// Selects the entry at that position and scrolls it into sight; a filter or mode that hides it is taken
+// away. One that does not exist selects nothing.
 void SelectEntry(int position);
 
 // The same with several, of which the first is the one that the editor shows; none changes nothing.

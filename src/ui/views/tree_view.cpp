@@ -271,7 +271,7 @@ int NodeOf(HTREEITEM item) {
 }
 
 void RefreshTree(int selected, bool filtered) {
-    if (!settings.showTree) {
+    if (!IsTreeShown()) {
         view.tree = {};
         view.marked.clear();
         const WithoutDrawing quiet;
@@ -304,7 +304,7 @@ void RefreshTree(int selected, bool filtered) {
 }
 
 void SelectInTree(const std::vector<int>& positions, int shown) {
-    if (!settings.showTree) return;
+    if (!IsTreeShown()) return;
     DropMarks();
     Select(shown < 0 ? -1 : FindEntryNode(view.tree, shown));
     if (positions.size() < 2) return;
@@ -352,7 +352,7 @@ void SelectNode(const TreeNode& node) {
 }
 
 int SelectedNode() {
-    return settings.showTree ? NodeOf(TreeView_GetSelection(mainWindow.tree)) : -1;
+    return IsTreeShown() ? NodeOf(TreeView_GetSelection(mainWindow.tree)) : -1;
 }
 
 bool NodeRectangle(HTREEITEM node, bool nameOnly, RECT& item) {
@@ -395,13 +395,13 @@ void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath) {
 }
 
 void ExpandAll() {
-    if (!settings.showTree) return;
+    if (!IsTreeShown()) return;
     RememberAllOpen();
     OpenAgain();
 }
 
 void CollapseAll() {
-    if (!settings.showTree) return;
+    if (!IsTreeShown()) return;
     view.open.clear();
     view.filtered = false;
     // What is selected would open again what it lies in.
