@@ -33,7 +33,7 @@ struct LoggedPress {
     unsigned key = 0;
     wchar_t program[32] = {};  // file name of the one in front, cut off
     PressWay way = PressWay::kInsideHook;
-    int entry = -1;             // its number in the list; -1: none, or not one alone
+    int entry = -1;             // number of the one chosen from a menu; -1: none
     const wchar_t* kind = L"";  // of the entry's text, a constant
     unsigned strokes = 0;       // sent to the program, copies and pastes too
     unsigned copies = 0;

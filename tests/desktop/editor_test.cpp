@@ -178,7 +178,9 @@ TEST_F(EditorTest, ThePreviewFollowsTheTextAndMendsACode) {
     EXPECT_EQ(Text(IDC_TEXT), L"%copy_txt%\r\nin %YYYY%");
     Menu(CMD_SHOW_PREVIEW);
     EXPECT_TRUE(FileGets(L"show_preview=0"));
-    const auto isGone = [this](int control) { return WaitFor([&] { return !IsWindowVisible(Control(control)); }); };
+    const auto isGone = [this](int control) {
+        return WaitFor([&] { return !IsWindowVisible(Control(control)); });
+    };
     EXPECT_TRUE(isGone(IDC_PREVIEW));
     EXPECT_TRUE(isGone(IDC_MEND_CODE));
 }

@@ -99,7 +99,13 @@ TEST_F(Tray, APauseIsSeenAndKeepsHotkeysFromOneProgramOrAll) {
         return WaitFor([&] { return target.Text() == text; });
     };
     SendMessageW(dialog_, WM_TIMER, TIMER_CLOCK_JUMP, 0);
-    const std::vector<COLORREF> active = Picture();
+    // The icon that is blue: until the task bar has drawn it there is none.
+    std::vector<COLORREF> active;
+    const auto isBlue = [](COLORREF pixel) { return GetBValue(pixel) > GetRValue(pixel) + 100; };
+    ASSERT_TRUE(WaitFor([&] {
+        active = Picture();
+        return std::count_if(active.begin(), active.end(), isBlue) > 30;
+    }));
     ChooseOver(target, kHour);
     EXPECT_TRUE(WaitFor([&] { return Picture() != active; }));
     EXPECT_TRUE(pressBecomes(L"")) << target.Text();

@@ -52,6 +52,26 @@ const wchar_t* HookState() {
     return hotkeyState.frontIsOutOfReach ? L"out of reach of the program in front" : L"active";
 }
 
+// The number of the entry that is alone on its hotkey. Looked up only now: a press has no time for it.
+int NumberAlone(const LoggedPress& press) {
+    if (press.way == PressWay::kMenu) return -1;
+    for (const auto& [position, slot] : mainWindow.entries) {
+        const ListEntry& entry = slot.current;
+        const bool isOnIt = (static_cast<unsigned>(entry.keyCode) & 0xFFU) == press.key;
+        if (isOnIt && entry.modifier == press.modifier && !IsBlank(entry))
+            return static_cast<int>(entry.number);
+    }
+    return -1;
+}
+
+std::vector<LoggedPress> PressesWithNumbers() {
+    std::vector<LoggedPress> presses = LoggedPresses();
+    for (LoggedPress& press : presses) {
+        if (press.entry < 0) press.entry = NumberAlone(press);
+    }
+    return presses;
+}
+
 }  // namespace
 
 std::wstring PressLines(std::span<const LoggedPress> presses) {
@@ -83,7 +103,7 @@ void ShowPressReport() {
     const std::wstring path =
         settingsPath.substr(0, settingsPath.rfind(L'\\') + 1) + kProductName + L"_diagnostics.txt";
     if (!WriteWholeFile(path, CREATE_ALWAYS,
-                        AsUtf16File(ProgramReport() + L"\r\n" + PressLines(LoggedPresses())))) {
+                        AsUtf16File(ProgramReport() + L"\r\n" + PressLines(PressesWithNumbers())))) {
         MessageBoxW(mainWindow.window, FillIn(LanguageText(text::kNoDiagnostics), {path}).c_str(),
                     kProductName, MB_OK | MB_ICONWARNING);
         return;

@@ -5,7 +5,6 @@
 #include "clipboard/clipboard_session.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
-#include "hotkeys/press_log.h"
 #include "menu/menu_popup.h"
 #include "paste/execution_time.h"
 #include "paste/executor.h"
@@ -33,21 +32,8 @@ static void DeliverIntoTarget(const std::wstring& text, const HotkeyPress& press
     DeliverInto(text, WindowToBeInFront(press));
 }
 
-// The number of the entry alone on its hotkey; -1 where it is gone meanwhile.
-static int NumberOf(const HotkeyPress& press, const std::wstring& text) {
-    for (const auto& [position, slot] : mainWindow.entries) {
-        const ListEntry& entry = slot.current;
-        if ((static_cast<unsigned>(entry.keyCode) & 0xFFU) == press.key &&
-            entry.modifier == press.modifier && text == entry.text) {
-            return static_cast<int>(entry.number);
-        }
-    }
-    return -1;
-}
-
 void ExecuteFromHotkey(const std::wstring& text) {
     NoteUse(keyboardHook.press.key, keyboardHook.press.modifier, text);
-    CurrentPress().entry = NumberOf(keyboardHook.press, text);
     ExecuteInTarget(text, keyboardHook.press);
 }
 
