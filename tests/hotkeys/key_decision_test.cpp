@@ -87,15 +87,6 @@ TEST(HotkeyTables, CountAndKeepTheLastTextWithinTheirBounds) {
     EXPECT_EQ(tables->anyModifier['Q'] + tables->counts[4]['Q'] + tables->texts[4]['Q'].size(), 0U);
 }
 
-TEST(ModifierCode, NeedsExactlyOneOfTheStates) {
-    const std::map<unsigned, int> codes = {{1, 0}, {2, 1},  {36, 2},  {40, 3},  {8, 3},   {32, 4},
-                                           {4, 5}, {16, 6}, {256, 7}, {512, 8}, {1024, 9}};
-    for (unsigned word = 0; word < 2048; ++word) {
-        const auto code = codes.find(word);
-        EXPECT_EQ(ModifierCodeOf(word), code == codes.end() ? -1 : code->second) << word;
-    }
-}
-
 TEST_F(DecideKeyTest, PicksTheActionByTheEntriesAndTheState) {
     const std::pair<DWORD, KeyAction> rows[] = {{'Q', KeyAction::TriggerEntry},
                                                 {'W', KeyAction::TriggerMenu},
