@@ -8,6 +8,7 @@
 
 #include "store/entry_moves.h"
 #include "store/entry_syntax.h"
+#include "store/entry_uses.h"
 #include "store/export_text.h"
 
 namespace verbatix {
@@ -88,6 +89,57 @@ TEST(EditorText, IsStoredOnOneLine) {
     EXPECT_EQ(EditorFromStoredText(L"a\\nb\\n"), L"a\r\nb\r\n");
     EXPECT_TRUE(StoredFromEditorText(std::wstring(4000, L'x')));
     EXPECT_FALSE(StoredFromEditorText(std::wstring(4001, L'x')));
+}
+
+TEST(EntryUses, GoWithTheEntryWhateverBecomesOfIt) {
+    constexpr UseKey a = 1, b = 2, c = 3, d = 4;
+    const Uses five = {5, 50};
+    const Uses two = {2, 90};
+    const struct {
+        EditedKeys edited;
+        UseBook expected;
+    } rows[] = {
+        {{{a, c}}, {{a, five}, {b, two}, {c, five}}},         // edited
+        {{{a, b}, {b, a}}, {{a, five}, {b, two}}},            // changed places
+        {{{a, b}, {b, c}, {c, a}}, {{a, five}, {b, two}}},    // all moved by one
+        {{{a, a}, {b, d}}, {{a, five}, {b, two}, {d, two}}},  // renamed, edited
+        {{{a, b}}, {{a, five}, {b, {5, 90}}}},                // made equal to another
+        {{{d, c}}, {{a, five}, {b, two}}},                    // never used
+    };
+    for (const auto& [edited, expected] : rows) {
+        UseBook book = {{a, five}, {b, two}};
+        CarryUses(book, edited);
+        EXPECT_EQ(book, expected) << edited[0].first << edited[0].second << edited.size();
+        // A save that fails tells of the same edit again.
+        CarryUses(book, edited);
+        EXPECT_EQ(book, expected) << "again";
+    }
+    EXPECT_NE(UseKeyOf('Q', 4, L"text"), UseKeyOf('Q', 5, L"text"));
+    EXPECT_NE(UseKeyOf('Q', 4, L"text"), UseKeyOf('W', 4, L"text"));
+    EXPECT_EQ(UseKeyOf(0xffffff00 + 200, 12, L"text"), UseKeyOf(200, 0, L"text")) << "as the hook has it";
+    EXPECT_EQ(UseKeyOf('Q', 4, L"text"), 0xdd52bea1b0ef3bafU) << "files depend on it";
+}
+
+TEST(EntryUses, AreReadBackAndNothingElseIs) {
+    UseBook book;
+    for (const std::int64_t now : {100, 200}) CountUse(book, 0xabc, now);
+    CountUse(book, 0xffffffffffffffff, 1'795'000'000);
+    CountUse(book, 7, 5);
+    const std::string bytes = FormatUses(book, {0xabc, 0xffffffffffffffff, 8});
+    const UseBook kept = {{0xabc, {2, 200}}, {0xffffffffffffffff, {1, 1'795'000'000}}};
+    EXPECT_EQ(ParseUses(bytes), kept) << bytes;
+    const std::pair<std::string, UseBook> rows[] = {
+        {"", {}},
+        {"a 1 2", {{10, {1, 2}}}},
+        {"a 1 2\na 3 4\r\n", {{10, {3, 4}}}},
+        {"a 4294967295 2\n", {{10, {999'999'999, 2}}}},
+        {"11112222333344445 1 2\n; 1 1 1\n\n 1 1 1\ng 1 1\n1 x 1\n1 0 1\n1 1\n1 1 -5\n1 -1 1\n1 "
+         "99999999999 1"
+         "\n1 1 999999999999999\n1,1,1\n" +
+             std::string(9, '\0'),
+         {}},
+    };
+    for (const auto& [text, expected] : rows) EXPECT_EQ(ParseUses(text), expected) << text;
 }
 
 TEST(EntryValue, ReadsWhatTheFileHolds) {
