@@ -11,9 +11,11 @@
 #include "base/text.h"
 #include "bench/measure.h"
 #include "ids.h"
+#include "store/entry.h"
 #include "support/keys.h"
 #include "support/program_run.h"
 #include "support/wait.h"
+#include "ui/views/clashes.h"
 
 namespace verbatix::bench {
 
@@ -139,7 +141,7 @@ void BenchWindow() {
         "ms (at most 100)");
     SetWindowTextW(filter, L"");
     const auto sort = [&](int) {
-        const LPARAM middle = MAKELPARAM(500, 5);
+        const LPARAM middle = MAKELPARAM(200, 5);
         SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, middle);
         SendMessageW(header, WM_LBUTTONUP, 0, middle);
     };
@@ -155,6 +157,8 @@ void BenchWindow() {
     };
     Row("10,000 entries: sorted by use", TimeShown(dialog, nothing, sortByUse), "ms (at most 100)");
     command(CMD_SHOW_USES);
+    Row("10,000 entries: columns of uses shown or hidden",
+        TimeShown(dialog, nothing, [&](int) { command(CMD_SHOW_USES); }), "ms (at most 100)");
     for (const WPARAM view : {CMD_ONLY_UNUSED, CMD_CLASHES}) {
         bool isShown = false;
         const auto leave = [&] {

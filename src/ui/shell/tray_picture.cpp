@@ -54,7 +54,7 @@ bool IsInExclamation(Point at) {
 bool IsInShield(Point at, double margin) {
     constexpr double kTop = 0.375;
     constexpr double kShoulder = 0.6875;
-    constexpr double kHalf = 0.28;
+    constexpr double kHalf = 0.3125;
     const double bottom = 1.0 + margin;
     if (at.y < kTop - margin || at.y >= bottom) return false;
     const double down = std::max(0.0, (at.y - kShoulder) / (bottom - kShoulder));

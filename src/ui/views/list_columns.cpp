@@ -133,24 +133,34 @@ void ShowColumns(HWND list) {
     for (const Column& column : kColumns) {
         if (column.isShown()) wanted.push_back(&column);
     }
-    const bool isOther = wanted != columns.shown;
+    if (wanted == columns.shown) return;
+    const bool isVisible = IsWindowVisible(list) != FALSE;
+    // One painting instead of one for each of the changes.
+    if (isVisible) SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     const bool before = std::exchange(columns.sharing, true);
-    if (isOther) {
-        // The first ones are in both and stay.
-        const auto [gone, come] =
-            std::mismatch(columns.shown.begin(), columns.shown.end(), wanted.begin(), wanted.end());
-        const auto kept = static_cast<int>(gone - columns.shown.begin());
-        for (int index = Count() - 1; index >= kept; --index)
-            SendMessageW(list, LVM_DELETECOLUMN, static_cast<WPARAM>(index), 0);
-        columns.shown = std::move(wanted);
-        for (int index = kept; index < Count(); ++index)
-            Insert(list, index, *columns.shown[static_cast<std::size_t>(index)]);
+    // The first ones are in both and stay.
+    const auto [gone, come] =
+        std::mismatch(columns.shown.begin(), columns.shown.end(), wanted.begin(), wanted.end());
+    const auto kept = static_cast<int>(gone - columns.shown.begin());
+    for (int index = Count() - 1; index >= kept; --index)
+        SendMessageW(list, LVM_DELETECOLUMN, static_cast<WPARAM>(index), 0);
+    columns.shown = std::move(wanted);
+    for (int index = kept; index < Count(); ++index) {
+        Insert(list, index, *columns.shown[static_cast<std::size_t>(index)]);
+        Label(list, index, *columns.shown[static_cast<std::size_t>(index)]);
     }
+    PutClashesFirst(list);
+    columns.sharing = before;
+    ShareListWidth();
+    if (isVisible) {
+        SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+        RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    }
+}
+
+void RelabelColumns(HWND list) {
     int index = 0;
     for (const Column* column : columns.shown) Label(list, index++, *column);
-    if (isOther) PutClashesFirst(list);
-    columns.sharing = before;
-    if (isOther) ShareListWidth();
 }
 
 ListColumn ColumnAt(int index) {

@@ -13,9 +13,11 @@ namespace verbatix {
 // To be called once: the first columns, and the watch over their widths.
 void SetUpColumns(HWND list);
 
-// Gives the control the columns that are to be shown now, in the language that is active, and keeps the
-// widths of those that stay.
+// Gives the control the columns that are to be shown now, and keeps the widths of those that stay.
 void ShowColumns(HWND list);
+
+// Shows the columns' titles in the language that is active now.
+void RelabelColumns(HWND list);
 
 // The column that the control has under that number.
 ListColumn ColumnAt(int index);

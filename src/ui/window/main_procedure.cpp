@@ -140,7 +140,7 @@ static LRESULT OnNotify(NMHDR& header) {
 // The parts whose texts stand in the window, each anew.
 static void OnLanguageChanged() {
     RelabelEditor();
-    ShowColumns(mainWindow.list);
+    RelabelColumns(mainWindow.list);
     RebuildMenuBar();
     // Captions differ in length, and a menu bar may need a second line.
     LayOutControls(mainWindow.window);
