@@ -59,7 +59,6 @@ enum : int {
 
     // The main window
     kNew = 1040,
-    kCopy = 1041,
     kDelete = 1042,
     kTest = 1043,
     kInsert = 1044,
