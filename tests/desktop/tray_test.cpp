@@ -106,19 +106,26 @@ TEST_F(Tray, APauseIsSeenAndKeepsHotkeysFromOneProgramOrAll) {
         active = Picture();
         return std::count_if(active.begin(), active.end(), isBlue) > 30;
     }));
+    // But for the soft edge, which the task bar may draw over the one before.
+    const auto isActive = [&] {
+        const std::vector<COLORREF> now = Picture();
+        int different = 0;
+        for (std::size_t i = 0; i < now.size(); ++i) different += now[i] != active[i];
+        return different < 30;
+    };
     ChooseOver(target, kHour);
-    EXPECT_TRUE(WaitFor([&] { return Picture() != active; }));
+    EXPECT_TRUE(WaitFor([&] { return !isActive(); }));
     EXPECT_TRUE(pressBecomes(L"")) << target.Text();
     ChooseOver(target, kHour);
-    EXPECT_TRUE(WaitFor([&] { return Picture() == active; }));
+    EXPECT_TRUE(WaitFor(isActive));
     ChooseOver(target, kProgram);
     EXPECT_TRUE(FileGets(L"[paused_programs]\r\nprograms=target_window.exe"));
     EXPECT_TRUE(pressBecomes(L"")) << target.Text();
-    EXPECT_TRUE(WaitFor([&] { return Picture() != active; }));
+    EXPECT_TRUE(WaitFor([&] { return !isActive(); }));
     ChooseOver(target, kProgram);
     EXPECT_TRUE(WaitFor([&] { return !FileHolds(L"target_window"); }));
     EXPECT_TRUE(pressBecomes(L"text x")) << target.Text();
-    EXPECT_TRUE(WaitFor([&] { return Picture() == active; }));
+    EXPECT_TRUE(WaitFor(isActive));
     EXPECT_EQ(run_.Exit(), 1);
 }
 
