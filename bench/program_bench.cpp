@@ -6,13 +6,16 @@
 #include <psapi.h>
 
 #include <string>
+#include <utility>
 
 #include "base/text.h"
 #include "bench/measure.h"
 #include "ids.h"
+#include "store/entry.h"
 #include "support/keys.h"
 #include "support/program_run.h"
 #include "support/wait.h"
+#include "ui/views/clashes.h"
 
 namespace verbatix::bench {
 
@@ -138,11 +141,37 @@ void BenchWindow() {
         "ms (at most 100)");
     SetWindowTextW(filter, L"");
     const auto sort = [&](int) {
-        const LPARAM middle = MAKELPARAM(500, 5);
+        const LPARAM middle = MAKELPARAM(200, 5);
         SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, middle);
         SendMessageW(header, WM_LBUTTONUP, 0, middle);
     };
     Row("10,000 entries: a column sorted", TimeShown(dialog, nothing, sort), "ms (at most 100)");
+    const auto command = [&](WPARAM id) { SendMessageW(dialog, WM_COMMAND, id, LPARAM{0xAFFE0000}); };
+    command(CMD_SHOW_USES);
+    const auto sortByUse = [&](int) {
+        RECT client = {};
+        GetClientRect(header, &client);
+        const LPARAM last = MAKELPARAM(client.right - 60, 5);
+        SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, last);
+        SendMessageW(header, WM_LBUTTONUP, 0, last);
+    };
+    Row("10,000 entries: sorted by use", TimeShown(dialog, nothing, sortByUse), "ms (at most 100)");
+    command(CMD_SHOW_USES);
+    Row("10,000 entries: columns of uses shown or hidden",
+        TimeShown(dialog, nothing, [&](int) { command(CMD_SHOW_USES); }), "ms (at most 100)");
+    for (const WPARAM view : {CMD_ONLY_UNUSED, CMD_CLASHES}) {
+        bool isShown = false;
+        const auto leave = [&] {
+            if (std::exchange(isShown, false)) command(view);
+        };
+        const auto enter = [&](int) {
+            command(view);
+            isShown = true;
+        };
+        Row(view == CMD_CLASHES ? "10,000 entries: clashes shown" : "10,000 entries: unused ones shown",
+            TimeShown(dialog, leave, enter), "ms (at most 100)");
+        leave();
+    }
     const auto edit = [&](int) {
         SendMessageW(text, WM_CHAR, L'e', 0);
         SendMessageW(dialog, WM_TIMER, TIMER_EDITOR_UPDATE, 0);

@@ -21,7 +21,7 @@ LangString NeedsRights ${LANG_GERMAN} "Um Verbatix für alle Benutzer zu install
 LangString CannotWrite ${LANG_GERMAN} "Verbatix.exe lässt sich in diesen Ordner nicht schreiben. Es wurde nichts geändert."
 LangString Autostart ${LANG_GERMAN} "Verbatix mit Windows starten"
 LangString Desktop ${LANG_GERMAN} "Verknüpfung auf dem Desktop"
-LangString DeleteList ${LANG_GERMAN} "Auch meine Texte und Optionen löschen"
+LangString DeleteList ${LANG_GERMAN} "Auch meine Texte und Einstellungen löschen"
 !insertmacro Language "Italian"
 !insertmacro Language "Swedish"
 !insertmacro Language "Serbian"

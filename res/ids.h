@@ -87,6 +87,10 @@
 #define CMD_TRAY_EXIT 40003
 
 #define CMD_TRAY_NEW 40004
+#define CMD_TRAY_ENTRY_FIRST 42000    // and up: the entries used last
+#define CMD_TRAY_HOUR 40090           // pauses the hotkeys for an hour
+#define CMD_TRAY_PROGRAM 40091        // pauses them in the program that was in front
+#define CMD_TRAY_PROGRAM_FIRST 42010  // and up: the programs in which they are paused
 
 // Menu bar: what it sends carries a marker, so its numbers may be others' too
 #define CMD_TRAY_IF_CLOSE 2
@@ -132,6 +136,9 @@
 #define CMD_QUESTIONS 32794  // of the main window too
 #define CMD_LOOK_FOR_UPDATES 44000
 #define CMD_UNINSTALL 44003
+#define CMD_SHOW_USES 40092
+#define CMD_ONLY_UNUSED 40093
+#define CMD_CLASHES 40094
 #define CMD_LANGUAGE_FIRST 50000  // and the number of the language
 #define CMD_LANGUAGE_LAST 59999
 

@@ -59,7 +59,6 @@ enum : int {
 
     // The main window
     kNew = 1040,
-    kCopy = 1041,
     kDelete = 1042,
     kTest = 1043,
     kInsert = 1044,
@@ -350,6 +349,32 @@ enum : int {
     kMenuNotInFront = 1384,
     kNothingDone = 1385,
 
+    // Pauses; what the tip of the tray icon says
+    kPausedUntil = 1720,
+    kPausedIn = 1721,
+    kTipNotSaved = 1722,
+    kTipListUnread = 1723,
+    kPauseForAnHour = 1724,
+    kPauseInProgram = 1725,
+    kPausedPrograms = 1726,
+
+    // The use of entries, clashes
+    kLastUsedColumn = 1730,
+    kUsesColumn = 1731,
+    kNeverUsed = 1732,
+    kShowUses = 1733,
+    kOnlyUnused = 1734,
+    kUnusedLine = 1735,
+    kNoUnused = 1736,
+    kClashes = 1740,
+    kClashColumn = 1741,
+    kSharesHotkey = 1742,
+    kSharesText = 1743,
+    kLacksHotkey = 1744,
+    kClashLine = 1745,
+    kNoClashes = 1746,
+    kSharesBoth = 1747,
+    kLacksHotkeySharesText = 1748,
     // How the main window looks
     kFocusSplitter = 1700,
     kFixedWidth = 1701,

@@ -1,6 +1,7 @@
 #include "hotkeys/foreground.h"
 
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/pause.h"
 
 namespace verbatix {
 
@@ -13,6 +14,12 @@ void BringToFront(HWND window) {
     SetForegroundWindow(window);
     if (!altIsDown)
         keybd_event(VK_MENU, scanCode, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP, kSyntheticInputTag);
+}
+
+bool GiveForeground(HWND window) {
+    BringToFront(window);
+    for (int i = 0; i < 50 && GetForegroundWindow() != window; ++i) Pause(10);
+    return GetForegroundWindow() == window;
 }
 
 void TakeAltStrokesOut() {

@@ -12,6 +12,9 @@ namespace verbatix {
 // exist is ignored. The Alt events arrive in the queue of the new foreground window.
 void BringToFront(HWND window);
 
+// The same, and waits for it, at most half a second. False when another window is in front then.
+bool GiveForeground(HWND window);
+
 // Takes Alt strokes out of the queue of the calling thread: left there, they would end a menu or open the
 // window's own. Whatever window they are for: while the focus moves, that is not settled. Other keys stay.
 void TakeAltStrokesOut();

@@ -64,6 +64,7 @@ KeyDecision DecideKey(const KBDLLHOOKSTRUCT& event, const HotkeyTables& tables,
     const unsigned modifier = static_cast<unsigned>(code);
     const std::wstring& text = tables.texts[modifier][key];
     if (text.empty() || keys.isDown(key)) return decision;
+    if (keys.isPausedInFront && keys.isPausedInFront()) return decision;
 
     state.claims.Claim(key, now);
     if (IsHotkeyDisabled(disabled, modifier, key)) return {KeyAction::Swallow};

@@ -81,6 +81,9 @@ struct KeyDecision {
 struct KeyStateReader {
     unsigned (*stateWord)() = nullptr;
     bool (*isDown)(DWORD key) = nullptr;
+    // Whether hotkeys are paused in the program in front. Asked only for a press that is a hotkey, which
+    // then goes on to that program like any other; null: never.
+    bool (*isPausedInFront)() = nullptr;
 };
 
 // Decides on one event and remembers in the claims whose it is; `now` is a tick count in milliseconds. Only

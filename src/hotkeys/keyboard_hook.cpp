@@ -26,6 +26,11 @@ static bool IsKeyDown(DWORD key) {
     return GetAsyncKeyState(static_cast<int>(key)) < 0;
 }
 
+static bool IsPausedInFront() {
+    return !keyboardHook.pausedPrograms.empty() &&
+           HasProgram(keyboardHook.pausedPrograms, ProgramOfWindow(GetForegroundWindow()));
+}
+
 namespace {
 
 struct PressedEntry {
@@ -155,8 +160,9 @@ static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM p
     if (IsUsersControlRelease(event)) keyboardHook.rightControlIsHotkeys = false;
     if (event.dwExtraInfo != kSyntheticInputTag) AskForRename(event);
     const ULONGLONG now = GetTickCount64();
-    const KeyDecision decision = DecideKey(event, keyboardHook.tables, keyboardHook.disabled,
-                                           keyboardHook.trigger, {ReadStateWord, IsKeyDown}, now);
+    const KeyDecision decision =
+        DecideKey(event, keyboardHook.tables, keyboardHook.disabled, keyboardHook.trigger,
+                  {ReadStateWord, IsKeyDown, IsPausedInFront}, now);
     if (decision.action <= KeyAction::PassAfterRelease && IsUsersPress(event)) HideNotice();
     switch (decision.action) {
         case KeyAction::PassOn: return CallNextHookEx(nullptr, code, message, parameter);

@@ -12,6 +12,7 @@
 #include "base/handle.h"
 #include "hotkeys/hotkey_tables.h"
 #include "hotkeys/key_decision.h"
+#include "hotkeys/program_of_window.h"
 
 namespace verbatix {
 
@@ -39,6 +40,7 @@ struct KeyboardHook {
     HookClient client;
     HotkeyTables tables;
     DisabledHotkeys disabled;
+    ProgramNames pausedPrograms;  // no hotkey does anything while one of them is in front
     TriggerState trigger;
     HotkeyPress menuRequest;             // whose menu is asked for
     HotkeyPress press;                   // of the entry that is executed, or was last

@@ -214,6 +214,7 @@ static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuCli
     }
     CurrentPress().entry = static_cast<int>(row.number);
     HelpToFront(pasteMenu.request.foreground);
+    Call(client.noteUse, row.position);
     Call(row.piece ? client.deliverText : client.executeEntry, row.text, pasteMenu.request);
 }
 

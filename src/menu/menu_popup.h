@@ -23,6 +23,7 @@ struct MenuClient {
     void (*editEntry)(int position) = nullptr;  // shows the main window maximised, that entry selected
     void (*showMainWindow)() = nullptr;
     void (*explainTakenWinKey)() = nullptr;
+    void (*noteUse)(int position) = nullptr;  // before the entry there, or a piece of it, is carried out
 };
 
 // Shows the menu of the request's hotkey and carries the choice out; returns when that is done. Messages of

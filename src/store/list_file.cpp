@@ -67,6 +67,16 @@ void AfterWrite(EntrySlot& slot, const ListClient& client, bool isWritten) {
     if (isNewText && client.classifyEntry) entry.kind = client.classifyEntry(entry.text);
 }
 
+void TellOfEdits(const std::vector<EntrySlot*>& changed, const ListClient& client) {
+    if (changed.empty() || !client.entriesEdited) return;
+    EditedKeys edited;
+    for (const EntrySlot* slot : changed) {
+        if (IsBlank(slot->saved) || IsBlank(slot->current)) continue;
+        edited.emplace_back(UseKeyOf(slot->saved), UseKeyOf(slot->current));
+    }
+    client.entriesEdited(edited);
+}
+
 bool Add(EntryList& list, const EntryTexts& entry) {
     return ParseStoredEntry(list, entry.value, entry.label, ToInt(entry.order));
 }
@@ -160,6 +170,7 @@ void SaveList(EntryList& list, const ListClient& client, bool refresh, bool chan
         written.push_back(&slot);
         AddValues(values, slot.current);
     }
+    TellOfEdits(written, client);
     values.push_back({kProgramSection, kCountKey, Format(L"%d", CountToStore(list))});
     const bool isWritten = !loading.isUnread && WriteSettingsTogether(std::move(values));
     for (EntrySlot* slot : written) AfterWrite(*slot, client, isWritten);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "store/entry.h"
+#include "store/entry_uses.h"
 #include "store/export_text.h"
 
 namespace verbatix {
@@ -19,6 +20,9 @@ struct ListClient {
     void (*collectEdits)() = nullptr;              // takes pending edits of the views over into the list
     void (*refreshViews)(bool refresh) = nullptr;  // without refresh nothing stays selected
     int (*classifyEntry)(const wchar_t* text) = nullptr;  // gives the `kind` of a text
+    // Entries differ from what was written last: those that are neither new nor deleted, and what they
+    // were.
+    void (*entriesEdited)(const EditedKeys& edited) = nullptr;
     int(WINAPI* showMessage)(HWND owner, const wchar_t* text, const wchar_t* caption,
                              UINT flags) = MessageBoxW;
 };

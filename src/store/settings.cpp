@@ -33,6 +33,7 @@ constexpr SettingRow kTable[] = {
     {L"m_set_focus", kProgramSection, &Settings::setFocus, kMain, CMD_SET_FOCUS, 0},
     {L"m_grouping", kProgramSection, &Settings::grouping, kMain, CMD_SHOW_GROUPS, 0},
     {L"m_show_tree", kProgramSection, &Settings::showTree, kMain, CMD_SHOW_TREE, 0},
+    {L"show_uses", kProgramSection, &Settings::showUses, kMain, CMD_SHOW_USES, 0},
     {L"tray_if_close", kProgramSection, &Settings::trayIfClose, kMain, CMD_TRAY_IF_CLOSE, 0},
     {L"hide_if_close", kProgramSection, &Settings::hideIfClose, kMain, CMD_HIDE_IF_CLOSE, 0},
     {L"start_tray", kProgramSection, &Settings::startTray, kMain, CMD_START_IN_TRAY, 0},

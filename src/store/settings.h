@@ -16,6 +16,7 @@ struct Settings {
     int setFocus = 0;  // 1: the keyboard goes to the list after actions, not to the text
     int grouping = 1;
     int showTree = 0;
+    int showUses = 0;  // the list has columns for when and how often entries were used
     int trayIfClose = 1;
     int hideIfClose = 0;
     int startTray = 0;

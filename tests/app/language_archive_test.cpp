@@ -116,14 +116,6 @@ TEST(OwnArchive, HasEveryTextInBothLanguages) {
     }
 }
 
-TEST(OwnArchive, GivesEachLanguageItsTexts) {
-    ASSERT_TRUE(LoadLanguageArchive(kLanguageGerman));
-    EXPECT_EQ(LanguageText(38), L"Strg");
-    ASSERT_TRUE(LoadLanguageArchive(21));
-    EXPECT_EQ(CurrentLanguages().active, kLanguageEnglish);
-    EXPECT_EQ(CurrentLanguages().names.at(kLanguageGerman), L"Deutsch");
-}
-
 // Numbers in settings files, by the system's language identifiers.
 TEST(DefaultLanguage, IsTheSystemsWhereThereIsANumberForIt) {
     const std::pair<unsigned short, int> rows[] = {

@@ -1,3 +1,4 @@
+// The command line, and the settings file that it or the place of the program chooses.
 #include "app/settings_location.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,6 @@
 #include "store/settings_commit.h"
 #include "store/settings_path.h"
 #include "support/folder.h"
-#include "support/message_box.h"
 
 namespace verbatix::test {
 namespace {
@@ -105,25 +105,6 @@ TEST(WriteTest, LeavesAFreshStampAndWhatTheFileHeld) {
     EXPECT_LT(stamp(), before) << "written with the next value";
 }
 
-std::wstring openedPage;
-
-TEST(ChooseSettingsPath, TellsOnceOfAProgramFolderThatCannotBeWritten) {
-    const std::wstring beside = HelperPath(L"Verbatix.ini");
-    CreateDirectoryW(beside.c_str(), nullptr);  // in the way of the file
-    startOptions.iniPathOverride = L"C:\\list.ini";
-    openWebPage = [](const std::wstring& address) { openedPage += address; };
-    MessageBoxAnswer first;
-    EXPECT_EQ(ChooseSettingsPath(), 1);
-    RemoveDirectoryW(beside.c_str());
-    ASSERT_TRUE(first.Seen());
-    EXPECT_EQ(first.Caption() + L": " + first.Text(), L"Write Error: " + beside);
-    EXPECT_TRUE(settingsPath.ends_with(L"\\Verbatix\\Verbatix.ini")) << settingsPath;
-    MessageBoxAnswer second;
-    ReportWriteError(settingsPath);
-    EXPECT_FALSE(second.Seen());
-    EXPECT_EQ(openedPage, WriteErrorPage(false));
-}
-
 TEST(ChooseSettingsPath, MakesANamedFileAFullPathOnce) {
     const std::wstring folder = HelperPath(L"");
     ASSERT_TRUE(SetCurrentDirectoryW(folder.c_str()));
@@ -135,6 +116,70 @@ TEST(ChooseSettingsPath, MakesANamedFileAFullPathOnce) {
     }
     for (const wchar_t* name : {L"named.ini", L"named.ini.bak", L"Verbatix.ini", L"Verbatix.ini.bak"})
         DeleteFileW((folder + name).c_str());
+}
+
+// The arguments as "name" or "name=>value", joined by "|".
+std::wstring Shown(std::wstring_view commandLine, wchar_t separator = L':') {
+    ArgumentList list;
+    EXPECT_EQ(SplitCommandLine(list, commandLine, separator), list.count);
+    std::wstring result;
+    for (const Argument& argument : list) {
+        if (!result.empty()) result += L'|';
+        result += argument.name;
+        if (argument.value) result.append(L"=>").append(argument.value);
+    }
+    return result;
+}
+
+TEST(CommandLine, IsCutAtBlanksOutsideQuotesAndAtTheFirstSeparator) {
+    const wchar_t* const rows[][2] = {
+        {L"  -bg   hide ", L"-bg|hide"},
+        {L"-ini:C:\\My Files\\x.ini", L"-ini=>C:\\My|Files\\x.ini"},
+        {L"\"-ini:C:\\My Files\\x.ini\" -bg", L"-ini=>C:\\My Files\\x.ini|-bg"},
+        {L"-in\"\"i:a\"b c\"d", L"-ini=>ab cd"},
+        {L"a: :b : \"\" e", L"a=>|=>b|=>|e"},
+        {L"a\tb", L"a b"},           // a tab is no blank while cutting, and one afterwards
+        {L"a \"b c", L"a|b c    "},  // never closed: holds to the end of the padded copy
+    };
+    for (const auto& row : rows) EXPECT_EQ(Shown(row[0]), row[1]) << row[0];
+    EXPECT_EQ(Shown(L"a=b:c d:e", L'='), L"a=>b:c|d:e");
+
+    EXPECT_EQ(Shown(std::wstring(32000, L':')), L"=>" + std::wstring(31999, L':'));
+    EXPECT_EQ(Shown(std::wstring(32000, L'x')), std::wstring(32000, L'x'));
+    std::wstring many;
+    for (int i = 0; i < 300; ++i) many += std::to_wstring(i) + L":v ";
+    ArgumentList list;
+    EXPECT_EQ(SplitCommandLine(list, many, L':'), 256);
+    EXPECT_STREQ(list.arguments[255].name, L"255");
+    EXPECT_EQ(SplitCommandLine(list, L"only", L':'), 1) << "used again, it forgets what it held";
+    const ArgumentList moved = std::move(list);
+    EXPECT_STREQ(moved.arguments[0].name, L"only");
+}
+
+TEST(CommandLine, OptionsAreReadFromItAndGivenToARestart) {
+    // What is read, the file among it, and what a restart is given: the same file and no window.
+    const wchar_t* const rows[][4] = {
+        {L"x -BG", L"background ", L"", L""},
+        {L"-bg:anything", L"background ", L"", L""},
+        {L"HIDE -Bg", L"background hide ", L"", L"hide"},
+        {L"autoupdateservice_2020", L"service ", L"", L""},
+        {L"-INI:x.ini", L"", L"", L""},
+        {L"-ini: -ini:b.ini", L"", L"", L""},
+        {L"\"-ini:D:\\a b\\c.ini\" -BG hide", L"background hide ", L"D:\\a b\\c.ini",
+         L"\"-ini:D:\\a b\\c.ini\" hide"},
+    };
+    for (const auto& row : rows) {
+        ArgumentList list;
+        SplitCommandLine(list, row[0], L':');
+        const StartOptions options = ReadStartOptions(list);
+        const std::wstring seen = std::wstring(options.startInBackground ? L"background " : L"") +
+                                  (options.hideRequested ? L"hide " : L"") +
+                                  (options.updateService ? L"service " : L"") +
+                                  (options.skipInstanceCheck ? L"no check" : L"");
+        EXPECT_EQ(seen, row[1]) << row[0];
+        EXPECT_EQ(options.iniPathOverride, row[2]) << row[0];
+        EXPECT_EQ(RestartArguments(options), row[3]) << row[0];
+    }
 }
 
 }  // namespace

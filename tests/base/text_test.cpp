@@ -1,8 +1,11 @@
+// What every room uses: texts and the owner of handles.
 #include "base/text.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
+
+#include "base/handle.h"
 
 namespace verbatix {
 namespace {
@@ -47,6 +50,31 @@ TEST(Text, CopiesCutsConvertsAndFormats) {
 
     const std::wstring longText(5000, L'x');
     EXPECT_EQ(Format(L"%ls|%03d|%d", longText.c_str(), 7, -1), longText + L"|007|-1");
+}
+
+int closed;
+void CloseThing(int*) {
+    ++closed;
+}
+using Thing = UniqueHandle<int*, CloseThing>;
+
+TEST(UniqueHandle, ClosesExactlyOnceAndTakesTheInvalidFileForNone) {
+    int a, b;
+    {
+        Thing first(&a);
+        Thing second(std::move(first));
+        EXPECT_FALSE(first);  // NOLINT(bugprone-use-after-move): the moved-from state is the subject
+        second = Thing(&b);
+        EXPECT_EQ(closed, 1);
+        Thing& self = second;
+        second = std::move(self);
+        EXPECT_EQ(second.Get(), &b);
+        Thing released(&a);
+        EXPECT_EQ(released.Release(), &a);
+    }
+    EXPECT_EQ(closed, 2);
+    EXPECT_FALSE(
+        UniqueFile(CreateFileW(L"Z:\\none\\x", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 # Every language text has a name in src/base/language_texts.h, every name a text in each language, and the
 # program says every one of them by its name. Texts that a table gives out are found as well: the table holds
 # the name. The numbers of commands have their names in res/ids.h. Arguments: the build folder, which is not
-# looked at, and another folder than . to look into.
+# looked at, and another folder than . to look into. The guides in all languages have the same chapters.
 set -eu
 cd "${2-.}"
 header=src/base/language_texts.h
@@ -32,4 +32,10 @@ said=$(grep -rhoE 'text::k[A-Za-z]+' src --include='*.cpp' --include='*.h' | sed
 report "texts that nothing says" "$(comm -23 <(cut -d' ' -f2 <<<"$names" | sort) <(echo "$said"))"
 report "said by a bare number" "$(grep -rnE 'LanguageText\([^()]*\b[0-9]' src || true)"
 report "commands by a bare number" "$(grep -nE '^ +\{[0-9]+, ' src/ui/window/commands.cpp || true)"
+# The program opens the guide at the chapters of the English one, which the German one names beside its own.
+chapters=$(sed -nE 's/^## (.*)/\1/p' docs/guide.md | tr 'A-Z ' 'a-z-')
+german=$(sed -nE 's/^## .*<a id="(.*)"><\/a>$/\1/p' docs/guide_german.md)
+[ "$chapters" = "$german" ] || report "chapters of the guides" "differ"
+report "chapters that no guide has" "$(sed -n '/kChapters\[\]/,/^};/p' src/ui/shell/guide.cpp |
+    grep -oE 'L"[^"]+"' | tr -d 'L"' | sort -u | comm -23 - <(sort <<<"$chapters"))"
 exit $status

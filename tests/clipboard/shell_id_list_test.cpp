@@ -1,6 +1,4 @@
-// The readers of what the shell and others put on the clipboard, against hostile and damaged data: no read
-// or write outside (the library's assertions are on and the data stands in blocks of its exact size), no
-// hang, and results that lie inside.
+// Lists of the shell on the clipboard, good, hostile and damaged.
 #include "clipboard/shell_id_list.h"
 
 #include <gtest/gtest.h>
@@ -8,13 +6,9 @@
 #include <shlobj.h>
 
 #include <cstdint>
-#include <cstring>
-#include <memory>
-#include <random>
 
 #include "base/handle.h"
 #include "clipboard/clipboard_text.h"
-#include "clipboard/html_format.h"
 #include "clipboard/shell_paths.h"
 #include "support/desktop.h"
 #include "support/folder.h"
@@ -89,51 +83,6 @@ TEST(ReadShellIdLists, YieldsListsOrNothing) {
     for (const auto& [what, block] : rows) EXPECT_FALSE(ReadShellIdLists(block)) << what;
 }
 
-// Damages a copy of `sample`: bytes and numbers changed, parts cut out, doubled, or moved.
-std::string Damaged(std::string data, std::mt19937& random) {
-    static constexpr std::uint32_t kNumbers[] = {0,          1,          2,          0xFF, 0xFFFF,
-                                                 0x7FFFFFFF, 0xFFFFFFFF, 0x3FFFFFFE, 16,   20};
-    static constexpr const char* kWords[] = {
-        "\r", "-1", "99999999999", "StartFragment:", "00", "EndFragment:", "\xff"};
-    const auto below = [&](std::size_t limit) { return limit ? random() % limit : 0; };
-    for (std::size_t changes = 1 + below(6); changes > 0; --changes) {
-        const std::size_t at = below(data.size() + 1);
-        switch (below(5)) {
-            case 0: data.replace(at, 1, 1, static_cast<char>(random())); break;
-            case 1:
-                data.replace(at & ~std::size_t{3}, 4, Number(kNumbers[below(std::size(kNumbers))]));
-                break;
-            case 2: data.erase(at, below(4) ? below(12) : std::string::npos); break;
-            case 3: data.insert(at, kWords[below(std::size(kWords))]); break;
-            default: data.insert(at, data.substr(below(data.size() + 1), below(40))); break;
-        }
-    }
-    return data;
-}
-
-TEST(DamagedData, IsReadFromInside) {
-    constexpr int kInputs = 100'000;
-    std::mt19937 random(20240517);
-    for (int input = 0; input < kInputs; ++input) {
-        const std::string damaged =
-            Damaged(input % 2 ? kGood : BuildHtmlData("<b>f\xc3\xbcnf</b>"), random);
-        const std::unique_ptr<char[]> block(new char[damaged.size()]);
-        std::memcpy(block.get(), damaged.data(), damaged.size());
-        const std::string_view bytes(block.get(), damaged.size());
-        ASSERT_LE(WideTextOf(bytes).size(), bytes.size() / 2 + 1) << input;
-        const std::string_view data = bytes.substr(0, bytes.find('\0'));
-        if (const auto fragment = FindHtmlFragment(data, AnsiTextOf(bytes))) {
-            ASSERT_GE(fragment->data(), data.data()) << input;
-            ASSERT_LT(fragment->data() + fragment->size(), data.data() + data.size()) << input;
-        }
-        if (const auto read = ReadShellIdLists(bytes)) {
-            std::size_t total = read->parent.size();
-            for (const std::string& item : read->items) total += item.size();
-            ASSERT_LE(total, bytes.size()) << input;
-        }
-    }
-}
-
 using UniqueIdList = UniqueHandle<PIDLIST_ABSOLUTE, ILFree>;
 
 std::string BytesOf(PCUIDLIST_RELATIVE list) {
@@ -148,7 +97,7 @@ std::string Below(const UniqueIdList& parent, const std::wstring& file) {
     return child ? BytesOf(child) : std::string();
 }
 
-TEST(ShellPaths, AreReadFromListsAndDataObjects) {
+TEST(ShellPaths, AreReadFromLists) {
     const Folder folder;
     CreateDirectoryW(folder.File(L"one").c_str(), nullptr);
     CreateDirectoryW(folder.File(L"two").c_str(), nullptr);
@@ -192,20 +141,6 @@ TEST(ShellPaths, AreReadFromListsAndDataObjects) {
     }
     ASSERT_TRUE(ClipboardPutText(L"no list"));
     EXPECT_TRUE(readsNothing());
-
-    ASSERT_GE(OleInitialize(nullptr), S_OK);
-    const UniqueIdList one(ILCreateFromPathW(folder.File(L"one").c_str()));
-    const std::string first = Below(one, files[0]);
-    PCUITEMID_CHILD child = reinterpret_cast<PCUITEMID_CHILD>(first.data());
-    IDataObject* object = nullptr;
-    ASSERT_GE(CIDLData_CreateFromIDArray(one.Get(), 1, &child, &object), S_OK);
-    ASSERT_GE(OleSetClipboard(object), S_OK);
-    OleFlushClipboard();
-    object->Release();
-    paths.clear();
-    EXPECT_EQ(ClipboardGetShellPaths(paths), L"\x0001");
-    EXPECT_EQ(paths, files[0] + L"\r\n");
-    OleUninitialize();
 }
 
 }  // namespace

@@ -61,12 +61,9 @@ TEST_F(Slots, AreCopiedAndPasted) {
     CopySlot(L'1', true);
     EXPECT_EQ(ClipboardNow(), L"the user's");
 
-    for (const wchar_t* digits : {L"", L"0", L"abc:-"}) PasteSlots(digits);
+    PasteSlots(L"abc:-0");
     EXPECT_EQ(ClipboardNow(), L"the user's");
-    const ULONGLONG start = GetTickCount64();
     PasteSlots(L"a3 10x3");
-    // Two pauses between three pastes, three short waits before them.
-    EXPECT_GE(GetTickCount64() - start, 1000u + 60 - 16);
     EXPECT_TRUE(Shows(L"three one three ")) << target_.Text();
     PasteSlot(L'1');
     EXPECT_TRUE(Shows(L"three one three one ")) << target_.Text();

@@ -6,7 +6,6 @@
 #include "hotkeys/key_watch.h"
 #include "ids.h"
 #include "support/keys.h"
-#include "support/message_thread.h"
 #include "support/program_run.h"
 #include "support/wait.h"
 
@@ -62,22 +61,31 @@ class EntryCommands : public ::testing::Test {
 
 // Whether the clipboard comes back makes an execution longer, and moves its strokes to where the user lets
 // the hotkey go.
-class EntryCommandsWithRestore : public EntryCommands, public ::testing::WithParamInterface<bool> {
-  protected:
-    void StartWithOption(const std::vector<StoredLine>& lines) {
-        Start(lines, GetParam() ? L"restore_old_clipboard=1\r\n" : L"");
-        ASSERT_TRUE(ClipboardPutText(L"the user's"));
-    }
-};
+class EntryCommandsWithRestore : public EntryCommands, public ::testing::WithParamInterface<bool> {};
 
 INSTANTIATE_TEST_SUITE_P(Off, EntryCommandsWithRestore, ::testing::Values(false));
 INSTANTIATE_TEST_SUITE_P(On, EntryCommandsWithRestore, ::testing::Values(true));
 
-TEST_P(EntryCommandsWithRestore, SlotsKeepAndPaste) {
-    StartWithOption({{L"Ctrl-Alt+1", L"copy_slot:1"},
-                     {L"Ctrl-Alt+9", L"copy_slot:9"},
-                     {L"Ctrl-Alt+S", L"save_slot: 2"},
-                     {L"Ctrl-Alt+P", L"paste_slot:1x92"}});
+TEST_P(EntryCommandsWithRestore, KeepReplaceExpandPlayAndStart) {
+    // The checkout may stand in a folder whose name begins with "n".
+    std::wstring place = run_.Place().Path() + L"\\";
+    ReplaceAll(place, L"\\n", L"\\%nc%n");
+    const std::wstring tool = L"\"" + place + L"my tool.exe\"";
+    Start({{L"Ctrl-Alt+1", L"copy_slot:1"},
+           {L"Ctrl-Alt+9", L"copy_slot:9"},
+           {L"Ctrl-Alt+S", L"save_slot: 2"},
+           {L"Ctrl-Alt+P", L"paste_slot:1x92"},
+           {L"Ctrl-Alt+R", L"replace:\\na=>b\\n%09=>, "},
+           {L"Ctrl-Alt+X", L"<%copy_text%|%copy_text_uc%>%nc%%TAB%."},
+           {L"Ctrl-Alt+K", L"a%send_enter%b%sleep_50%c%send_tab%%send_enter%d"},
+           {L"Ctrl-Alt+A", L"cmd:" + tool + L" one \"two three\""},
+           {L"Ctrl-Alt+B", L"run:" + place + L"my tool.exe"},
+           {L"Ctrl-Alt+C", L"runx:" + tool + L" <%cpy%>\\n" + tool + L" %cpy_txt_urlencode%"},
+           {L"Ctrl-Alt+D", L"cpy:" + tool + L" [%cpy%]"},
+           {L"Ctrl-Alt+E", L"cmd:" + place + L"missing.exe x"},
+           {L"Ctrl-Alt+F", L"later"}},
+          GetParam() ? L"restore_old_clipboard=1\r\n" : L"");
+    ASSERT_TRUE(ClipboardPutText(L"the user's"));
     for (const auto& [key, text] : {std::pair('1', L"one,"), std::pair('9', L"nine,")}) {
         Select(text);
         const DWORD before = GetClipboardSequenceNumber();
@@ -90,58 +98,37 @@ TEST_P(EntryCommandsWithRestore, SlotsKeepAndPaste) {
     ASSERT_TRUE(ClipboardPutText(L"two"));
     Press('S');
     Linger(300);
-    target_->SetText(L"");
-    Press('P');
-    EXPECT_TRUE(Shows(L"one,nine,two")) << ::testing::PrintToString(target_->Text());
-    EXPECT_FALSE(AnyModifierDown());
-}
-
-TEST_P(EntryCommandsWithRestore, ReplaceExpandAndPlayKeys) {
-    StartWithOption({{L"Ctrl-Alt+R", L"replace:\\na=>b\\n%09=>, "},
-                     {L"Ctrl-Alt+A", L"<%copy_text%|%copy_text_uc%>%nc%%TAB%."},
-                     {L"Ctrl-Alt+K", L"a%send_enter%b%sleep_50%c%send_tab%%send_enter%d"}});
-    Select(L"banana\tx");
-    Press('R');
-    EXPECT_TRUE(Shows(L"bbnbnb, x")) << ::testing::PrintToString(target_->Text());
-    Select(L"Word");
-    Press('A');
-    EXPECT_TRUE(Shows(L"<Word|WORD>\t.")) << ::testing::PrintToString(target_->Text());
-    Select(L"");
-    Press('K');
-    EXPECT_TRUE(Shows(L"a\r\nbc\t\r\nd")) << ::testing::PrintToString(target_->Text());
-    EXPECT_FALSE(AnyModifierDown());
-}
-
-TEST_P(EntryCommandsWithRestore, ProgramsStart) {
-    // The checkout may stand in a folder whose name begins with "n".
-    std::wstring place = run_.Place().Path() + L"\\";
-    ReplaceAll(place, L"\\n", L"\\%nc%n");
-    const std::wstring tool = L"\"" + place + L"my tool.exe\"";
-    StartWithOption({{L"Ctrl-Alt+A", L"cmd:" + tool + L" one \"two three\""},
-                     {L"Ctrl-Alt+B", L"run:" + place + L"my tool.exe"},
-                     {L"Ctrl-Alt+C", L"runx:" + tool + L" <%cpy%>\\n" + tool + L" %cpy_txt_urlencode%"},
-                     {L"Ctrl-Alt+D", L"cpy:" + tool + L" [%cpy%]"},
-                     {L"Ctrl-Alt+E", L"cmd:" + place + L"missing.exe x"},
-                     {L"Ctrl-Alt+F", L"later"}});
-    const auto launched = [&](const std::wstring& line) {
-        return WaitFor([&] { return Launched().find(line + L"|") != std::wstring::npos; }, 10000);
+    const std::tuple<const wchar_t*, char, const wchar_t*> pastes[] = {
+        {L"", 'P', L"one,nine,two"},
+        {L"banana\tx", 'R', L"bbnbnb, x"},
+        {L"Word", 'X', L"<Word|WORD>\t."},
+        {L"", 'K', L"a\r\nbc\t\r\nd"},
     };
-    Press('A');
-    EXPECT_TRUE(launched(L"one \"two three\"")) << ::testing::PrintToString(Launched());
-    Press('B');  // a path with blanks, as a whole, is one file
-    EXPECT_TRUE(launched(L"\n")) << ::testing::PrintToString(Launched());
-    Select(L"  a b  ");
-    Press('C');
-    EXPECT_TRUE(launched(L"<a b>")) << ::testing::PrintToString(Launched());
-    EXPECT_TRUE(launched(L"a%20b")) << ::testing::PrintToString(Launched());
-    Select(L"sel");
-    Press('D');
-    EXPECT_TRUE(launched(L"[sel]")) << ::testing::PrintToString(Launched());
+    for (const auto& [selected, key, shown] : pastes) {
+        Select(selected);
+        Press(static_cast<BYTE>(key));
+        EXPECT_TRUE(Shows(shown)) << ::testing::PrintToString(target_->Text());
+    }
+    const std::tuple<const wchar_t*, char, std::vector<std::wstring>> launches[] = {
+        {L"", 'A', {L"one \"two three\""}},
+        {L"", 'B', {L"\n"}},  // a path with blanks, as a whole, is one file
+        {L"  a b  ", 'C', {L"<a b>", L"a%20b"}},
+        {L"sel", 'D', {L"[sel]"}},
+    };
+    for (const auto& [selected, key, lines] : launches) {
+        if (*selected) Select(selected);
+        Press(static_cast<BYTE>(key));
+        for (const std::wstring& line : lines) {
+            EXPECT_TRUE(WaitFor([&] { return Launched().find(line + L"|") != std::wstring::npos; }, 10000))
+                << ::testing::PrintToString(Launched());
+        }
+    }
     Press('E');  // says nothing and goes on
     Select(L"");
     Press('F');
     EXPECT_TRUE(Shows(L"later"));
     EXPECT_FALSE(run_.Program().WaitForVisibleWindow(L"#32770", nullptr, 0));
+    EXPECT_FALSE(AnyModifierDown());
 }
 
 TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
@@ -149,8 +136,10 @@ TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
     Start({{L"Ctrl-Alt+A", L"a%send_tab%%sleep_200%"}, {L"Ctrl-Alt+P", L"sys:PathToClipboard"}},
           L"restore_old_clipboard=1\r\n");
     ASSERT_TRUE(ClipboardPutText(L"the user's"));
-    for (int press = 0; press < 3; ++press) Press('A');
-    EXPECT_TRUE(Shows(L"a\ta\ta\t")) << ::testing::PrintToString(target_->Text());
+    for (const wchar_t* shown : {L"a\t", L"a\ta\t", L"a\ta\ta\t"}) {
+        Press('A');
+        EXPECT_TRUE(Shows(shown)) << ::testing::PrintToString(target_->Text());
+    }
     EXPECT_TRUE(WaitFor([] { return Clipboard() == L"the user's"; }))
         << ::testing::PrintToString(Clipboard());
     // A command whose result is the clipboard's content keeps it there.
@@ -223,46 +212,6 @@ TEST_F(EntryCommands, AHeldKeyDoesNotReachTheBoxOfItsEntry) {
     PlayStroke({}, VK_SPACE);
     EXPECT_TRUE(WaitFor([&] { return !IsWindow(box); }));
     EXPECT_EQ(target_->Text(), L"");
-}
-
-LRESULT CALLBACK CloseWithoutFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto edit = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message == WM_KILLFOCUS) PostMessageW(window, WM_CLOSE, 0, 0);
-    return CallWindowProcW(edit, window, message, wParam, lParam);
-}
-
-// As a file manager's rename box does.
-TEST_F(EntryCommands, AChoiceForABoxThatHasClosedIsLeftOnTheClipboard) {
-    Start({{L"Ctrl-Alt+M", L"first"}, {L"Ctrl-Alt+M", L"second"}});
-    MessageThread thread;
-    HWND window = nullptr;
-    HWND box = nullptr;
-    thread.Run([&] {
-        window = CreateWindowExW(0, L"STATIC", L"Files", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 300, 300, 300,
-                                 200, nullptr, nullptr, nullptr, nullptr);
-        box = CreateWindowExW(0, L"EDIT", L"name", WS_CHILD | WS_VISIBLE, 0, 0, 200, 30, window, nullptr,
-                              nullptr, nullptr);
-        SetWindowLongPtrW(box, GWLP_USERDATA, GetWindowLongPtrW(box, GWLP_WNDPROC));
-        SetForegroundWindow(window);
-        SetFocus(box);
-        SetWindowLongPtrW(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(CloseWithoutFocus));
-    });
-    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == window; }));
-    Press('M');
-    ASSERT_TRUE(WaitFor([&] { return !IsWindow(box); }));
-    PlayStroke({}, VK_DOWN);
-    PlayStroke({}, VK_RETURN);
-    EXPECT_TRUE(WaitFor([] { return Clipboard() == L"first"; })) << Clipboard();
-    HWND notice = nullptr;
-    EXPECT_TRUE(WaitFor([&] {
-        notice = run_.Program().WaitForVisibleWindow(L"tooltips_class32", nullptr, 0);
-        return notice != nullptr;
-    }));
-    EXPECT_NE(WindowText(notice).find(L"has closed"), std::wstring::npos) << WindowText(notice);
-    EXPECT_EQ(GetForegroundWindow(), window);
-    PlayStroke({}, VK_F23);
-    EXPECT_TRUE(WaitFor([&] { return !IsWindowVisible(notice); })) << "it goes with the next key";
-    thread.Run([&] { DestroyWindow(window); });
 }
 
 }  // namespace

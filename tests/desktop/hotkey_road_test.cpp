@@ -25,19 +25,15 @@ const std::initializer_list<BYTE> kCtrlAlt = {VK_LCONTROL, VK_LMENU};
 
 const Press kPresses[] = {
     {L"L-Win+Q", {VK_LWIN}, 'Q', L"left Windows"},
-    {L"R-Win+Q", {VK_RWIN}, 'Q', L"right Windows"},
     {L"Ctrl-Alt+Q", kCtrlAlt, 'Q', L"one\\ntwo\\nthree"},
     {L"Alt-Gr+Q", {VK_LCONTROL, VK_RMENU}, 'Q', L"right Alt"},
-    {L"Alt-Gr+7", {VK_RMENU}, '7', L"right Alt alone"},
     {L"Ctrl+Q", {VK_LCONTROL}, 'Q', L"\x0442 \x20ac \x4e2d \xd83d\xde00 end"},
     {L"Alt+Q", {VK_LMENU}, 'Q', L"left Alt"},
     {L"R-Ctrl+Q", {VK_RCONTROL}, 'Q', L"right Ctrl"},
     {L"L-Mouse+Q", {}, 'Q', L"left button", MOUSEEVENTF_LEFTDOWN},
-    {L"M-Mouse+Q", {}, 'Q', L"middle button", MOUSEEVENTF_MIDDLEDOWN},
     {L"R-Mouse+Q", {}, 'Q', L"right button", MOUSEEVENTF_RIGHTDOWN},
     {L"Ctrl-Alt+F12", kCtrlAlt, VK_F12, L"last function key"},
     {L"Ctrl-Alt+NUM_+", kCtrlAlt, VK_ADD, L"number pad plus"},
-    {L"Ctrl-Alt+Left", kCtrlAlt, VK_LEFT, L"arrow"},
     {L"Ctrl-Alt+U", kCtrlAlt, 'U', std::wstring(3999, L'x') + L"!"},
 };
 
@@ -62,8 +58,6 @@ TEST(HotkeyRoad, EveryModifierKeyAndTextArrivesAndWhatIsNoHotkeyIsUntouched) {
     for (const Press& press : kPresses) {
         target.SetText(L"");
         ASSERT_TRUE(target.Activate());
-        // The middle button pastes by itself in the edit control of the bench: then there is nothing.
-        if (OpenClipboard(nullptr)) EmptyClipboard() && CloseClipboard();
         Play(press);
         std::wstring expected = press.text;
         ReplaceAll(expected, L"\\n", L"\r\n");

@@ -119,15 +119,6 @@ TEST(Start, FindsItsSettingsFileAndWritesACompleteList) {
     }
 }
 
-TEST(Start, NoiseInItsFileDoesNotKeepTheProgramFromStarting) {
-    std::string noise(4000, '\0');
-    for (std::size_t i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>(i * i >> 7);
-    ProgramRun run;
-    ASSERT_TRUE(WriteBytes(run.SettingsFile(), noise));
-    ASSERT_TRUE(run.Start(L"-bg"));
-    EXPECT_EQ(run.Exit(), 1);
-}
-
 TEST(Start, ReportsAPathItCannotUseAndRunsOn) {
     // The one is of another kind and leaves the file of every day, the other cannot be written.
     for (const auto& [name, message] :

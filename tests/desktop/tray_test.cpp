@@ -6,20 +6,49 @@ namespace {
 
 class Tray : public ProgramWindow {
   protected:
-    // Opens the icon's menu and chooses the row, the first one being 1.
+    // Opens the icon's menu and chooses the row, the first one being 1, the last one -1.
     void Choose(int row) const {
         ClickTray(WM_RBUTTONDOWN);
         ASSERT_TRUE(MenuIsOpen(true) && ComesToFront());
-        for (int i = 0; i < row; ++i) PlayStroke({}, VK_DOWN);
+        // The bench takes a modifier that the hook once saw down for held until the thread gets its
+        // release, and Enter with Ctrl chooses nothing.
+        LetKeyUp(VK_LCONTROL);
+        for (int i = 0; i < std::abs(row); ++i) PlayStroke({}, row > 0 ? VK_DOWN : VK_UP);
         PlayStroke({}, VK_RETURN);
         ASSERT_TRUE(MenuIsOpen(false));
+    }
+    // The same with the target in front, and noticed there.
+    void ChooseOver(const Target& target, int row) const {
+        ASSERT_TRUE(target.Activate());
+        SendMessageW(dialog_, WM_TIMER, TIMER_CLOCK_JUMP, 0);
+        Choose(row);
+    }
+    void Press(const Target& target, std::initializer_list<BYTE> held, BYTE key) const {
+        ASSERT_TRUE(target.Activate() && SettlesInFront(target.Window()));
+        PlayStroke(held, key);
+    }
+    // Where the icons are on the task bar, as it looks now: the icon's picture is in another program.
+    static std::vector<COLORREF> Picture() {
+        constexpr int kSide = 40;
+        RECT bar = {};
+        GetWindowRect(FindWindowW(L"Shell_TrayWnd", nullptr), &bar);
+        const HDC screen = GetDC(nullptr);
+        std::vector<COLORREF> pixels;
+        for (int place = 0; place < kSide * kSide; ++place)
+            pixels.push_back(GetPixel(screen, static_cast<int>(bar.right) - 1 - place % kSide,
+                                      static_cast<int>(bar.bottom) - 1 - place / kSide));
+        ReleaseDC(nullptr, screen);
+        return pixels;
     }
 };
 
 constexpr int kShow = 1;
 constexpr int kNew = 2;
-constexpr int kPause = 3;
-constexpr int kExit = 5;
+constexpr int kFirstUsed = 3;
+constexpr int kPause = 3;  // and those below: where no entry was used yet
+constexpr int kHour = 4;
+constexpr int kProgram = 5;
+constexpr int kExit = -1;
 
 TEST_F(Tray, ItsMenuPausesShowsAddsAndEnds) {
     Start({{L"Ctrl-Alt+W", L"text w"}}, L"", L"-bg");
@@ -43,6 +72,79 @@ TEST_F(Tray, ItsMenuPausesShowsAddsAndEnds) {
     EXPECT_TRUE(Becomes(IDC_TEXT, L"???Text"));
     Choose(kExit);
     EXPECT_EQ(run_.Program().WaitForExit(), 1U);
+}
+
+TEST_F(Tray, APauseIsSeenAndKeepsHotkeysFromOneProgramOrAll) {
+    // Whoever gets Ctrl+X cuts what is selected.
+    Start({{L"Ctrl+X", L"text x"}}, L"", L"-bg");
+    const Target target;
+    const auto pressBecomes = [&](std::wstring_view text) {
+        target.SetText(L"ab");
+        SendMessageW(target.Edit(), EM_SETSEL, 0, -1);
+        Press(target, {VK_LCONTROL}, 'X');
+        return WaitFor([&] { return target.Text() == text; });
+    };
+    SendMessageW(dialog_, WM_TIMER, TIMER_CLOCK_JUMP, 0);
+    const std::vector<COLORREF> active = Picture();
+    ChooseOver(target, kHour);
+    EXPECT_TRUE(WaitFor([&] { return Picture() != active; }));
+    EXPECT_TRUE(pressBecomes(L"")) << target.Text();
+    ChooseOver(target, kHour);
+    EXPECT_TRUE(WaitFor([&] { return Picture() == active; }));
+    ChooseOver(target, kProgram);
+    EXPECT_TRUE(FileGets(L"[paused_programs]\r\nprograms=target_window.exe"));
+    EXPECT_TRUE(pressBecomes(L"")) << target.Text();
+    EXPECT_TRUE(WaitFor([&] { return Picture() != active; }));
+    ChooseOver(target, kProgram);
+    EXPECT_TRUE(WaitFor([&] { return !FileHolds(L"target_window"); }));
+    EXPECT_TRUE(pressBecomes(L"text x")) << target.Text();
+    EXPECT_TRUE(WaitFor([&] { return Picture() == active; }));
+    EXPECT_EQ(run_.Exit(), 1);
+}
+
+TEST_F(Tray, UsesAreCountedApartFromTheListAndTheLastOnesOffered) {
+    Start({{L"Ctrl-Alt+W", L"text w"}, {L"Ctrl-Alt+Q", L"text q"}}, L"show_uses=1\r\n", L"-bg");
+    const std::wstring before = File();
+    const auto uses = [&] { return ReadBytes(run_.SettingsFile() + L".uses"); };
+    const Target target;
+    Press(target, {VK_LCONTROL, VK_LMENU}, 'W');
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"text w"; }));
+    ChooseOver(target, kFirstUsed);
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"text wtext w"; })) << target.Text();
+    EXPECT_EQ(run_.Exit(), 1);
+    EXPECT_NE(uses().find(" 2 "), std::string::npos) << uses();
+    const auto listOf = [](const std::wstring& file) { return file.substr(file.find(L"[list_text]")); };
+    EXPECT_EQ(listOf(File()), listOf(before));
+    // After a restart the count goes on, and the sorted column shows it.
+    ASSERT_TRUE(run_.Start());
+    FindControls();
+    Menu(CMD_ONLY_UNUSED);
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 1; }) && Becomes(IDC_TEXT, L"text q"));
+    PressKey(IDC_LIST, VK_ESCAPE);
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 2; }));
+    // An edit takes the count along; Test is no use.
+    ASSERT_TRUE(Select(0, IDC_TEXT, L"text w"));
+    Type(IDC_TEXT, L"X");
+    EXPECT_TRUE(FileGets(L"=Xtext w<E"));
+    PostMessageW(dialog_, WM_COMMAND, CMD_TEST_ENTRY, 0);
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"text wtext wXtext w"; })) << target.Text();
+    Press(target, {VK_LCONTROL, VK_LMENU}, 'W');
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"text wtext wXtext wXtext w"; })) << target.Text();
+    EXPECT_EQ(run_.Exit(), 1);
+    EXPECT_NE(uses().find(" 3 "), std::string::npos) << uses();
+    EXPECT_EQ(uses().find(" 2 "), std::string::npos) << "what the entry was";
+}
+
+TEST_F(Tray, ClashesStandTogetherUntilEsc) {
+    Start({{L"Ctrl-Alt+W", L"one"}, {L"Ctrl-Alt+A", L"alone"}, {L"Ctrl-Alt+W", L"two"}},
+          L"m_show_tree=1\r\n");
+    Menu(CMD_CLASHES);
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 2 && IsWindowVisible(list_); }));
+    EXPECT_TRUE(Select(1, IDC_TEXT, L"two"));
+    PressKey(IDC_LIST, VK_ESCAPE);
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 3 && IsWindowVisible(tree_); }));
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"two"));
+    EXPECT_EQ(run_.Exit(), 1);
 }
 
 }  // namespace

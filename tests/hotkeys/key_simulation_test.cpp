@@ -1,38 +1,21 @@
-// The program's own strokes, the user's hotkey played for him, and whether Windows keeps that one.
+// The program's own strokes, the user's hotkey played for him, whether Windows keeps that one, and the
+// notice at the caret of another program's window.
 #include "hotkeys/key_simulation.h"
 
 #include <gtest/gtest.h>
 
 #include "base/language.h"
 #include "hotkeys/hotkey_simulation.h"
+#include "hotkeys/notice.h"
 #include "key_watch.h"
 #include "support/keys.h"
 #include "support/message_box.h"
+#include "support/program_run.h"
 
 namespace verbatix::test {
 namespace {
 
-using Strokes = std::vector<KeyStroke>;
 using Seen = std::vector<SeenKey>;
-
-TEST(KeyStrokes, ReleaseAndSimulateInTheirOrder) {
-    HeldKeys all;
-    all.fill(true);
-    Strokes expected;  // the neutral Alt comes last
-    for (const BYTE key : std::initializer_list<BYTE>{91, 92, 165, 164, 17, 163, 162, 1, 4, 2})
-        expected.push_back({key, 2});
-    expected.push_back({18, 3});
-    EXPECT_EQ(ReleaseStrokes(all), expected);
-    EXPECT_TRUE(ReleaseStrokes({}).empty());
-
-    const BYTE keys[] = {91, 92, 0, 165, 162, 164, 163, 91, 91, 91, 91};
-    for (unsigned code = 0; code < std::size(keys); ++code) {
-        const Strokes strokes = code == 2
-                                    ? Strokes{{164, 0}, {162, 0}, {'A', 0}, {'A', 2}, {162, 2}, {162, 2}}
-                                    : Strokes{{keys[code], 0}, {'A', 0}, {'A', 2}, {keys[code], 2}};
-        EXPECT_EQ(SimulatedStrokes(code, 0x100 + 'A'), strokes) << code;
-    }
-}
 
 TEST(KeySimulation, SendsTaggedStrokesAndAUsersUntaggedWithTheKeyAsScanCode) {
     MessageThread thread;
@@ -97,6 +80,46 @@ TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {
     EXPECT_EQ(box.Text(), L"Windows keeps it");
     EXPECT_FALSE(AnyModifierDown());
     SetLanguageTexts({}, {});
+}
+
+HWND ShownNotice() {
+    const HWND window = FindWindowW(L"tooltips_class32", nullptr);
+    return IsWindowVisible(window) ? window : nullptr;
+}
+
+TEST(NoticeCorner, StaysInsideTheWorkAreaAndOffTheCaretsLine) {
+    const struct {
+        RECT caret;
+        POINT corner;
+    } rows[] = {{{100, 100, 101, 120}, {100, 124}},
+                {{900, 100, 901, 120}, {700, 124}},
+                {{100, 660, 101, 680}, {100, 616}},
+                {{-1200, 690, -1199, 900}, {-1000, 646}},
+                {{100, 5, 101, 695}, {100, 0}}};
+    for (const auto& [caret, corner] : rows) {
+        const POINT found =
+            NoticeCorner({{caret.left, caret.bottom}, caret}, {300, 40}, {-1000, 0, 1000, 700});
+        EXPECT_TRUE(found.x == corner.x && found.y == corner.y) << found.x << "," << found.y;
+    }
+}
+
+TEST(Notice, StandsAtTheCaretWithoutTakingTheKeyboardUntilItIsHidden) {
+    const Target target;
+    MessageThread thread;
+    thread.Run([] { NoticeAtCaret(L"first"); });
+    thread.Run([] { NoticeAtCaret(L"Nothing was pasted.\nSecond line"); });
+    const HWND shown = ShownNotice();
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(WindowText(shown), L"Nothing was pasted.\nSecond line");
+    EXPECT_EQ(GetForegroundWindow(), target.Window());
+    RECT notice = {};
+    RECT window = {};
+    RECT common = {};
+    GetWindowRect(shown, &notice);
+    GetWindowRect(target.Window(), &window);
+    EXPECT_TRUE(IntersectRect(&common, &notice, &window)) << "not at the target's caret";
+    thread.Run(HideNotice);
+    EXPECT_FALSE(ShownNotice());
 }
 
 }  // namespace

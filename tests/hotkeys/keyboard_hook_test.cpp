@@ -10,7 +10,6 @@
 #include "ids.h"
 #include "key_watch.h"
 #include "support/keys.h"
-#include "support/message_box.h"
 #include "support/program_run.h"
 #include "support/wait.h"
 
@@ -226,6 +225,7 @@ TEST_F(KeyboardHookTest, AHotkeyPressedWhileAnEntryRunsIsSwallowed) {
                 played = true;
             });
             WaitFor([] { return played.load(); }, 20000);
+            Pause(250);
             player.join();
             ClearHotkeys(keyboardHook.tables);
         };
@@ -233,6 +233,8 @@ TEST_F(KeyboardHookTest, AHotkeyPressedWhileAnEntryRunsIsSwallowed) {
         EXPECT_TRUE(WaitFor([] { return played.load() && !keyboardHook.trigger.busy; }));
         for (const std::wstring& later : executed.Take()) ran.push_back(later);
         EXPECT_EQ(ran, Texts{text});
+        EXPECT_TRUE(WaitFor([this] { return thread.Commands().back().id == CMD_REINSTALL_HOOK; }))
+            << "Windows may have dropped it after so long";
         LetKeyUp('W');
         EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
 
@@ -243,32 +245,6 @@ TEST_F(KeyboardHookTest, AHotkeyPressedWhileAnEntryRunsIsSwallowed) {
         for (const std::wstring& later : executed.Take()) ran.push_back(later);
         EXPECT_EQ(ran, Texts{L"second"});
     }
-}
-
-// A slow entry waits, and its key is held all the while: Windows would let a key through that waits longer
-// than the limit for the hook, and so would the bench.
-TEST_F(KeyboardHookTest, AHeldKeyDoesNotReachTheTargetOfASlowEntry) {
-    thread.onCommand = [](int command) {
-        if (command == CMD_RUN_ENTRY) RunPressedEntry();
-    };
-    keyboardHook.client.fitsInsideHook = [](const std::wstring&, DWORD) { return false; };
-    whileExecuting = [] { Pause(3000); };
-    Add('Q', 4, L"slow");
-    HoldDown(VK_LCONTROL);
-    const ULONGLONG start = GetTickCount64();
-    PressKeyDown('Q');
-    EXPECT_LT(GetTickCount64() - start, 1000U) << "the hook answers at once";
-    LetKeyUp(VK_LCONTROL);
-    while (GetTickCount64() - start < 3500) {
-        const ULONGLONG before = GetTickCount64();
-        PressKeyDown('Q');
-        EXPECT_LT(GetTickCount64() - before, 500U);
-        Linger(30);
-    }
-    LetKeyUp('Q');
-    EXPECT_EQ(executed.Take(), Texts{L"slow"});
-    EXPECT_EQ(thread.Commands().back().id, CMD_REINSTALL_HOOK);
-    EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
 }
 
 TEST(HookTimeLimit, IsWhatWindowsWaits) {
@@ -288,15 +264,6 @@ TEST_F(KeyboardHookTest, F2AsksForRenamingAndGoesOn) {
     keyboardHook.client.wantsRename = [] { return true; };
     thread.Run([] { PressKey(VK_F2); });
     EXPECT_EQ(thread.Commands().size(), 1U) << "neither unwanted nor for a stroke of our own";
-}
-
-TEST(KeyboardHook, TellsWhyItCouldNotBeInstalled) {
-    keyboardHook.client.mainWindow = nullptr;
-    MessageBoxAnswer box;
-    ReportHookFailure(ERROR_ACCESS_DENIED);
-    ASSERT_TRUE(box.Seen());
-    EXPECT_EQ(box.Caption(), L"Error hooking keyboard");
-    EXPECT_NE(box.Text().find(L"enied"), std::wstring::npos) << box.Text();
 }
 
 }  // namespace

@@ -7,11 +7,11 @@
 #include "base/language.h"
 #include "clipboard/clipboard_session.h"
 #include "clipboard/slots.h"
+#include "hotkeys/key_simulation.h"
 #include "hotkeys/notice.h"
 #include "ids.h"
 #include "paste/steps/expansion.h"
 #include "paste/steps/launcher.h"
-#include "paste/steps/type_text.h"
 #include "selection_target.h"
 #include "store/settings.h"
 #include "support/foreign_clipboard.h"
@@ -21,7 +21,6 @@
 
 extern "C" {
 extern decltype(&GetFileAttributesW) __imp_GetFileAttributesW;
-extern decltype(&MsgWaitForMultipleObjects) __imp_MsgWaitForMultipleObjects;
 }
 
 namespace verbatix {
@@ -101,9 +100,9 @@ TEST_F(AimedExecution, NothingForeignIsPastedFromAClipboardInUse) {
     for (const wchar_t* text :
          {L"a text", L"pastehtml:a text", L"a%send_tab%b", L"replace:\nselected=>done", L"paste_slot:55",
           L"<%copy_html%>", L"%mix_the_string%", L"sys:CopyHtmlCode2TxtPaste", L"img:missing.png"}) {
+        const test::Process holder = test::HoldClipboard();
         HideNotice();
         Select(L"selected");
-        const test::Process holder = test::HoldClipboard();
         const test::MessageBoxAnswer box;
         StrokesOf('V');
         ExecuteEntry(text);
@@ -212,17 +211,13 @@ TEST_F(AimedExecution, HistoriesAreToLeaveAloneWhatIsThereForThePasteOnly) {
 }
 
 TEST_F(AimedExecution, AHangingOwnerIsNotRead) {
-    settings.restoreOldClipboard = 1;
-    const ClipboardRecordKind promised = ClipboardRecordKind::announced;
-    const test::Process owner = test::PutForeignAndHang({{CF_UNICODETEXT, "", promised}});
+    const test::Process owner =
+        test::PutForeignAndHang({{CF_UNICODETEXT, "", ClipboardRecordKind::announced}});
     const ULONGLONG start = GetTickCount64();
     SavedClipboard store;
     EXPECT_EQ(SaveClipboard(store), 0);
     EXPECT_EQ(Clipboard(), L"(none)");
     EXPECT_LT(GetTickCount64() - start, 2000u);  // each format would take seconds
-    Select(L"");
-    ExecuteEntry(L"a text");
-    EXPECT_TRUE(TargetShows(L"a text"));
 }
 
 TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
@@ -299,22 +294,6 @@ TEST_F(AimedExecution, FilesAreLookedForAside) {
         EXPECT_GT(looks, 0) << text;
     }
     EXPECT_FALSE(lookedOnMainThread);
-}
-
-// As Windows waits where nobody has asked for a finer clock.
-DWORD WINAPI WaitCoarsely(DWORD, const HANDLE*, BOOL, DWORD, DWORD) {
-    Sleep(16);
-    return WAIT_TIMEOUT;
-}
-
-TEST_F(AimedExecution, TypingDoesNotWaitForACoarseClock) {
-    const std::wstring text(200, L'x');
-    Select(L"");
-    const test::ImportPatch patch(__imp_MsgWaitForMultipleObjects, WaitCoarsely);
-    const ULONGLONG start = GetTickCount64();
-    TypeText(text);
-    EXPECT_LT(GetTickCount64() - start, text.size() * 16);
-    EXPECT_TRUE(TargetShows(text));
 }
 
 }  // namespace

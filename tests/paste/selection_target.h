@@ -18,13 +18,16 @@
 
 namespace verbatix::test {
 
+// One program serves all tests of a run.
 class SelectionTarget : public testing::Test {
   protected:
     void SetUp() override {
         WaitForClipboard();
-        target = target_.WaitForVisibleWindow(L"VerbatixTestTarget");
+        static const Process program(HelperPath(L"target_window.exe"));
+        target = program.WaitForVisibleWindow(L"VerbatixTestTarget");
         ASSERT_TRUE(target);
         edit = FindWindowExW(target, nullptr, L"EDIT", nullptr);
+        Select(L"");
         SetForegroundWindow(target);
         ASSERT_TRUE(SettlesInFront(target));
         ClipboardPutText(L"old text");
@@ -68,7 +71,6 @@ class SelectionTarget : public testing::Test {
     // The program's own window, which lies on top: left to itself, the system activates it after a box.
     HWND own_ = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"own", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
                                 300, 200, nullptr, nullptr, nullptr, nullptr);
-    Process target_{HelperPath(L"target_window.exe")};
 };
 
 }  // namespace verbatix::test

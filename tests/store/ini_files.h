@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "base/text.h"
+#include "store/entry_syntax.h"
 #include "store/list_file.h"
+#include "store/profile.h"
 #include "store/settings_path.h"
 #include "support/folder.h"
 
@@ -172,5 +174,22 @@ class HostileFiles {
 
     std::mt19937 random_;
 };
+
+// What the editor can store: no line breaks, a text, any blanks and quotes.
+inline EntryList RandomEntries(unsigned seed, std::size_t count) {
+    HostileFiles random(seed);
+    EntryList list;
+    while (list.size() < count) {
+        std::wstring text = ProfileLine(random.RandomValue() + random.RandomValue());
+        ReplaceAll(text, L"\x1a", L"^Z");
+        const std::wstring label = ProfileLine(random.RandomValue());
+        // The marker ends a text wherever it comes from.
+        ReplaceAll(text, kEndMarker, L"END");
+        if (text.empty()) continue;
+        AddEntry(list, text.substr(0, kEditorTextLimit), label, 'A' + random.Below(26), random.Below(10),
+                 -1, static_cast<int>(random.Below(2000)) - 1000);
+    }
+    return list;
+}
 
 }  // namespace verbatix::test

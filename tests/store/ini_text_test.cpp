@@ -58,7 +58,7 @@ TEST(SetIniValues, LeavesReadersWhatTheSystemWouldHaveWritten) {
         for (const wchar_t* file : kOddFiles) ExpectWhatTheSystemWrites(folder, file, values);
     }
     HostileFiles random(4242);
-    for (int i = 0; i < 150 && !HasFatalFailure(); ++i) {
+    for (int i = 0; i < 100 && !HasFatalFailure(); ++i) {
         std::wstring text = random.RandomLines();
         // The system itself loses a header without a name, and with it where a section ends, and what
         // stands in a line behind a NUL.

@@ -107,19 +107,5 @@ TEST(ListDamage, IsAskedAboutAndMended) {
     settings = {};
 }
 
-TEST(ListDamage, AKeptListIsReadInThePlaceOfOurs) {
-    const SettingsFolder folder;
-    WriteBytes(settingsPath, Utf16File(FullText(3)));
-    EntryList list = Start();
-    const std::wstring copy = folder.File(L"other.ini");
-    WriteBytes(copy, Utf16File(FullText(5)));
-    EXPECT_FALSE(OfferKeptList(list, Client(IDNO), copy));
-    EXPECT_EQ(list.size(), 3u);
-    EXPECT_TRUE(OfferKeptList(list, Client(), copy));
-    EXPECT_EQ(list.size(), 5u);
-    EXPECT_EQ(Start().size(), 5u);
-    EXPECT_EQ(FilesIn(folder.File(L"Backup")).size(), 1u) << "and the list so far is kept";
-}
-
 }  // namespace
 }  // namespace verbatix::test

@@ -4,9 +4,7 @@
 
 #include "base/language.h"
 #include "base/text.h"
-#include "store/entry_syntax.h"
 #include "store/ini_files.h"
-#include "store/profile.h"
 
 namespace verbatix::test {
 namespace {
@@ -24,25 +22,8 @@ class ListExchange : public testing::Test {
     ListClient client_ = Client();
 };
 
-// What the editor can store: no line breaks, a text, any blanks and quotes.
-EntryList RandomEntries(HostileFiles& random, int count) {
-    EntryList list;
-    while (static_cast<int>(list.size()) < count) {
-        std::wstring text = ProfileLine(random.RandomValue() + random.RandomValue());
-        ReplaceAll(text, L"\x1a", L"^Z");
-        const std::wstring label = ProfileLine(random.RandomValue());
-        // The marker ends a text wherever it comes from.
-        ReplaceAll(text, kEndMarker, L"END");
-        if (text.empty()) continue;
-        AddEntry(list, text.substr(0, kEditorTextLimit), label, 'A' + random.Below(26), random.Below(10),
-                 -1, static_cast<int>(random.Below(2000)) - 1000);
-    }
-    return list;
-}
-
 TEST_F(ListExchange, AThousandRandomEntriesComeBackTheSame) {
-    HostileFiles random(7);
-    const EntryList list = RandomEntries(random, 1000);
+    const EntryList list = RandomEntries(7, 1000);
     int count = 0;
     const std::wstring text = ExportText(list, AllPositions(list), &count);
     EXPECT_EQ(count, 1000);

@@ -5,6 +5,7 @@
 #include "ids.h"
 #include "store/ini_files.h"
 #include "store/list_hotkeys.h"
+#include "store/paused_programs.h"
 #include "store/profile.h"
 
 namespace verbatix::test {
@@ -30,6 +31,7 @@ constexpr Option kOptions[] = {
     {L"m_set_focus", &Settings::setFocus, 0, CMD_SET_FOCUS},
     {L"m_grouping", &Settings::grouping, 1, 40013},
     {L"m_show_tree", &Settings::showTree, 0, 32800},
+    {L"show_uses", &Settings::showUses, 0, CMD_SHOW_USES},
     {L"tray_if_close", &Settings::trayIfClose, 1, 2},
     {L"hide_if_close", &Settings::hideIfClose, 0, 6},
     {L"start_tray", &Settings::startTray, 0, 3},
@@ -146,6 +148,23 @@ TEST(Settings, WindowPlaceAndDisabledHotkeysComeBack) {
     EXPECT_EQ(ReadProgramText(L"m_disables_keys", 100), L"Ctrl+A|Ctrl+\xba|R-Mouse+Space|");
     settingsPath = folder.Path();
     EXPECT_FALSE(SaveDisabledHotkeys(disabled));
+}
+
+TEST(PausedPrograms, AreKeptByTheirNames) {
+    const std::pair<const wchar_t*, std::vector<std::wstring>> rows[] = {
+        {L"", {}},
+        {L"notepad.exe", {L"notepad.exe"}},
+        {L" A.exe |NOTEPAD.EXE|a.EXE||C:\\x.exe|say\"|m\u00fc & co.exe",
+         {L"A.exe", L"NOTEPAD.EXE", L"m\u00fc & co.exe"}}};
+    for (const auto& [value, programs] : rows) {
+        EXPECT_EQ(ParseProgramNames(value), programs) << ::testing::PrintToString(value);
+        EXPECT_EQ(ParseProgramNames(FormatProgramNames(programs)), programs);
+    }
+    ProgramNames programs;
+    for (int i = 0; i < 60; ++i) ToggleProgram(programs, std::to_wstring(i) + L".exe");
+    EXPECT_EQ(programs.size(), kMostProgramNames) << "a bound against hostile files";
+    ToggleProgram(programs, L"7.EXE");
+    EXPECT_FALSE(HasProgram(programs, L"7.exe"));
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ constexpr Caption kCaptions[] = {
     {IDC_TEXT_CAPTION, text::kTextCaption},
     {IDC_PREVIEW_CAPTION, text::kPreviewCaption},
     {CMD_NEW_ENTRY, text::kNew},
-    {CMD_COPY_ENTRY, text::kCopy},
+    {CMD_COPY_ENTRY, text::kDuplicate},
     {CMD_DELETE_ENTRY, text::kDelete},
     {CMD_TEST_ENTRY, text::kTest},
     {IDC_INSERT, text::kInsert},

@@ -58,7 +58,7 @@ bool IsThere(Needs needs) {
         case Needs::kEntry: return SelectedEntry() >= 0;
         case Needs::kName: return HasName();
         case Needs::kSelection: return SelectedEntry() >= 0 || SelectedNode() >= 0;
-        case Needs::kTree: return settings.showTree != 0;
+        case Needs::kTree: return IsTreeShown();
         default: return true;
     }
 }
@@ -85,7 +85,7 @@ void AppendRow(HMENU menu, const Row& row, HMENU groups) {
 }
 
 void SelectUnder(POINT screen) {
-    if (!settings.showTree) return;  // the list selects with either button
+    if (!IsTreeShown()) return;  // the list selects with either button
     POINT mouse = screen;
     RECT item = {};
     ScreenToClient(mainWindow.tree, &mouse);
@@ -97,7 +97,7 @@ void SelectUnder(POINT screen) {
 // Below the selected item, or at the view's corner.
 POINT PlaceForKeyboard() {
     RECT item = {};
-    if (settings.showTree) {
+    if (IsTreeShown()) {
         NodeRectangle(TreeView_GetSelection(mainWindow.tree), true, item);
     } else {
         const int row = ListView_GetNextItem(mainWindow.list, -1, LVNI_SELECTED);

@@ -10,7 +10,6 @@
 #include "base/text.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
-#include "hotkeys/pause.h"
 #include "ids.h"
 #include "paste/executor.h"
 #include "store/list_file.h"
@@ -61,12 +60,6 @@ void AddAndShow(const ListEntry& record, Action action) {
     SetFocus(label);
     // What a copy has from the other goes with the first letter; the group of a new one stays.
     SendMessageW(label, EM_SETSEL, isCopy ? 0 : wcslen(record.label), -1);
-}
-
-bool GiveForeground(HWND window) {
-    BringToFront(window);
-    for (int i = 0; i < 50 && GetForegroundWindow() != window; ++i) Pause(10);
-    return GetForegroundWindow() == window;
 }
 
 void Tell(int text) {

@@ -47,7 +47,7 @@ void PlaceAndShow(int position, const Placement& placement, Act act) {
 }
 
 bool CanMoveInView() {
-    return settings.showTree || (settings.sortColumn < 0 && !IsFiltered());
+    return IsTreeShown() || (settings.sortColumn < 0 && !IsFiltered());
 }
 
 void MoveSelected(bool down) {
@@ -55,8 +55,8 @@ void MoveSelected(bool down) {
     if (position < 0) return;
     if (!CanMoveInView()) return TellInStatusBar(LanguageText(text::kOrderIsFixed));
     const std::optional<Placement> step =
-        settings.showTree ? StepInTree(ShownTree(), mainWindow.entries, position, down)
-                          : StepInRows(mainWindow.rows, mainWindow.entries, position, down);
+        IsTreeShown() ? StepInTree(ShownTree(), mainWindow.entries, position, down)
+                      : StepInRows(mainWindow.rows, mainWindow.entries, position, down);
     if (step) PlaceAndShow(position, *step, Act::kMove);
 }
 

@@ -11,7 +11,6 @@
 #include "base/language.h"
 #include "base/product.h"
 #include "ids.h"
-#include "store/settings.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/editor_fields.h"
 #include "ui/entries/entry_placing.h"
@@ -100,7 +99,7 @@ bool Rename(const Renaming& what) {
 
 void RenameSelected() {
     if (!SaveEdits(Warn::kAlways)) return;
-    if (settings.showTree) {
+    if (IsTreeShown()) {
         const int node = SelectedNode();
         if (node <= 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
         SetFocus(mainWindow.tree);

@@ -6,7 +6,6 @@
 #include "clipboard/clipboard_text.h"
 #include "store/file_commit.h"
 #include "store/list_exchange.h"
-#include "store/settings.h"
 #include "store/settings_path.h"
 #include "ui/editor/editor.h"
 #include "ui/shell/file_dialog.h"
@@ -21,7 +20,7 @@ namespace {
 
 // In the tree all that stands under the selected item, in its order; in the list the selected entry.
 std::vector<int> SelectedPositions() {
-    if (settings.showTree) return EntriesBelow(ShownTree(), SelectedNode());
+    if (IsTreeShown()) return EntriesBelow(ShownTree(), SelectedNode());
     const int position = SelectedEntry();
     return position < 0 ? std::vector<int>() : std::vector<int>{position};
 }

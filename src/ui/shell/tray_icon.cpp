@@ -29,6 +29,7 @@ namespace {
 struct AddRequest {
     NOTIFYICONDATAW data;
     WORD iconResource;
+    TrayLook look;
     UniqueKernelObject stopRequest;
 };
 
@@ -40,9 +41,7 @@ DWORD WINAPI AddUntilShown(void* parameter) noexcept {
     const std::unique_ptr<AddRequest> request(static_cast<AddRequest*>(parameter));
     constexpr DWORD kRetryMilliseconds = 1000;
     do {
-        const UniqueIcon picture(static_cast<HICON>(
-            LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(request->iconResource), IMAGE_ICON,
-                       GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON), LR_DEFAULTCOLOR)));
+        const UniqueIcon picture = MakeTrayPicture(request->iconResource, request->look);
         request->data.hIcon = picture.Get();
         // At logon an addition can time out in the shell and yet be there: then a change of it succeeds.
         if (Shell_NotifyIconW(NIM_ADD, &request->data) || Shell_NotifyIconW(NIM_MODIFY, &request->data)) {
@@ -90,20 +89,25 @@ void AddTrayIcon(TrayIcon& icon) {
     CopyText(request->data.szTip, icon.tip, kTipLimit);
     icon.shownTip = icon.tip;
     request->iconResource = icon.iconResource;
+    request->look = icon.shownLook = icon.look;
     request->stopRequest.Reset(SecondHandle(icon.stopRequest.Get()));
     icon.worker.Reset(CreateThread(nullptr, 0, AddUntilShown, request.get(), 0, nullptr));
     if (icon.worker) static_cast<void>(request.release());
 }
 
-void RefreshTrayTip(TrayIcon& icon) {
-    if (!icon.wanted || icon.tip == icon.shownTip) return;
+void RefreshTrayIcon(TrayIcon& icon) {
+    const bool isOther = icon.look != icon.shownLook;
+    if (!icon.wanted || (icon.tip == icon.shownTip && !isOther)) return;
     if (icon.worker && WaitForSingleObject(icon.worker.Get(), 0) == WAIT_TIMEOUT) return;
     NOTIFYICONDATAW data = NotifyData(icon);
-    data.uFlags = NIF_TIP;
+    data.uFlags = isOther ? NIF_TIP | NIF_ICON : NIF_TIP;
     CopyText(data.szTip, icon.tip, kTipLimit);
+    const UniqueIcon picture = isOther ? MakeTrayPicture(icon.iconResource, icon.look) : UniqueIcon();
+    data.hIcon = picture.Get();
     // Asked once, whatever the answer: a task bar that comes up later is told everything anew.
     Shell_NotifyIconW(NIM_MODIFY, &data);
     icon.shownTip = icon.tip;
+    icon.shownLook = icon.look;
 }
 
 bool ShowTrayBalloon(const TrayIcon& icon, const std::wstring& title, const std::wstring& text) {

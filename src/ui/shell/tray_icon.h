@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/handle.h"
+#include "ui/shell/tray_picture.h"
 
 namespace verbatix {
 
@@ -19,6 +20,8 @@ struct TrayIcon {
     WORD iconResource = 0;
     std::wstring tip;  // at most 63 characters are shown
     std::wstring shownTip;
+    TrayLook look;
+    TrayLook shownLook;
     bool wanted = false;
     UniqueKernelObject stopRequest;  // of the worker that adds the icon now
     UniqueKernelObject worker;
@@ -31,8 +34,9 @@ extern TrayIcon trayIcon;
 // a shell that is not up yet holds nobody up. Called again (the task bar has restarted) it adds anew.
 void AddTrayIcon(TrayIcon& icon);
 
-// Shows the icon's tip where it has changed. Where the icon is not there yet, a later call does it.
-void RefreshTrayTip(TrayIcon& icon);
+// Shows the icon's tip and look where they have changed. Where the icon is not there yet, a later call does
+// it.
+void RefreshTrayIcon(TrayIcon& icon);
 
 // Shows a balloon with a title of at most 63 and a text of at most 255 characters at the icon. False where
 // the icon is not there yet, or the shell shows none.

@@ -19,12 +19,16 @@ std::wstring FieldText(int control) {
     return text;
 }
 
+bool IsTreeShown() {
+    return settings.showTree && mainWindow.listMode != ListMode::kClashes;
+}
+
 bool IsFiltered() {
-    return GetWindowTextLengthW(DialogControl(IDC_FILTER)) > 0;
+    return mainWindow.listMode != ListMode::kAll || GetWindowTextLengthW(DialogControl(IDC_FILTER)) > 0;
 }
 
 HWND ShownView() {
-    return settings.showTree ? mainWindow.tree : mainWindow.list;
+    return IsTreeShown() ? mainWindow.tree : mainWindow.list;
 }
 
 }  // namespace verbatix

@@ -20,6 +20,10 @@ bool TakeNoticeDown(Notice notice) {
     return notices.erase(notice) != 0;
 }
 
+bool IsNoticeUp(Notice notice) {
+    return notices.count(notice) != 0;
+}
+
 std::wstring ShownNotice() {
     return notices.empty() ? std::wstring() : notices.begin()->second.text;
 }

@@ -10,6 +10,7 @@
 #include "ids.h"
 #include "store/list_file.h"
 #include "ui/state/main_window.h"
+#include "ui/views/list_modes.h"
 
 namespace verbatix {
 
@@ -18,7 +19,9 @@ namespace {
 std::wstring NoteText() {
     if (!mainWindow.rows.empty() || IsListUnread()) return {};
     if (mainWindow.entryCount == 0) return LanguageText(text::kNoEntriesYet);
-    return FillIn(LanguageText(text::kNothingMatches), {FieldText(IDC_FILTER)});
+    const std::wstring filter = FieldText(IDC_FILTER);
+    if (filter.empty()) return ModeEmptyNote();
+    return FillIn(LanguageText(text::kNothingMatches), {filter});
 }
 
 // The part of the view where rows would be.

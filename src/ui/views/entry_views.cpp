@@ -11,8 +11,12 @@
 #include "store/settings.h"
 #include "store/settings_commit.h"
 #include "ui/editor/editor.h"
+#include "ui/state/entry_uses.h"
 #include "ui/state/main_window.h"
+#include "ui/state/notice.h"
 #include "ui/state/status_bar.h"
+#include "ui/views/list_columns.h"
+#include "ui/views/list_modes.h"
 #include "ui/views/list_rows.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
@@ -32,26 +36,48 @@ void ShowChosenView() {
     ShowWindow(DialogControl(IDC_LIST_CAPTION), isTree ? SW_HIDE : SW_SHOW);
 }
 
+// The line at the bottom of the window, a click on which leads back.
+static void TellMode() {
+    const std::wstring line = ModeLine(mainWindow.rows.size());
+    if (line.empty()) {
+        TakeNoticeDown(Notice::kListMode);
+    } else {
+        PutNotice(Notice::kListMode, line, [] { ShowListMode(ListMode::kAll); });
+    }
+}
+
 void RefreshViews(bool keepSelection) {
     MainWindow& main = mainWindow;
     if (!main.list) return;
-    static std::wstring filterBefore;
+    static std::pair<ListMode, std::wstring> shownBefore;
     const int selected = keepSelection ? SelectedEntry() : -1;
     ListOrder order = {FieldText(IDC_FILTER), settings.useIgnoreCase != 0,
-                       settings.showTree ? -1 : settings.sortColumn, settings.sortDescending != 0};
-    if (order.filter == filterBefore) order.pinned = selected;
-    main.rows = ShownRows(main.entries, order);
+                       IsTreeShown() ? -1 : settings.sortColumn, settings.sortDescending != 0};
+    order.usesOf = UsesOf;
+    const std::pair shown(main.listMode, order.filter);
+    if (std::exchange(shownBefore, shown) == shown) order.pinned = selected;
+    if (main.listMode == ListMode::kClashes) order.sortColumn = -1;
+    main.rows = RowsOfMode(ShownRows(main.entries, order), order.pinned);
     main.entryCount = CountEntries(main.entries);
-    filterBefore = order.filter;
     RefreshList(selected);
-    RefreshTree(SelectedEntry(), !order.filter.empty());
+    RefreshTree(SelectedEntry(), IsFiltered());
+    TellMode();
     UpdateStatusBar();
     PostMessageW(main.window, WM_SELECTION_CHANGED, 0, 0);
+}
+
+void ShowListMode(ListMode mode) {
+    if (std::exchange(mainWindow.listMode, mode) == mode) return;
+    ShowChosenView();
+    RefreshViews(true);
+    if (mode != ListMode::kAll && SelectedEntry() < 0) SelectFirstEntry();
+    ScrollToListRow(SelectedEntry());
 }
 
 void SelectEntry(int position) {
     if (mainWindow.entries.count(position) && !HasListRow(position)) {
         SetDlgItemTextW(mainWindow.window, IDC_FILTER, L"");
+        ShowListMode(ListMode::kAll);
         RefreshViews(true);
     }
     SelectListRow(position);
@@ -60,7 +86,7 @@ void SelectEntry(int position) {
 }
 
 static std::vector<int> ShownOrder() {
-    return settings.showTree ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
+    return IsTreeShown() ? EntriesBelow(ShownTree(), 0) : mainWindow.rows;
 }
 
 void SelectFirstEntry() {
@@ -122,7 +148,25 @@ void OnFilterNotification(int code) {
     }
 }
 
+void ShowUsesAnew() {
+    const HWND list = mainWindow.list;
+    const bool isSorted = settings.sortColumn == kLastUsedColumn || settings.sortColumn == kUsesColumn;
+    const bool isSeen = settings.showUses || mainWindow.listMode == ListMode::kUnused;
+    if (!isSeen || !IsWindowVisible(mainWindow.window)) return;
+    // Not under the user's hands: rows that go while he is here stay until he does something.
+    const bool isAway = GetActiveWindow() != mainWindow.window && !mainWindow.listCommandsBlocked;
+    if (isAway && (isSorted || mainWindow.listMode == ListMode::kUnused)) return RefreshViews(true);
+    InvalidateRect(list, nullptr, FALSE);
+}
+
+void SwitchUseColumns() {
+    RunSettingCommand(CMD_SHOW_USES);
+    if (!settings.showUses && settings.sortColumn > kTextColumn) ChangeSetting(&Settings::sortColumn, -1);
+    RefreshViews(true);
+}
+
 static void SortByColumn(int column) {
+    if (mainWindow.listMode == ListMode::kClashes) return;
     int sortColumn = settings.sortColumn;
     int descending = settings.sortDescending;
     ClickColumn(column, sortColumn, descending);
@@ -135,7 +179,7 @@ static void SortByColumn(int column) {
 void OnViewNotify(const NMHDR& header) {
     if (header.hwndFrom == mainWindow.tree) return OnTreeNotify(header);
     if (header.code != LVN_COLUMNCLICK) return OnListNotify(header);
-    SortByColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
+    SortByColumn(ColumnAt(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem));
 }
 
 }  // namespace verbatix

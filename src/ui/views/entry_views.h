@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include "ui/state/main_window.h"
+
 namespace verbatix {
 
 // Shows the tree or the list, as the option says. The keyboard stays in the view.
@@ -14,8 +16,17 @@ void ShowChosenView();
 // otherwise none is.
 void RefreshViews(bool keepSelection);
 
-// Selects the entry at that position and scrolls it into sight; a filter that hides it is taken away. One
-// that does not exist selects nothing.
+// Shows all entries, those that were never used, or those that clash.
+void ShowListMode(ListMode mode);
+
+// Uses have been counted: shows them where they are to be seen.
+void ShowUsesAnew();
+
+// The option for the columns about them.
+void SwitchUseColumns();
+
+// Selects the entry at that position and scrolls it into sight; a filter or mode that hides it is taken
+// away. One that does not exist selects nothing.
 void SelectEntry(int position);
 
 // Selects the entry that stands first in the shown view, if there is one.

@@ -13,7 +13,7 @@ namespace verbatix {
 
 namespace {
 
-constexpr int kColumns = 3;
+constexpr int kColumns = 5;
 // Texts that agree so far may stand in any order.
 constexpr std::size_t kSortedCharacters = 200;
 
@@ -31,12 +31,26 @@ std::string SortKey(std::wstring_view text, bool ignoreCase) {
     return {key, static_cast<std::size_t>(std::max(size, 0))};
 }
 
+// The same for when and how often an entry was used.
+std::string UseSortKey(const Uses& uses, int column) {
+    constexpr int kDigits = 20;
+    const auto number = column == kUsesColumn ? std::int64_t{uses.count} : uses.last;
+    std::string digits = std::to_string(uses.count ? number : 0);
+    digits.insert(0, kDigits - digits.size(), '0');
+    return digits;
+}
+
+std::string SortKeyOf(const ListEntry& entry, const ListOrder& order) {
+    if (order.sortColumn <= kTextColumn)
+        return SortKey(CellText(entry, order.sortColumn), order.ignoreCase);
+    return UseSortKey(order.usesOf ? order.usesOf(entry) : Uses{}, order.sortColumn);
+}
+
 void SortRows(std::vector<int>& rows, const EntryList& list, const ListOrder& order) {
     std::vector<std::pair<std::string, int>> keyed;
     keyed.reserve(rows.size());
     for (const int position : rows) {
-        const std::wstring cell = CellText(list.at(position).current, order.sortColumn);
-        keyed.emplace_back(SortKey(cell, order.ignoreCase), position);
+        keyed.emplace_back(SortKeyOf(list.at(position).current, order), position);
     }
     std::stable_sort(keyed.begin(), keyed.end(), [&order](const auto& a, const auto& b) {
         return order.descending ? b.first < a.first : a.first < b.first;

@@ -8,16 +8,22 @@
 #include <vector>
 
 #include "store/entry.h"
+#include "store/entry_uses.h"
 
 namespace verbatix {
+
+// By what is stored of a sorted column; the control may show them under other numbers.
+enum ListColumn { kHotkeyColumn, kLabelColumn, kTextColumn, kLastUsedColumn, kUsesColumn, kClashColumn };
 
 struct ListOrder {
     std::wstring filter;
     bool ignoreCase = true;
-    int sortColumn = -1;  // anything but 0 to 2: the order of the list
+    int sortColumn = -1;  // a ListColumn that can be sorted by; anything else: the order of the list
     bool descending = false;
     // Shown whatever the filter says: the entry being edited must not vanish under the user's hands.
     int pinned = -1;
+    // When and how often an entry was used; null: never.
+    Uses (*usesOf)(const ListEntry& entry) = nullptr;
 };
 
 // What is shown of an entry: hotkey in display form (nothing without a key), label, text.

@@ -11,11 +11,8 @@
 
 namespace verbatix {
 
-// Gives the control its columns: hotkey in display form, label, text.
+// Gives the control its look and its columns.
 void SetUpListView(HWND list);
-
-// Shows the columns' titles in the language that is active now.
-void RelabelColumns(HWND list);
 
 // Shows the rows of `mainWindow.rows` anew, with that entry selected, or none for -1.
 void RefreshList(int selected);
@@ -37,12 +34,5 @@ int FindTyped(const NMLVFINDITEMW& request);
 // Answers the control's notifications about what it shows. A changed selection is told by
 // WM_SELECTION_CHANGED.
 void OnListNotify(const NMHDR& header);
-
-// Shares the width of the list among the columns: the text gets what the widths that the user has chosen
-// leave. To be called when the list has another width or scroll bar.
-void ShareListWidth();
-
-// Writes the widths that the user has chosen since they were read.
-void RememberColumns();
 
 }  // namespace verbatix

@@ -196,7 +196,7 @@ int NodeOf(HTREEITEM item) {
 }
 
 void RefreshTree(int selected, bool filtered) {
-    if (!settings.showTree) {
+    if (!IsTreeShown()) {
         view.tree = {};
         const WithoutDrawing quiet;
         return Refill();
@@ -226,7 +226,7 @@ void RefreshTree(int selected, bool filtered) {
 }
 
 void SelectInTree(int position) {
-    if (settings.showTree) Select(position < 0 ? -1 : FindEntryNode(view.tree, position));
+    if (IsTreeShown()) Select(position < 0 ? -1 : FindEntryNode(view.tree, position));
 }
 
 void SelectNode(const TreeNode& node) {
@@ -235,7 +235,7 @@ void SelectNode(const TreeNode& node) {
 }
 
 int SelectedNode() {
-    return settings.showTree ? NodeOf(TreeView_GetSelection(mainWindow.tree)) : -1;
+    return IsTreeShown() ? NodeOf(TreeView_GetSelection(mainWindow.tree)) : -1;
 }
 
 bool NodeRectangle(HTREEITEM node, bool nameOnly, RECT& item) {
@@ -278,13 +278,13 @@ void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath) {
 }
 
 void ExpandAll() {
-    if (!settings.showTree) return;
+    if (!IsTreeShown()) return;
     RememberAllOpen();
     OpenAgain();
 }
 
 void CollapseAll() {
-    if (!settings.showTree) return;
+    if (!IsTreeShown()) return;
     view.open.clear();
     view.filtered = false;
     // What is selected would open again what it lies in.

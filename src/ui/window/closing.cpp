@@ -15,8 +15,9 @@
 #include "ui/editor/long_text.h"
 #include "ui/look/window_place.h"
 #include "ui/shell/tray_icon.h"
+#include "ui/state/entry_uses.h"
 #include "ui/state/main_window.h"
-#include "ui/views/list_view.h"
+#include "ui/views/list_columns.h"
 #include "ui/window/showing.h"
 
 namespace verbatix {
@@ -95,6 +96,7 @@ bool SaveForExit() {
 }
 
 void LeaveProgram(int dialogCode) {
+    WriteUses();
     EndDialog(mainWindow.window, dialogCode);
     CloseHotkeyMenu();
     PostQuitMessage(1);
@@ -118,6 +120,7 @@ void SaveWithoutAsking() {
     // The other entries, whatever became of that text.
     if (HasUnsaved(mainWindow.entries)) SaveList(mainWindow.entries, mainWindow.listClient, false, true);
     mainWindow.listClient.showMessage = showMessage;
+    WriteUses();
 }
 
 void ForgetUnsavedText() {

@@ -155,6 +155,13 @@ void SwitchTree(int id) {
     RefreshMenuChecks(mainWindow.menuBar);
 }
 
+// The mode of that command, or all entries again.
+void SwitchListMode(int id) {
+    const ListMode mode = id == CMD_CLASHES ? ListMode::kClashes : ListMode::kUnused;
+    SaveEdits(Warn::kNever);
+    ShowListMode(mainWindow.listMode == mode ? ListMode::kAll : mode);
+}
+
 void SwitchStartWithWindows() {
     if (SetStartWithWindows(!StartsWithWindows())) return;
     MessageBoxW(mainWindow.window, LanguageText(text::kAutostartRefused).c_str(), kProductName,
@@ -274,6 +281,9 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_SYSTEM_ICONS, CallWithId<SwitchLook>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {CMD_SHOW_USES, Call<SwitchUseColumns>},
+    {CMD_ONLY_UNUSED, CallWithId<SwitchListMode>},
+    {CMD_CLASHES, CallWithId<SwitchListMode>},
     {CMD_SAVE, Call<Save>},
     {CMD_NEW_ENTRY, Call<NewEntry>},
     {CMD_RENAME_ENTRY, Call<Rename>},

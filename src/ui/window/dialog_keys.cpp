@@ -111,6 +111,17 @@ bool HandleKey(std::span<const Key> keys, WPARAM key, unsigned held) {
     return true;
 }
 
+// Leads from one of the list's modes back to the whole list; first of all Esc clears the filter. Where a
+// name is edited in place, or a list has dropped down, it is theirs.
+bool HandleModeKey(HWND focus, WPARAM key, unsigned held) {
+    const bool clearsFilter = focus == DialogControl(IDC_FILTER) && GetWindowTextLengthW(focus) > 0;
+    const bool isMine = focus == mainWindow.window || GetParent(focus) == mainWindow.window;
+    if (held != kNone || key != VK_ESCAPE || mainWindow.listMode == ListMode::kAll) return false;
+    if (clearsFilter || !isMine || SendMessageW(focus, CB_GETDROPPEDSTATE, 0, 0)) return false;
+    ShowListMode(ListMode::kAll);
+    return true;
+}
+
 // A field takes back its own typing first; only where it has none the list's last step is meant.
 bool HandleUndoKey(HWND focus, WPARAM key, unsigned held) {
     const bool isUndo = held == kCtrl && key == 'Z';
@@ -151,6 +162,7 @@ bool HandleDialogKey(const MSG& message) {
     // A name that is being edited in place has its keys to itself.
     const bool isRenaming = GetParent(message.hwnd) == ShownView();
     if (!isRenaming && HandleKey(kWindowKeys, key, held)) return true;
+    if (HandleModeKey(message.hwnd, key, held)) return true;
     if (HandleUndoKey(message.hwnd, key, held)) return true;
     // A button that is drawn by its owner does not take Enter for a press.
     if (held == kNone && key == VK_RETURN && GetDlgCtrlID(message.hwnd) == IDC_OFFER_LINK)

@@ -20,7 +20,10 @@ void OnRawKey();
 void OnSessionChange(WPARAM change);
 void OnPowerChange(WPARAM change);
 
-// Ten times a second: looks which program is in front, and tells the tray icon.
+// The task bar may have another colour or size now (WM_SETTINGCHANGE, WM_DISPLAYCHANGE).
+void OnTaskBarChange();
+
+// Ten times a second: looks which program is in front, whether a pause is over, and tells the tray icon.
 void WatchForeground();
 
 }  // namespace verbatix

@@ -10,6 +10,7 @@
 #include "paste/text/command_prefixes.h"
 #include "store/list_file.h"
 #include "store/list_hotkeys.h"
+#include "store/paused_programs.h"
 #include "store/settings.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/insert_menu.h"
@@ -27,12 +28,14 @@
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
 #include "ui/shell/control_tips.h"
+#include "ui/state/entry_uses.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
 #include "ui/views/empty_note.h"
 #include "ui/views/entry_pictures.h"
 #include "ui/views/entry_views.h"
+#include "ui/views/list_columns.h"
 #include "ui/views/list_view.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
@@ -63,6 +66,7 @@ static bool WantsRename() {
 
 static void StartHotkeys(HWND dialog) {
     keyboardHook.disabled = LoadDisabledHotkeys();
+    keyboardHook.pausedPrograms = LoadPausedPrograms();
     RebuildHotkeyTables();
     executorClient.mainWindow = dialog;
     keyboardHook.client = {dialog, ExecuteFromHotkey, WantsRename, FitsInsideHook};
@@ -97,7 +101,9 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.listClient.classifyEntry = [](const wchar_t* text) {
         return static_cast<int>(ParseCommand(text).kind);
     };
+    mainWindow.listClient.entriesEdited = OnEntriesEdited;
     WatchStore();
+    StartCountingUses();
     LoadList(mainWindow.entries, mainWindow.listClient);
     ForgetActions();
     StartHotkeys(dialog);
@@ -184,6 +190,7 @@ static void OnGetMinMaxInfo(MINMAXINFO& info) {
 
 static void OnSystemSetting(HWND dialog, WPARAM what, LPARAM area) {
     OnSettingChange(area);
+    OnTaskBarChange();
     if (what == SPI_SETWORKAREA) KeepOnScreen(dialog);
     if (what != SPI_SETNONCLIENTMETRICS) return;
     ApplyViewLook(dialog);
@@ -195,7 +202,7 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
     switch (message) {
         case WM_SIZE: return OnSize(dialog), TRUE;
         case WM_DPICHANGED: return OnDpiChanged(dialog, LOWORD(wParam), lParam), TRUE;
-        case WM_DISPLAYCHANGE: return KeepOnScreen(dialog), FALSE;
+        case WM_DISPLAYCHANGE: return KeepOnScreen(dialog), OnTaskBarChange(), FALSE;
         case WM_GETMINMAXINFO: return OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)), TRUE;
         case WM_TIMER: return OnTimer(wParam), TRUE;
         case WM_INITDIALOG: return OnInitDialog(dialog), FALSE;

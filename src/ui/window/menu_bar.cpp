@@ -112,11 +112,18 @@ constexpr Row kOptionRows[] = {
     {1, CMD_NEVER_DARK, text::kNeverDark},
 };
 
-constexpr Row kViewRows[] = {
-    {1, CMD_SHOW_TREE, text::kShowTree},       {1, CMD_EXPAND_ALL, text::kExpandAll},
-    {1, CMD_COLLAPSE_ALL, text::kCollapseAll}, {1, 0, 0},
-    {1, CMD_SHOW_PREVIEW, text::kShowPreview}, {1, CMD_FIXED_WIDTH, text::kFixedWidth},
-    {1, CMD_SYSTEM_ICONS, text::kSystemIcons}, {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter}};
+constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
+                             {1, CMD_EXPAND_ALL, text::kExpandAll},
+                             {1, CMD_COLLAPSE_ALL, text::kCollapseAll},
+                             {1, 0, 0},
+                             {1, CMD_SHOW_PREVIEW, text::kShowPreview},
+                             {1, CMD_FIXED_WIDTH, text::kFixedWidth},
+                             {1, CMD_SYSTEM_ICONS, text::kSystemIcons},
+                             {1, CMD_FOCUS_SPLITTER, text::kFocusSplitter},
+                             {1, 0, 0},
+                             {1, CMD_SHOW_USES, text::kShowUses},
+                             {1, CMD_ONLY_UNUSED, text::kOnlyUnused},
+                             {1, CMD_CLASHES, text::kClashes}};
 
 constexpr Row kHelpRows[] = {
     {1, CMD_GUIDE, text::kGuide, text::kHelpKeys},
@@ -171,14 +178,19 @@ void AppendRows(HMENU menu, std::span<const Row> rows) {
 }
 
 std::optional<bool> IsChecked(int id) {
-    return id == CMD_START_WITH_WINDOWS ? StartsWithWindows() : IsSettingChecked(id);
+    switch (id) {
+        case CMD_START_WITH_WINDOWS: return StartsWithWindows();
+        case CMD_ONLY_UNUSED: return mainWindow.listMode == ListMode::kUnused;
+        case CMD_CLASHES: return mainWindow.listMode == ListMode::kClashes;
+        default: return IsSettingChecked(id);
+    }
 }
 
 // What would do nothing is grey.
 bool IsEnabled(int id) {
     switch (id) {
         case CMD_EXPAND_ALL:
-        case CMD_COLLAPSE_ALL: return settings.showTree != 0;
+        case CMD_COLLAPSE_ALL: return IsTreeShown();
         case CMD_UNDO: return editor.edited || NextUndo(undoHistory);
         case CMD_REDO: return NextRedo(undoHistory);
         case CMD_DELETE_ENTRY:

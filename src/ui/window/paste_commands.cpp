@@ -10,6 +10,7 @@
 #include "paste/execution_time.h"
 #include "paste/executor.h"
 #include "store/settings.h"
+#include "ui/state/entry_uses.h"
 #include "ui/state/main_window.h"
 #include "ui/views/entry_views.h"
 #include "ui/window/showing.h"
@@ -45,6 +46,7 @@ static int NumberOf(const HotkeyPress& press, const std::wstring& text) {
 }
 
 void ExecuteFromHotkey(const std::wstring& text) {
+    NoteUse(keyboardHook.press.key, keyboardHook.press.modifier, text);
     CurrentPress().entry = NumberOf(keyboardHook.press, text);
     ExecuteInTarget(text, keyboardHook.press);
 }
@@ -52,6 +54,11 @@ void ExecuteFromHotkey(const std::wstring& text) {
 bool FitsInsideHook(const std::wstring& text, DWORD limit) {
     const ExecutionFacts facts = {settings.restoreOldClipboard != 0, !IsClipboardAtHand()};
     return FitsWell(EstimateExecution(text, facts), limit);
+}
+
+static void NoteUseOf(int position) {
+    const ListEntry& entry = mainWindow.entries.at(position).current;
+    NoteUse(entry.keyCode, entry.modifier, entry.text);
 }
 
 static void EditFromMenu(int position) {
@@ -69,8 +76,8 @@ static void ExplainTakenWinKey() {
 void ShowPasteMenu() {
     const MenuOptions options = {settings.useMenuSort, settings.useIgnoreCase != 0,
                                  settings.useMenuOrder != 0};
-    const MenuClient client = {ExecuteInTarget, DeliverIntoTarget, EditFromMenu, ShowMainWindow,
-                               ExplainTakenWinKey};
+    const MenuClient client = {ExecuteInTarget, DeliverIntoTarget,  EditFromMenu,
+                               ShowMainWindow,  ExplainTakenWinKey, NoteUseOf};
     ShowHotkeyMenu(keyboardHook.menuRequest, mainWindow.entries, options, settings.showMenuTooltip != 0,
                    client);
 }

@@ -16,6 +16,7 @@
 #include "store/list_file.h"
 #include "store/list_hotkeys.h"
 #include "store/list_restore.h"
+#include "store/paused_programs.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
 #include "store/settings_path.h"
@@ -62,6 +63,7 @@ void ShowList() {
 void TakeSettingsOver() {
     const HWND window = mainWindow.window;
     keyboardHook.disabled = LoadDisabledHotkeys();
+    keyboardHook.pausedPrograms = LoadPausedPrograms();
     StartWordCompletion();
     ApplyTopmost();
     ApplyViewLook(window);

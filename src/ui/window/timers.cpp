@@ -12,8 +12,10 @@
 #include "ui/editor/editor.h"
 #include "ui/entries/cell_click.h"
 #include "ui/entries/drag_entry.h"
+#include "ui/state/entry_uses.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
+#include "ui/views/entry_views.h"
 #include "ui/window/hook_watch.h"
 #include "ui/window/store_watch.h"
 
@@ -61,6 +63,8 @@ void ReinstallHook() {
 // A clock that jumps means that the machine has slept, after which Windows may have dropped the hook.
 void WatchClock() {
     WatchForeground();
+    if (HaveUsesChanged()) ShowUsesAnew();
+    WriteUsesInTime();
     if (!ClockJumped(clockWatch, std::time(nullptr))) return;
     const std::wstring figures = HookStatusText(clockWatch.jumps, keyboardHook.installCount);
     constexpr WPARAM kClockPart = 3;

@@ -1,27 +1,64 @@
 #include "ui/window/tray_menu.h"
 
+#include <string>
+
 #include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
+#include "base/text.h"
 #include "hotkeys/keyboard_hook.h"
 #include "ids.h"
+#include "store/paused_programs.h"
 #include "ui/entries/entry_commands.h"
+#include "ui/state/hotkey_state.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
+#include "ui/state/timed_pause.h"
 #include "ui/window/closing.h"
 #include "ui/window/commands.h"
 #include "ui/window/menu_bar.h"
 #include "ui/window/showing.h"
+#include "ui/window/tray_entries.h"
 
 namespace verbatix {
+
+// A name from outside in a menu, which would take "&" for the mark of an access key.
+static std::wstring MenuName(std::wstring name) {
+    ReplaceAll(name, L"&", L"&&");
+    return name;
+}
+
+static void AppendPausedPrograms(HMENU menu) {
+    if (keyboardHook.pausedPrograms.empty()) return;
+    const HMENU programs = CreatePopupMenu();
+    UINT_PTR id = CMD_TRAY_PROGRAM_FIRST;
+    for (const std::wstring& program : keyboardHook.pausedPrograms)
+        AppendMenuW(programs, MF_STRING | MF_CHECKED, id++, MenuName(program).c_str());
+    AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(programs),
+                LanguageText(text::kPausedPrograms).c_str());
+}
+
+static void AppendPauses(HMENU menu) {
+    const auto append = [menu](UINT id, bool isOn, const std::wstring& text) {
+        AppendMenuW(menu, MF_STRING | (isOn ? MF_CHECKED : 0U), id, text.c_str());
+    };
+    const std::wstring& program = hotkeyState.lastProgram;
+    append(CMD_TRAY_PAUSE, keyboardHook.off && !IsPausedForATime(), LanguageText(text::kPauseHotkeys));
+    append(CMD_TRAY_HOUR, IsPausedForATime(), LanguageText(text::kPauseForAnHour));
+    if (!program.empty()) {
+        append(CMD_TRAY_PROGRAM, HasProgram(keyboardHook.pausedPrograms, program),
+               FillIn(LanguageText(text::kPauseInProgram), {MenuName(program)}));
+    }
+    AppendPausedPrograms(menu);
+}
 
 static UniqueMenu CreateTrayMenu() {
     UniqueMenu menu(CreatePopupMenu());
     AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_SHOW, LanguageText(text::kShowVerbatix).c_str());
     AppendMenuW(menu.Get(), MF_STRING, CMD_TRAY_NEW, LanguageText(text::kTrayNewEntry).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
-    AppendMenuW(menu.Get(), MF_STRING | (keyboardHook.off ? MF_CHECKED : 0), CMD_TRAY_PAUSE,
-                LanguageText(text::kPauseHotkeys).c_str());
+    AppendLastUsed(menu.Get());
+    AppendPauses(menu.Get());
     AppendMenuW(menu.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(CreateOptionsMenu()),
                 LanguageText(text::kTrayOptions).c_str());
     AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
@@ -31,13 +68,38 @@ static UniqueMenu CreateTrayMenu() {
     return menu;
 }
 
-// Off, or on again.
-static void PauseHotkeys() {
-    ToggleKeyboardHook();
+// What is paused is let work again.
+static void SwitchPause() {
+    PauseHotkeys(!keyboardHook.off);
     UpdateStatusBar();
 }
 
-static void RunTrayCommand(int command) {
+static void SwitchPauseForAnHour() {
+    if (IsPausedForATime()) return SwitchPause();
+    PauseHotkeysForAnHour();
+    UpdateStatusBar();
+}
+
+static void SwitchProgram(const std::wstring& program) {
+    ToggleProgram(keyboardHook.pausedPrograms, program);
+    SavePausedPrograms(keyboardHook.pausedPrograms);
+}
+
+// One of the programs in the menu of those that are paused.
+static bool SwitchProgramOf(int command) {
+    const auto place = static_cast<std::size_t>(command - CMD_TRAY_PROGRAM_FIRST);
+    if (command < CMD_TRAY_PROGRAM_FIRST || place >= keyboardHook.pausedPrograms.size()) return false;
+    SwitchProgram(std::wstring(keyboardHook.pausedPrograms[place]));
+    return true;
+}
+
+// What was in front before the menu.
+struct Front {
+    HWND window = nullptr;
+    std::wstring program;
+};
+
+static void RunTrayCommand(int command, const Front& front) {
     switch (command) {
         case 0: break;
         case CMD_TRAY_SHOW: ShowMainWindow(); break;
@@ -45,10 +107,15 @@ static void RunTrayCommand(int command) {
             ShowMainWindow();
             NewEntry();
             break;
-        case CMD_TRAY_PAUSE: PauseHotkeys(); break;
+        case CMD_TRAY_PAUSE: SwitchPause(); break;
+        case CMD_TRAY_HOUR: SwitchPauseForAnHour(); break;
+        case CMD_TRAY_PROGRAM: SwitchProgram(front.program); break;
         case CMD_TRAY_EXIT: ExitProgram(CMD_EXIT); break;
-        // One of the options.
-        default: RouteCommand(static_cast<WPARAM>(command), kMenuBarMarker); break;
+        default:
+            if (SwitchProgramOf(command) || RunLastUsed(command, front.window)) break;
+            // One of the options.
+            RouteCommand(static_cast<WPARAM>(command), kMenuBarMarker);
+            break;
     }
 }
 
@@ -66,6 +133,7 @@ static void ShowTrayMenu() {
     const HWND owner = mainWindow.window;
     POINT mouse = {};
     GetCursorPos(&mouse);
+    const Front front = {hotkeyState.lastFront, hotkeyState.lastProgram};
     const UniqueMenu menu = CreateTrayMenu();
     // A menu whose owner is not in front does not close when the user clicks elsewhere, and without the
     // message behind it the next one would close at once.
@@ -74,7 +142,7 @@ static void ShowTrayMenu() {
     const int chosen =
         TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, mouse.x, mouse.y, 0, owner, nullptr);
     PostMessageW(owner, WM_NULL, 0, 0);
-    RunTrayCommand(chosen);
+    RunTrayCommand(chosen, front);
 }
 
 void OnTrayClick(UINT mouseMessage) {

@@ -1,11 +1,15 @@
-// Commands, key tokens and command lines as the entries' texts have them.
+// Commands, key tokens, command lines and paths as the entries' texts have them, and how long they take.
 #include "paste/text/command_prefixes.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <vector>
+
+#include "paste/execution_time.h"
 #include "paste/steps/key_tokens.h"
 #include "paste/steps/launcher.h"
+#include "paste/text/path_breaks.h"
 #include "paste/text/placeholders.h"
 
 namespace verbatix {
@@ -116,6 +120,69 @@ TEST(CommandLines, AreToldFromFiles) {
                   plan)
             << line;
     }
+}
+
+// "#" stands for a backslash-n that is kept a part of its path, "|" for one that stays a line break.
+TEST(KeepPaths, TellsAPathFromALineBreak) {
+    const wchar_t* const rows[] = {
+        L"run:C:#ew\\tool.exe",
+        L"runx:C:\\tools#ew#ext.exe a|\"D:#otes\\b.exe\" C:#ew",
+        L"runa:C:\\my texts#otes.exe|calc",
+        L"cmd:\"C:\\a.b#ew.exe\" x",
+        L"runX:\"C:\\a.exe#ow",  // quoted to the end: no command begins there
+        L"cpy:%AppData%#otes.exe %cpy%",
+        L"img:\\\\server#ew.png",
+        L"runA:tool /out=C:#ew.txt|tool",
+        L"runx:notepad|calc|C:\\x.exe|E:\\y",
+        L"runx:C:\\a.exe one|notepad",
+        L"runx:C:\\tools|C:\\more",
+        L"runx:C:\\tools\\|\\\\server\\x",
+        L"runx:C:\\tools|",
+        L"runx:50% off|now",
+        L"runx:12:|30",
+        // Nothing runs.
+        L"C:|ew",
+        L"replace:C:|ew=>x",
+        L"sys:Txt2Key:C:|ew",
+        L"run",
+        L"",
+    };
+    for (const std::wstring_view row : rows) {
+        std::wstring stored, kept;
+        for (const wchar_t c : row) {
+            stored += c == L'#' || c == L'|' ? L"\\n" : std::wstring(1, c);
+            kept += c == L'#' ? L"\\%nc%n" : c == L'|' ? L"\\n" : std::wstring(1, c);
+        }
+        EXPECT_EQ(KeepPaths(stored), kept);
+        EXPECT_TRUE(PathBreaks(kept).empty()) << testing::PrintToString(kept);
+    }
+}
+
+TEST(ExecutionTime, OfAnEntryDecidesWhetherItFitsIntoTheHook) {
+    const struct {
+        DWORD limit;  // of 300 and 1000 the smallest that the entries fit into; 0: none
+        std::vector<const wchar_t*> texts;
+    } rows[] = {
+        {300,
+         {L"plain text, %YYYY%-%MM%", L"", L"a%send_tab%b", L"%sleep_500%", L"copy_slot:1", L"paste_slot:1",
+          L"cpy:notepad.exe %cpy%", L"sys:MonitorOff"}},
+        {1000,
+         {L"a%send_tab%%sleep_100%b%send_enter%", L"<%copy_text_uc%>", L"%copy_html%%copy_text%",
+          L"%mix_al_rows%", L"replace:a=>b"}},
+        {0,
+         {L"%send_tab%%sleep_500%", L"paste_slot:12", L"sys:Txt2Key:abc", L"sys:nothing of that name",
+          L"run:notepad.exe", L"cmd:notepad.exe", L"runX:notepad.exe", L"img:C:\\picture.png", L"on %C%",
+          L"at %T%", L"%phtml%", L"%pptxt%", L"%plain_text_to_tmp_html%"}},
+    };
+    for (const auto& [limit, texts] : rows) {
+        for (const wchar_t* const text : texts) {
+            const auto estimate = EstimateExecution(text, {});
+            EXPECT_EQ(FitsWell(estimate, 300), limit == 300) << text;
+            EXPECT_EQ(FitsWell(estimate, 1000), limit != 0) << text;
+        }
+    }
+    EXPECT_FALSE(EstimateExecution(L"plain text", {.savesClipboard = true}));
+    EXPECT_FALSE(EstimateExecution(L"plain text", {.clipboardIsBusy = true}));
 }
 
 }  // namespace

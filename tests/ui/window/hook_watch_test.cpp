@@ -7,6 +7,8 @@
 #include <commctrl.h>
 #include <wtsapi32.h>
 
+#include <vector>
+
 #include "base/language.h"
 #include "hotkeys/integrity.h"
 #include "hotkeys/keyboard_hook.h"
@@ -19,6 +21,7 @@
 #include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
+#include "ui/state/timed_pause.h"
 #include "ui/window/main_procedure.h"
 
 namespace verbatix::test {
@@ -27,8 +30,12 @@ namespace {
 class HookWatchTest : public ::testing::Test {
   protected:
     HookWatchTest() {
-        SetLanguageTexts(
-            {{1058, L"active"}, {1059, L"paused"}, {1060, L"refused"}, {1380, L"restored {1}"}}, {});
+        SetLanguageTexts({{1058, L"active"},
+                          {1059, L"paused"},
+                          {1060, L"refused"},
+                          {1380, L"restored {1}"},
+                          {1720, L"until {1}"}},
+                         {});
         settingsPath = folder_.File(L"list.ini");
         EXPECT_TRUE(WriteBytes(settingsPath, Utf16File(SettingsText({{L"Ctrl-Alt+W", L"text w"}}))));
         thread.Run([] { CreateMainWindow(GetModuleHandleW(nullptr)); });
@@ -86,7 +93,11 @@ TEST_F(HookWatchTest, ADroppedHookIsBackInTimeForTheHotkey) {
     thread.Run(UpdateStatusBar);
     EXPECT_EQ(State(), L"paused");
     EXPECT_EQ(keyboardHook.installCount, installs);
-    thread.Run(ToggleKeyboardHook);
+    thread.Run(PauseHotkeysForAnHour);
+    EXPECT_TRUE(WaitFor([] { return trayIcon.tip.starts_with(L"Verbatix\nuntil "); }));
+    EXPECT_EQ(trayIcon.look.mark, TrayMark::kPaused);
+    thread.Run([] { PauseHotkeys(false); });
+    EXPECT_TRUE(WaitFor([] { return trayIcon.look.mark == TrayMark::kNone; }));
 }
 
 TEST_F(HookWatchTest, TheHookIsInstalledAnewAfterAnAbsence) {
@@ -109,6 +120,47 @@ TEST_F(HookWatchTest, TheHookIsInstalledAnewAfterAnAbsence) {
         UpdateStatusBar();
     });
     EXPECT_EQ(State(), L"refused");
+}
+
+TEST(TimedPause, EndsByEitherClock) {
+    constexpr PauseEnd kEnd = {5'000'000, 90'000};  // an hour after tick 1'400'000, second 86'400
+    const struct {
+        ULONGLONG tick;
+        std::int64_t time;
+        bool isOver;
+        std::int64_t shown;
+    } rows[] = {
+        {1'400'000, 86'400, false, 90'000}, {4'999'999, 89'999, false, 90'000},
+        {5'000'000, 89'990, true, 89'990},  {1'400'500, 90'000, true, 90'000},    // put forward, or slept
+        {2'000'000, 80'000, false, 83'000}, {1'400'000, 86'390, false, 90'000}};  // put back: far, a bit
+    for (const auto& [tick, time, isOver, shown] : rows) {
+        EXPECT_EQ(IsPauseOver(kEnd, tick, time), isOver) << tick << " " << time;
+        EXPECT_EQ(ShownPauseEnd(kEnd, tick, time), shown) << tick << " " << time;
+    }
+}
+
+TEST(TrayPicture, AMarkStandsOutOnAnyBar) {
+    constexpr std::uint32_t kGreen = 0xff00c000;
+    for (const int side : {16, 20, 32}) {
+        const auto at = [side](double part) { return static_cast<int>(part * side); };
+        std::vector<std::uint32_t> before(static_cast<std::size_t>(side * side), kGreen);
+        std::vector<std::vector<std::uint32_t>> pictures = {before};
+        for (const auto mark : {TrayMark::kPaused, TrayMark::kOutOfReach, TrayMark::kFailing}) {
+            for (const bool isBarLight : {false, true}) {
+                std::vector<std::uint32_t> pixels = before;
+                DrawMark(pixels, {mark, isBarLight, side});
+                const auto pixel = [&](double x, double y) {
+                    return pixels[static_cast<std::size_t>(at(y) * side + at(x))];
+                };
+                EXPECT_EQ(pixel(0.05, 0.05) == kGreen, mark != TrayMark::kPaused) << "grey when paused";
+                EXPECT_EQ(pixel(0.69, 0.75) >> 24, 0xffU) << "in the middle";
+                EXPECT_LT(pixel(0.6875, 0.33) >> 24, 0xffU) << "cut away around the mark";
+                if (isBarLight && mark != TrayMark::kPaused) continue;
+                for (const auto& other : pictures) EXPECT_NE(pixels, other) << side;
+                pictures.push_back(pixels);
+            }
+        }
+    }
 }
 
 TEST(Integrity, OfAProgramWithMoreRightsIsOutOfReach) {
