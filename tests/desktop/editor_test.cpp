@@ -163,8 +163,8 @@ TEST_F(EditorTest, ThePreviewFollowsTheTextAndMendsACode) {
     EXPECT_EQ(Text(IDC_TEXT), L"%copy_txt%\r\nin %YYYY%");
     Menu(CMD_SHOW_PREVIEW);
     EXPECT_TRUE(FileGets(L"show_preview=0"));
-    EXPECT_FALSE(IsWindowVisible(Control(IDC_PREVIEW)));
-    EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+    for (const int control : {IDC_PREVIEW, IDC_MEND_CODE})
+        EXPECT_TRUE(WaitFor([&] { return !IsWindowVisible(Control(control)); })) << control;
 }
 
 TEST_F(EditorTest, TheListOfCodesIsSearchedAndLeavesTheTextAlone) {
