@@ -168,21 +168,18 @@ TEST_F(EditorTest, ThePreviewFollowsTheTextAndMendsACode) {
     EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
     Type(IDC_TEXT, L"%copy_txt%\r");
     EXPECT_TRUE(Becomes(IDC_PREVIEW, L"%copy_txt%\u00b6\r\n" + dated));
-    EXPECT_TRUE(IsWindowVisible(Control(IDC_MEND_CODE)));
-    EXPECT_EQ(Text(IDC_MEND_CODE), L"%copy_txt% is no code. Did you mean %copy_text%?");
+    EXPECT_TRUE(Becomes(IDC_MEND_CODE, L"%copy_txt% is no code. Did you mean %copy_text%?"));
+    EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(Control(IDC_MEND_CODE)); }));
     Press(IDC_MEND_CODE);
     EXPECT_TRUE(Becomes(IDC_TEXT, L"%copy_text%\r\nin %YYYY%"));
     EXPECT_TRUE(Becomes(IDC_PREVIEW, L"sample text\u00b6\r\n" + dated));
-    EXPECT_FALSE(IsWindowVisible(Control(IDC_MEND_CODE)));
+    EXPECT_TRUE(WaitFor([&] { return !IsWindowVisible(Control(IDC_MEND_CODE)); }));
     SendMessageW(Control(IDC_TEXT), EM_UNDO, 0, 0);
     EXPECT_EQ(Text(IDC_TEXT), L"%copy_txt%\r\nin %YYYY%");
     Menu(CMD_SHOW_PREVIEW);
     EXPECT_TRUE(FileGets(L"show_preview=0"));
-    const auto isGone = [this](int control) {
-        return WaitFor([&] { return !IsWindowVisible(Control(control)); });
-    };
-    EXPECT_TRUE(isGone(IDC_PREVIEW));
-    EXPECT_TRUE(isGone(IDC_MEND_CODE));
+    for (const int control : {IDC_PREVIEW, IDC_MEND_CODE})
+        EXPECT_TRUE(WaitFor([&] { return !IsWindowVisible(Control(control)); })) << control;
 }
 
 TEST_F(EditorTest, TheListOfCodesIsSearchedAndLeavesTheTextAlone) {
