@@ -15,11 +15,11 @@
 #include "base/common_controls.h"
 #include "base/product.h"
 #include "base/text.h"
+#include "base/theme.h"
 #include "ids.h"
 #include "store/list_file.h"
 #include "store/settings.h"
 #include "store/settings_path.h"
-#include "ui/look/dark_theme.h"
 #include "ui/shell/tray_icon.h"
 #include "ui/state/main_window.h"
 #include "ui/state/program_client.h"
@@ -87,7 +87,7 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     CurrentSystemVersion();
     ChooseSettingsPath();
     ReadLanguageAndTheme();
-    AllowDarkMenus(CurrentSystemVersion().build);
+    if (settings.disableDarkTheme == 0) AllowDarkMenus(CurrentSystemVersion().build);
     if (!LoadLanguageArchive(settings.language)) {
         MessageBoxW(nullptr, L"Error! Loading language file string archive", kProductName,
                     MB_OK | MB_ICONERROR);

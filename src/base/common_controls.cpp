@@ -36,9 +36,9 @@ void AddPicture(HIMAGELIST list, HICON picture) {
     if (resize(list, static_cast<UINT>(last) + 1) && picture) replace(list, last, picture);
 }
 
-bool AddSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id) {
+bool AddSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id, DWORD_PTR data) {
     static const auto call = Find<decltype(&SetWindowSubclass)>("SetWindowSubclass");
-    return call && call(window, procedure, id, 0);
+    return call && call(window, procedure, id, data);
 }
 
 bool RemoveSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id) {

@@ -22,7 +22,7 @@ UniqueImageList MakeImageList(int edge, int count);
 void AddPicture(HIMAGELIST list, HICON picture);
 
 // As SetWindowSubclass, RemoveWindowSubclass and DefSubclassProc.
-bool AddSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id);
+bool AddSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id, DWORD_PTR data = 0);
 bool RemoveSubclass(HWND window, SUBCLASSPROC procedure, UINT_PTR id);
 LRESULT PassToSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/screen_scale.h"
+#include "base/window_dress.h"
 
 namespace verbatix {
 
@@ -43,6 +44,7 @@ static bool MakeWindow() {
     notice.window = CreateWindowExW(kExtendedStyle, TOOLTIPS_CLASSW, nullptr, kStyle, 0, 0, 0, 0, nullptr,
                                     nullptr, GetModuleHandleW(nullptr), nullptr);
     if (!notice.window) return false;
+    DressWindow(notice.window);
     Send(TTM_ADDTOOLW);
     SendMessageW(notice.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(notice.window)));
     return true;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/screen_scale.h"
+#include "base/window_dress.h"
 
 namespace verbatix {
 
@@ -31,6 +32,7 @@ static void Create(MenuTooltip& tooltip, HWND owner) {
     tooltip.owner = owner;
     tooltip.window = CreateWindowExW(WS_EX_TOPMOST | WS_EX_TRANSPARENT, TOOLTIPS_CLASSW, nullptr, kStyle, 0,
                                      0, 0, 0, owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+    DressWindow(tooltip.window);
     Send(tooltip, TTM_ADDTOOLW);
     SendMessageW(tooltip.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(owner)));
 }

@@ -220,9 +220,38 @@ TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {
     const auto isDark = [&] {
         return GetGValue(static_cast<COLORREF>(SendMessageW(list_, LVM_GETBKCOLOR, 0, 0))) < 128;
     };
+    // What stands on the screen, all over the window: nothing light but letters and pictures is left.
+    struct Part {
+        const char* name;
+        HWND window;
+        POINT dot;
+    };
+    const HWND bar = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
+    const Part parts[] = {{"list", list_, {60, 150}},
+                          {"title", FindWindowExW(list_, nullptr, WC_HEADERW, nullptr), {60, 3}},
+                          {"button", Control(CMD_NEW_ENTRY), {6, 6}},
+                          {"hotkey", Control(IDC_KEY), {4, 4}},
+                          {"text", Control(IDC_TEXT), {60, 60}},
+                          {"dialog", dialog_, {2, 60}},
+                          {"status bar", bar, {200, 4}},
+                          {"menu bar", dialog_, {300, -8}}};
+    const auto brightParts = [&] {
+        std::string bright;
+        for (const Part& part : parts) {
+            POINT dot = part.dot;
+            ClientToScreen(part.window, &dot);
+            const HDC screen = GetDC(nullptr);
+            if (GetGValue(GetPixel(screen, dot.x, dot.y)) >= 100) bright += std::string(part.name) + ' ';
+            ReleaseDC(nullptr, screen);
+        }
+        return bright;
+    };
     EXPECT_FALSE(isDark());
     setLight(0);
     EXPECT_TRUE(isDark());
+    ShowWindow(dialog_, SW_SHOW);
+    SetForegroundWindow(dialog_);
+    EXPECT_TRUE(WaitFor([&] { return brightParts().empty(); })) << brightParts();
     Send(3004, kMarker);
     EXPECT_EQ(ReadNumber(L"disable_dark_theme"), 1);
     EXPECT_FALSE(isDark());

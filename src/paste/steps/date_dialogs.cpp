@@ -5,7 +5,9 @@
 #include <algorithm>
 
 #include "base/common_controls.h"
+#include "base/message_font.h"
 #include "base/text.h"
+#include "base/window_dress.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
 #include "ids.h"
@@ -59,6 +61,7 @@ void FitToCalendar(HWND dialog) {
 INT_PTR CALLBACK CalendarProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     switch (message) {
         case WM_INITDIALOG:
+            DressWindow(dialog);
             MonthCal_SetCurSel(GetDlgItem(dialog, IDC_CALENDAR), reinterpret_cast<SYSTEMTIME*>(lParam));
             FitToCalendar(dialog);
             PostMessageW(dialog, kShown, 0, 0);
@@ -87,6 +90,7 @@ WORD SelectedNumber(HWND dialog, int combo) {
 INT_PTR CALLBACK TimeProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     switch (message) {
         case WM_INITDIALOG: {
+            DressWindow(dialog);
             const auto& time = *reinterpret_cast<const SYSTEMTIME*>(lParam);
             FillNumbers(GetDlgItem(dialog, IDC_HOURS), 24, time.wHour);
             FillNumbers(GetDlgItem(dialog, IDC_MINUTES), 60, time.wMinute);
@@ -108,8 +112,7 @@ INT_PTR CALLBACK TimeProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
 INT_PTR ShowOverForeground(int dialog, DLGPROC procedure, const SYSTEMTIME& shown) {
     RegisterCommonControls(ICC_DATE_CLASSES | ICC_STANDARD_CLASSES);
     const KeptForeground kept;
-    return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(dialog), nullptr, procedure,
-                           reinterpret_cast<LPARAM>(&shown));
+    return RunDialog(dialog, nullptr, procedure, reinterpret_cast<LPARAM>(&shown));
 }
 
 }  // namespace

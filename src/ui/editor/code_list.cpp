@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "base/language.h"
+#include "base/message_font.h"
 #include "base/text.h"
+#include "base/window_dress.h"
 #include "ids.h"
 #include "store/settings.h"
 #include "ui/editor/code_catalogue.h"
@@ -15,7 +17,6 @@
 #include "ui/editor/code_rows.h"
 #include "ui/editor/code_search.h"
 #include "ui/editor/insertion.h"
-#include "ui/look/dark_theme.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -135,7 +136,7 @@ void DrawRow(const DRAWITEMSTRUCT& draw) {
 
 INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     switch (message) {
-        case WM_INITDIALOG: return FALSE;
+        case WM_INITDIALOG: return DressWindow(window), FALSE;
         case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
         case WM_DRAWITEM: return DrawRow(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)), TRUE;
         case WM_ACTIVATE:
@@ -150,19 +151,13 @@ INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             if (codes.isOwn) return FALSE;
             SetWindowLongPtrW(window, DWLP_MSGRESULT, MA_NOACTIVATE);
             return TRUE;
-        case WM_CTLCOLORDLG:
-        case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORLISTBOX:
-            return reinterpret_cast<INT_PTR>(
-                DarkControlColors(reinterpret_cast<HDC>(wParam), message, reinterpret_cast<HWND>(lParam)));
         default: return FALSE;
     }
 }
 
 void CreateWindowOnce() {
     if (IsWindow(codes.window)) return;
-    codes.window = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_CODES),
-                                      mainWindow.window, Procedure, 0);
+    codes.window = CreateDialogWindow(IDD_CODES, mainWindow.window, Procedure, 0);
 }
 
 int Units(int units) {
@@ -209,8 +204,6 @@ void Prepare(const RECT& anchor) {
     SetDlgItemTextW(codes.window, IDC_CODE_SEARCH_CAPTION, LanguageText(text::kFilterCaption).c_str());
     SetDlgItemTextW(codes.window, IDC_CODE_LIST_CAPTION, LanguageText(text::kCodesCaption).c_str());
     SendMessageW(SearchField(), EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(cue.c_str()));
-    ThemeControl(SearchField());
-    ThemeControl(Rows());
     SendMessageW(Rows(), LB_SETITEMHEIGHT, 0, CodeRowHeight(Rows()));
     Place(anchor);
 }

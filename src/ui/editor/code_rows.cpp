@@ -1,6 +1,6 @@
 #include "ui/editor/code_rows.h"
 
-#include "ui/look/dark_theme.h"
+#include "base/theme.h"
 
 namespace verbatix {
 

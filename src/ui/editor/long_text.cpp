@@ -7,8 +7,10 @@
 #include <utility>
 
 #include "base/language.h"
+#include "base/message_font.h"
 #include "base/product.h"
 #include "base/text.h"
+#include "base/window_dress.h"
 #include "ids.h"
 #include "store/backup.h"
 #include "store/entry.h"
@@ -34,6 +36,7 @@ constexpr Choice kChoices[] = {
 };
 
 void FillQuestion(HWND dialog, std::size_t tooMany) {
+    DressWindow(dialog);
     SetWindowTextW(dialog, kProductName);
     SendDlgItemMessageW(dialog, IDC_WARNING, STM_SETICON,
                         reinterpret_cast<WPARAM>(LoadIconW(nullptr, IDI_WARNING)), 0);
@@ -59,8 +62,7 @@ INT_PTR CALLBACK QuestionProcedure(HWND dialog, UINT message, WPARAM wParam, LPA
 
 LongText AskAboutLongText(std::size_t tooMany) {
     const INT_PTR button =
-        DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_LONG_TEXT), mainWindow.window,
-                        QuestionProcedure, static_cast<LPARAM>(tooMany));
+        RunDialog(IDD_LONG_TEXT, mainWindow.window, QuestionProcedure, static_cast<LPARAM>(tooMany));
     for (const Choice& choice : kChoices) {
         if (choice.button == button) return choice.answer;
     }

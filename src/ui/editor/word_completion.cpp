@@ -10,6 +10,7 @@
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
+#include "base/window_dress.h"
 #include "ids.h"
 #include "store/settings.h"
 #include "store/word_list.h"
@@ -45,6 +46,7 @@ HWND Popup() {
         completion.popup = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, WC_LISTBOXW,
                                            nullptr, WS_POPUP | WS_BORDER | LBS_NOTIFY, 0, 0, 10, 10,
                                            mainWindow.window, nullptr, GetModuleHandleW(nullptr), nullptr);
+        DressWindow(completion.popup);
     }
     // Every time: the text's font may have changed its size.
     SendMessageW(completion.popup, WM_SETFONT,

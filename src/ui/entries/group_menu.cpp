@@ -3,7 +3,9 @@
 #include "base/access_letters.h"
 #include "base/handle.h"
 #include "base/language.h"
+#include "base/message_font.h"
 #include "base/text.h"
+#include "base/window_dress.h"
 #include "ids.h"
 #include "menu/menu_model.h"
 #include "store/settings.h"
@@ -54,7 +56,7 @@ INT_PTR CALLBACK GroupProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM
     switch (message) {
         case WM_INITDIALOG:
             SetWindowLongPtrW(dialog, DWLP_USER, lParam);
-            return FillGroupDialog(dialog), TRUE;
+            return DressWindow(dialog), FillGroupDialog(dialog), TRUE;
         case WM_COMMAND:
             if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL) return FALSE;
             if (LOWORD(wParam) == IDOK) {
@@ -71,8 +73,7 @@ INT_PTR CALLBACK GroupProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM
 
 std::optional<std::wstring> AskGroupName() {
     std::wstring name;
-    DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_GROUP), mainWindow.window,
-                    GroupProcedure, reinterpret_cast<LPARAM>(&name));
+    RunDialog(IDD_GROUP, mainWindow.window, GroupProcedure, reinterpret_cast<LPARAM>(&name));
     return name.empty() ? std::nullopt : std::optional(name);
 }
 

@@ -6,8 +6,8 @@
 #include <iterator>
 
 #include "base/common_controls.h"
+#include "base/theme.h"
 #include "ids.h"
-#include "ui/look/dark_theme.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {

@@ -3,12 +3,13 @@
 #include <windows.h>
 
 #include "base/language.h"
+#include "base/message_font.h"
 #include "base/product.h"
 #include "base/text.h"
+#include "base/window_dress.h"
 #include "clipboard/clipboard_text.h"
 #include "ids.h"
 #include "store/settings_path.h"
-#include "ui/look/dark_theme.h"
 #include "ui/shell/press_report.h"
 #include "ui/state/hotkey_state.h"
 #include "ui/state/main_window.h"
@@ -33,18 +34,12 @@ void FillAbout(HWND dialog) {
         std::wstring(kProductName) + L' ' + kProductVersion + L"\r\n" + HotkeyStateText();
     SetDlgItemTextW(dialog, IDC_ABOUT_STATE, state.c_str());
     SetDlgItemTextW(dialog, IDC_ABOUT_FILE, settingsPath.c_str());
-    ApplyTheme(dialog);
+    DressWindow(dialog);
 }
 
-INT_PTR CALLBACK AboutProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+INT_PTR CALLBACK AboutProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
     switch (message) {
         case WM_INITDIALOG: return FillAbout(dialog), TRUE;
-        case WM_CTLCOLORDLG:
-        case WM_CTLCOLORSTATIC:
-        case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORBTN:
-            return reinterpret_cast<INT_PTR>(
-                DarkControlColors(reinterpret_cast<HDC>(wParam), message, reinterpret_cast<HWND>(lParam)));
         case WM_COMMAND:
             if (LOWORD(wParam) == IDC_ABOUT_COPY) {
                 const bool copied = ClipboardPutText(ProgramReport());
@@ -60,8 +55,7 @@ INT_PTR CALLBACK AboutProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM
 }  // namespace
 
 void ShowAbout() {
-    DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_ABOUT), mainWindow.window,
-                    AboutProcedure, 0);
+    RunDialog(IDD_ABOUT, mainWindow.window, AboutProcedure, 0);
 }
 
 }  // namespace verbatix

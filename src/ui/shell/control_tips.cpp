@@ -8,7 +8,9 @@
 
 #include "base/common_controls.h"
 #include "base/language.h"
+#include "base/screen_scale.h"
 #include "base/text.h"
+#include "base/window_dress.h"
 #include "ids.h"
 #include "ui/entries/test_target.h"
 #include "ui/state/hotkey_state.h"
@@ -105,7 +107,8 @@ void SetUpControlTips(HWND dialog) {
     tips.window =
         CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
                         0, 0, 0, dialog, nullptr, GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(tips.window, TTM_SETMAXTIPWIDTH, 0, kMaximumWidth);
+    DressWindow(tips.window);
+    SendMessageW(tips.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(dialog)));
     for (const ButtonTip& tip : kButtonTips) AddTip(dialog, GetDlgItem(dialog, tip.button));
     AddTip(dialog, mainWindow.statusBar);
     AddSubclass(mainWindow.statusBar, WithPartTips, 1);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/screen_scale.h"
+#include "base/window_dress.h"
 #include "hotkeys/notice.h"
 
 namespace verbatix {
@@ -26,6 +27,7 @@ static void Create(TrackingTooltip& tooltip, HWND owner) {
     tooltip.window =
         CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
                         0, 0, 0, owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+    DressWindow(tooltip.window);
     TTTOOLINFOW info = ToolInfo(tooltip);
     info.uFlags |= TTF_TRACK | TTF_ABSOLUTE;
     info.lpszText = tooltip.text.data();

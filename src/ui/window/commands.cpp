@@ -123,7 +123,7 @@ void SwitchLook(int id) {
 
 void SwitchDarkTheme(int id) {
     RunSettingCommand(id);
-    ApplyTheme(mainWindow.window);
+    ApplyTheme();
 }
 
 void SwitchPreview(int id) {

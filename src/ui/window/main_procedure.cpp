@@ -114,7 +114,7 @@ static void OnInitDialog(HWND dialog) {
     mainWindow.maximizeWhenShown = RestoreWindowPlace(dialog);
     LayOutControls(dialog);
     ShareListWidth();
-    ApplyTheme(dialog);
+    ApplyTheme();
     RefreshViews(false);
     OnListRead();
     // Later: a box in the middle of the start would hold up the rest of it.
@@ -189,7 +189,7 @@ static void OnGetMinMaxInfo(MINMAXINFO& info) {
 }
 
 static void OnSystemSetting(HWND dialog, WPARAM what, LPARAM area) {
-    OnSettingChange(dialog, area);
+    OnSettingChange(area);
     OnTaskBarChange();
     if (what == SPI_SETWORKAREA) KeepOnScreen(dialog);
     if (what != SPI_SETNONCLIENTMETRICS) return;
@@ -240,13 +240,6 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_POWERBROADCAST: return OnPowerChange(wParam), FALSE;
         case WM_SETTINGCHANGE: return OnSystemSetting(dialog, wParam, lParam), FALSE;
         case WM_SYSCOLORCHANGE: return OnSystemColorsChanged(dialog), TRUE;
-        case WM_CTLCOLORDLG:
-        case WM_CTLCOLORSTATIC:
-        case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORBTN:
-        case WM_CTLCOLORLISTBOX:
-            return reinterpret_cast<INT_PTR>(
-                DarkControlColors(reinterpret_cast<HDC>(wParam), message, reinterpret_cast<HWND>(lParam)));
         default: return FALSE;
     }
 }

@@ -67,7 +67,7 @@ void TakeSettingsOver() {
     StartWordCompletion();
     ApplyTopmost();
     ApplyViewLook(window);
-    ApplyTheme(window);
+    ApplyTheme();
     ShowChosenView();
     RefreshMenuChecks(mainWindow.menuBar);
     const bool isOther = programClient.activeLanguage && programClient.useLanguage &&
