@@ -277,6 +277,7 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     // The caret stays where it is, and nothing is replaced.
     Keys({VK_RIGHT, VK_TAB});
     PlayStroke({VK_LMENU}, 'X');
+    ASSERT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
     Keys({'X'});
     EXPECT_TRUE(Becomes(IDC_TEXT, L"oxne"));
     PlayStroke({VK_LMENU}, 'R');
@@ -287,9 +288,11 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     Keys({'L', 'B'});
     EXPECT_TRUE(Becomes(IDC_LABEL, L"lb"));
     PlayStroke({VK_LMENU}, 'X');
+    ASSERT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
     Keys({'H', 'E', 'L', 'L', 'O'});
     EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
     PlayStroke({VK_LMENU}, 'K');
+    ASSERT_TRUE(WaitFor([&] { return HasKeyboard(IDC_KEY); }));
     PlayStroke({}, 'R');
     EXPECT_TRUE(Becomes(IDC_KEY, L"r"));
     PlayStroke({}, VK_TAB);

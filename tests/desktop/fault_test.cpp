@@ -105,6 +105,9 @@ TEST(Fault, AMainThreadThatStandsStillIsWrittenDown) {
     ProgramRun run;
     ASSERT_TRUE(run.WriteSettings(SettingsText({})));
     ASSERT_TRUE(run.Start(L"-bg"));
+    // Between two messages, where it holds nothing that the watch needs.
+    run.Program().WaitForIdle();
+    SendMessageW(run.Frame(), WM_NULL, 0, 0);
     const DWORD mainThread = GetWindowThreadProcessId(run.Frame(), nullptr);
     const UniqueKernelObject thread(OpenThread(THREAD_SUSPEND_RESUME, FALSE, mainThread));
     ASSERT_NE(SuspendThread(thread.Get()), static_cast<DWORD>(-1));
