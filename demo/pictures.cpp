@@ -101,6 +101,13 @@ void ShootMainWindow(HWND dialog) {
     }
 }
 
+void ShootQuestion(HWND dialog) {
+    const std::wstring tooLong(4000, L'x');
+    SendDlgItemMessageW(dialog, IDC_TEXT, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(tooLong.c_str()));
+    Command(dialog, CMD_NEW_ENTRY);
+    ShootDialog("question", IDC_CUT_OFF, IDC_DISCARD);
+}
+
 // Where a user works: the paste menu and what an entry asks for.
 void ShootPasting() {
     const Process notepad(L"notepad.exe");
@@ -136,6 +143,7 @@ int wmain(int count, wchar_t** arguments) {
     if (dialog) {
         ShootMainWindow(dialog);
         ShootPasting();
+        ShootQuestion(dialog);
         Command(dialog, CMD_EXIT);
         program.WaitForExit();
     }
