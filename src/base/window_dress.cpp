@@ -27,6 +27,8 @@ COLORREF Choose(COLORREF dark, int light) {
     return IsDark() ? dark : GetSysColor(light);
 }
 
+void DressOne(HWND window);
+
 // ---- What is told its colours
 
 void ColorList(HWND list) {
@@ -34,12 +36,15 @@ void ColorList(HWND list) {
     ListView_SetBkColor(list, back);
     ListView_SetTextBkColor(list, back);
     ListView_SetTextColor(list, Choose(kDark.text, COLOR_WINDOWTEXT));
+    // A window beside the list, for rows that are cut off.
+    DressOne(ListView_GetToolTips(list));
 }
 
 void ColorTree(HWND tree) {
     TreeView_SetBkColor(tree, Choose(kDark.field, COLOR_WINDOW));
     TreeView_SetTextColor(tree, Choose(kDark.text, COLOR_WINDOWTEXT));
     TreeView_SetLineColor(tree, IsDark() ? kDark.faint : CLR_DEFAULT);
+    DressOne(TreeView_GetToolTips(tree));
 }
 
 void ColorTip(HWND tip) {

@@ -32,11 +32,12 @@ namespace {
 // Where a record stands now that was added for good.
 int Add(const ListEntry& record, bool& hasBlank) {
     EntryList& list = mainWindow.entries;
-    const std::optional<int> blank = hasBlank ? FirstBlankPosition(list) : std::nullopt;
-    hasBlank = blank.has_value();
-    if (blank) {
-        UpdateEntry(list, *blank, record);
-        return *blank;
+    constexpr int kNone = -1;
+    const int blank = hasBlank ? FirstBlankPosition(list).value_or(kNone) : kNone;
+    hasBlank = blank != kNone;
+    if (hasBlank) {
+        UpdateEntry(list, blank, record);
+        return blank;
     }
     const int position = static_cast<int>(list.size());
     AddEntry(list, record.text, record.label, record.keyCode, record.modifier, -1, position);
