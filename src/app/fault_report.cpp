@@ -23,7 +23,7 @@ constexpr std::size_t kTimeLength = std::size(kTimeShape) - 1;
 
 struct Prepared {
     std::wstring folder;  // with "\" at its end
-    UniqueModule library;
+    UniqueModule debugHelp;
     decltype(&MiniDumpWriteDump) write = nullptr;
 };
 
@@ -177,9 +177,9 @@ std::vector<std::wstring> OutdatedFaultFiles(std::vector<std::wstring> names, st
 
 void PrepareFaultReports(const std::wstring& folder) {
     prepared.folder = folder + L'\\';
-    prepared.library = LoadSystemLibrary(L"dbghelp.dll");
+    prepared.debugHelp = LoadSystemLibrary(L"dbghelp.dll");
     prepared.write =
-        FindFunction<decltype(&MiniDumpWriteDump)>(prepared.library.Get(), "MiniDumpWriteDump");
+        FindFunction<decltype(&MiniDumpWriteDump)>(prepared.debugHelp.Get(), "MiniDumpWriteDump");
     CurrentSystemVersion();
 }
 
