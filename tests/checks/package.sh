@@ -9,8 +9,15 @@ build=$(realpath "$1")
 folder=$build/package
 status=0
 fail() { echo "package: $*"; status=1; }
-windows() { winepath -w "$1"; }
-unix() { winepath -u "$(command wine cmd /c "echo $1" | tr -d '\r')"; }
+trap 'echo "package: ends at line $LINENO"' ERR
+# Without a program of Wine's: nothing that may fail for reasons of its own.
+windows() {
+    case $1 in
+        "$WINEPREFIX"/drive_c/*) set -- "C:${1#"$WINEPREFIX"/drive_c}" ;;
+        *) set -- "Z:$1" ;;
+    esac
+    tr / '\\' <<<"$1"
+}
 # The desktop of these tests has one keyboard and one session: nothing of ours may stay.
 wine() { command wine "$@" </dev/null >/dev/null 2>&1; }
 running() { wine "$build/tests/running_copy.exe" "$@"; }
@@ -29,12 +36,14 @@ say_paste() {
     wine taskkill /f /im notepad.exe || true
 }
 
-scripts/package "$build/Verbatix.exe" "$folder" >/dev/null
+scripts/package "$build/Verbatix.exe" "$folder" >"$folder.log" || { cat "$folder.log"; exit 1; }
 setup=$(echo "$folder"/*-setup.exe)
 version=$(basename "$setup" -setup.exe)
 version=${version#Verbatix-}
-app_data=$(unix '%AppData%')/Verbatix
-target=$(unix '%LocalAppData%')/Programs/Verbatix
+# Of the one user who has such a folder.
+data=$(echo "$WINEPREFIX"/drive_c/users/*/AppData)
+app_data=$data/Roaming/Verbatix
+target=$data/Local/Programs/Verbatix
 program=$(windows "$target/Verbatix.exe")
 apps='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Verbatix'
 run='HKCU\Software\Microsoft\Windows\CurrentVersion\Run'
