@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 
 #include "app/system_version.h"
 #include "base/handle.h"
@@ -17,7 +18,7 @@ namespace {
 
 constexpr std::size_t kKeptReports = 3;
 constexpr const wchar_t* kKinds[] = {L"crash", L"hang"};
-constexpr wchar_t kExtension[] = L".dmp";
+constexpr wchar_t kExtension[] = L".txt";
 constexpr wchar_t kTimeShape[] = L"00000000_000000";
 constexpr std::size_t kTimeLength = std::size(kTimeShape) - 1;
 
@@ -25,6 +26,8 @@ struct Prepared {
     std::wstring folder;  // with "\" at its end
     UniqueModule debugHelp;
     decltype(&MiniDumpWriteDump) write = nullptr;
+    LONG(NTAPI* lockLoader)(ULONG flags, ULONG* state, ULONG_PTR* cookie) = nullptr;
+    LONG(NTAPI* unlockLoader)(ULONG flags, ULONG_PTR cookie) = nullptr;
 };
 
 // Never destroyed: the thread that writes goes on while the process ends.
@@ -44,14 +47,42 @@ std::vector<std::wstring> FaultFiles(const std::wstring& folder) {
     return names;
 }
 
-std::wstring TextFileOf(const std::wstring& name) {
-    return name.substr(0, name.size() - (std::size(kExtension) - 1)) + L".txt";
+std::wstring DumpFileOf(const std::wstring& name) {
+    return name.substr(0, name.size() - (std::size(kExtension) - 1)) + L".dmp";
 }
 
+// The minidump suspends every other thread and then needs the heap and the list of modules. A thread that
+// hangs may hold either; then there is no dump, rather than two threads that wait for each other.
+class LocksOfTheDump {
+  public:
+    LocksOfTheDump() {
+        constexpr ULONG kTry = 2;
+        constexpr ULONG kTaken = 1;
+        ULONG state = 0;
+        owned_ = prepared.lockLoader && prepared.lockLoader(kTry, &state, &cookie_) >= 0 && state == kTaken;
+        if (owned_) HeapLock(GetProcessHeap());
+    }
+    ~LocksOfTheDump() {
+        if (!owned_) return;
+        HeapUnlock(GetProcessHeap());
+        prepared.unlockLoader(0, cookie_);
+    }
+    LocksOfTheDump(const LocksOfTheDump&) = delete;
+    LocksOfTheDump& operator=(const LocksOfTheDump&) = delete;
+    explicit operator bool() const { return owned_; }
+
+  private:
+    ULONG_PTR cookie_ = 0;
+    bool owned_ = false;
+};
+
 bool WriteDump(const std::wstring& path, const FaultFacts& facts) {
+    if (!prepared.write) return false;
+    std::optional<LocksOfTheDump> locks;
+    if (!facts.exception && !locks.emplace()) return false;
     const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                       FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file || !prepared.write) return false;
+    if (!file) return false;
     MINIDUMP_EXCEPTION_INFORMATION exception = {facts.thread, facts.exception, FALSE};
     return prepared.write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal,
                           facts.exception ? &exception : nullptr, nullptr, nullptr);
@@ -129,19 +160,21 @@ void WriteText(const std::wstring& path, const FaultFacts& facts) {
     } else {
         lines += "The main thread has not answered for 10 seconds\r\n";
     }
-    lines += "At\r\n";
-    CONTEXT context;
-    if (ContextOf(facts, context)) AppendStack(lines, context);
     const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                       FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) return;
     DWORD written = 0;
-    if (file) WriteFile(file.Get(), lines.data(), static_cast<DWORD>(lines.size()), &written, nullptr);
+    WriteFile(file.Get(), lines.data(), static_cast<DWORD>(lines.size()), &written, nullptr);
+    lines = "At\r\n";
+    CONTEXT context;
+    if (ContextOf(facts, context)) AppendStack(lines, context);
+    WriteFile(file.Get(), lines.data(), static_cast<DWORD>(lines.size()), &written, nullptr);
 }
 
 void DeleteOutdated() {
     for (const std::wstring& name : OutdatedFaultFiles(FaultFiles(prepared.folder), kKeptReports)) {
         DeleteFileW((prepared.folder + name).c_str());
-        DeleteFileW((prepared.folder + TextFileOf(name)).c_str());
+        DeleteFileW((prepared.folder + DumpFileOf(name)).c_str());
     }
 }
 
@@ -180,6 +213,9 @@ void PrepareFaultReports(const std::wstring& folder) {
     prepared.debugHelp = LoadSystemLibrary(L"dbghelp.dll");
     prepared.write =
         FindFunction<decltype(&MiniDumpWriteDump)>(prepared.debugHelp.Get(), "MiniDumpWriteDump");
+    const HMODULE system = GetModuleHandleW(L"ntdll.dll");
+    prepared.lockLoader = FindFunction<decltype(prepared.lockLoader)>(system, "LdrLockLoaderLock");
+    prepared.unlockLoader = FindFunction<decltype(prepared.unlockLoader)>(system, "LdrUnlockLoaderLock");
     CurrentSystemVersion();
 }
 
@@ -187,9 +223,10 @@ bool WriteFaultReport(const FaultFacts& facts) {
     SYSTEMTIME now = {};
     GetLocalTime(&now);
     const std::wstring name = FaultFileName(facts.fault, now);
-    // The few lines first: they need the least of a program that is broken.
-    WriteText(prepared.folder + TextFileOf(name), facts);
-    const bool written = WriteDump(prepared.folder + name, facts);
+    // Of a crash the dump first: the stack that the lines are made of may be what is broken.
+    bool written = facts.exception && WriteDump(prepared.folder + DumpFileOf(name), facts);
+    WriteText(prepared.folder + name, facts);
+    if (!facts.exception) written = WriteDump(prepared.folder + DumpFileOf(name), facts);
     DeleteOutdated();
     return written;
 }

@@ -35,6 +35,7 @@ constexpr DWORD kAborted = 0xE0564202;
 struct Watch {
     HWND window = nullptr;
     DWORD mainThread = 0;
+    std::atomic<DWORD> watcher = 0;
     UniqueKernelObject crashed;   // event: `facts` tell of a crash
     UniqueKernelObject reported;  // event: the report is written
     FaultFacts facts;
@@ -58,6 +59,7 @@ bool AnswersWithin(DWORD milliseconds) {
 }
 
 DWORD WINAPI WatchForFaults(void*) noexcept {
+    watch.watcher = GetCurrentThreadId();
     PrepareFaultReports(SettingsFolder());
     int missed = 0;
     for (;;) {
@@ -75,6 +77,11 @@ DWORD WINAPI WatchForFaults(void*) noexcept {
 }
 
 LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception) noexcept {
+    // A report that fails ends the watch alone: who hung goes on, who crashed does not wait for it.
+    if (GetCurrentThreadId() == watch.watcher) {
+        SetEvent(watch.reported.Get());
+        ExitThread(0);
+    }
     // Another thread that crashes meanwhile waits for the end.
     if (watch.crashing.test_and_set()) Sleep(INFINITE);
     // Every key of the user's would wait for it.

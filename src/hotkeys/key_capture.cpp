@@ -63,6 +63,14 @@ unsigned ModifierKeyBit(DWORD key) {
     return 0;
 }
 
+void LeaveToOthers(const KBDLLHOOKSTRUCT& event, CaptureState& state) {
+    const DWORD key = WithSide(event.vkCode);
+    if (event.dwExtraInfo == kSyntheticInputTag || key == 0 || key >= kKeyCount) return;
+    state.taken.reset(key);
+    state.before.set(key);
+    state.held |= ModifierKeyBit(key);
+}
+
 CaptureStep DecideCapture(const KBDLLHOOKSTRUCT& event, bool mouseButtonHeld, CaptureState& state) {
     const DWORD key = WithSide(event.vkCode);
     const bool isForeign = event.dwExtraInfo == kSyntheticInputTag || key == VK_PACKET;

@@ -37,6 +37,10 @@ struct CaptureStep {
 // The bit of a modifier key in the state word; 0 for any other key and for the mouse buttons.
 unsigned ModifierKeyBit(DWORD key);
 
+// A press that the field does not get, because a menu or another window has the keyboard: whoever sees the
+// key go down sees it come up, and its repeats are no wish for a hotkey.
+void LeaveToOthers(const KBDLLHOOKSTRUCT& event, CaptureState& state);
+
 // Decides on one event. Tab and Shift+Tab alone, and Shift itself, are left to the dialog.
 CaptureStep DecideCapture(const KBDLLHOOKSTRUCT& event, bool mouseButtonHeld, CaptureState& state);
 

@@ -130,7 +130,8 @@ static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG no
         decision.text ? *decision.text : std::wstring(),
         {key, decision.modifier, GetFocus(), foreground, WindowWithKeyboard(foreground)}};
     BeginPress(decision.modifier, key, foreground,
-               decision.action == KeyAction::TriggerMenu ? PressWay::kMenu : PressWay::kInsideHook);
+               decision.action == KeyAction::TriggerMenu ? PressWay::kMenu : PressWay::kInsideHook,
+               decision.action == KeyAction::TriggerNothing ? PressEnd::kBusy : PressEnd::kNotYet);
     keyboardHook.trigger.lastTrigger = now;
     if (decision.modifier == kModifierRightCtrl) keyboardHook.rightControlIsHotkeys = true;
     keyboardHook.trigger.pendingRelease = static_cast<int>(decision.modifier);
@@ -142,8 +143,6 @@ static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG no
     } else if (decision.action == KeyAction::TriggerMenu) {
         keyboardHook.menuRequest = entry.press;
         PostCommand(CMD_SHOW_PASTE_MENU);
-    } else {
-        EndPress(PressEnd::kBusy);
     }
 }
 
@@ -172,7 +171,10 @@ static bool IsCaptured(const KBDLLHOOKSTRUCT& event) {
     KeyCapture& capture = keyboardHook.capture;
     if (!capture.window) return false;
     // A release is told to it wherever the keyboard is: it knows what is held by the events alone.
-    if (!(event.flags & LLKHF_UP) && !HasTheKeys(capture.window)) return false;
+    if (!(event.flags & LLKHF_UP) && !HasTheKeys(capture.window)) {
+        LeaveToOthers(event, capture.state);
+        return false;
+    }
     const unsigned mouse = HeldMouseButtons();
     const CaptureStep step = DecideCapture(event, mouse != 0, capture.state);
     if (step.action != CaptureAction::kNothing) {
@@ -259,22 +261,27 @@ void InstallKeyboardHookUnlessOff() {
 void ToggleKeyboardHook() {
     keyboardHook.off = !keyboardHook.off;
     keyboardHook.trigger.claims.Clear();  // keys come up without the hook seeing it
-    if (keyboardHook.off) {
-        RemoveKeyboardHook();
-    } else {
+    // A field that asks for a hotkey goes on getting the keys.
+    if (!keyboardHook.off) {
         InstallKeyboardHook();
+    } else if (!keyboardHook.capture.window) {
+        RemoveKeyboardHook();
     }
 }
 
-void BeginCapture(HWND window) {
-    ReleasePendingKeys();
-    keyboardHook.capture = {window, {}};
-    CaptureState& state = keyboardHook.capture.state;
+static CaptureState KeysDownNow() {
+    CaptureState state;
     for (DWORD key = 1; key < kKeyCount; ++key) {
         if (!IsKeyDown(key)) continue;
         state.before.set(key);
         state.held |= ModifierKeyBit(key);
     }
+    return state;
+}
+
+void BeginCapture(HWND window) {
+    ReleasePendingKeys();
+    keyboardHook.capture = {window, KeysDownNow()};
     if (!keyboardHook.handle) SetHook();
 }
 
@@ -290,7 +297,16 @@ void EndCapture(HWND window) {
 
 void ForgetHeldKeys() {
     keyboardHook.trigger.claims.Clear();
-    keyboardHook.capture.state = {};
+    ForgetCapturedKeys();
+}
+
+void ForgetCapturedKeys() {
+    KeyCapture& capture = keyboardHook.capture;
+    if (!capture.window) return;
+    capture.state = KeysDownNow();
+    PostMessageW(capture.window, WM_KEYS_PRESSED,
+                 MAKEWPARAM(static_cast<WORD>(CaptureAction::kReleased), 0),
+                 static_cast<LPARAM>(capture.state.held));
 }
 
 }  // namespace verbatix

@@ -107,6 +107,10 @@ void EndCapture(HWND window);
 // Nobody knows what is held any more: the session was away, and keys came up unseen.
 void ForgetHeldKeys();
 
+// The same for a field that asks for a hotkey alone: on the desktop of Ctrl+Alt+Del, or of a question for
+// rights, keys have come up unseen.
+void ForgetCapturedKeys();
+
 // How long Windows waits for a hook, in milliseconds, by what the registry holds (nothing: not set).
 DWORD HookTimeLimit(std::optional<DWORD> registryValue);
 

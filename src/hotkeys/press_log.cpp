@@ -4,6 +4,7 @@
 #include <array>
 #include <cwchar>
 #include <iterator>
+#include <optional>
 
 #include "base/handle.h"
 
@@ -14,6 +15,7 @@ namespace {
 struct PressLog {
     std::array<LoggedPress, kLoggedPresses> presses;
     std::size_t begun = 0;
+    std::optional<std::size_t> current;  // counted as `begun`
 };
 
 PressLog log;
@@ -31,19 +33,26 @@ static void NoteProgram(LoggedPress& press, HWND foreground) {
     wcsncpy(press.program, name ? name + 1 : path, std::size(press.program) - 1);
 }
 
-void BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWay way) {
+void BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWay way, PressEnd end) {
     LoggedPress press;
     GetLocalTime(&press.at);
     press.modifier = modifier;
     press.key = key;
     press.way = way;
+    press.end = end;
     NoteProgram(press, foreground);
+    if (end == PressEnd::kNotYet) log.current = log.begun;
     log.presses[log.begun++ % kLoggedPresses] = press;
+}
+
+void DetachPress() {
+    log.current.reset();
 }
 
 LoggedPress& CurrentPress() {
     static LoggedPress nobodySees;
-    return log.begun == 0 ? nobodySees : log.presses[(log.begun - 1) % kLoggedPresses];
+    const bool isKept = log.current && log.begun - *log.current <= kLoggedPresses;
+    return isKept ? log.presses[*log.current % kLoggedPresses] : nobodySees;
 }
 
 void EndPress(PressEnd end) {

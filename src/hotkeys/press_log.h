@@ -44,11 +44,15 @@ struct LoggedPress {
 
 inline constexpr std::size_t kLoggedPresses = 200;
 
-// Begins the record of a press; `foreground` is the window in front.
-void BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWay way);
+// Begins the record of a press; `foreground` is the window in front. One with an `end` of its own is
+// complete, and the press before it goes on.
+void BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWay way,
+                PressEnd end = PressEnd::kNotYet);
 
-// The record of the press that was begun last, to be added to. Before the first press it is one that nobody
-// sees.
+// What follows belongs to no press: an entry is tried out or chosen from the icon's menu.
+void DetachPress();
+
+// The record of the press that goes on, to be added to. Without one it is a record that nobody sees.
 LoggedPress& CurrentPress();
 
 // Ends that record, if nothing has ended it before.

@@ -68,7 +68,7 @@ std::wstring WordsOf(HWND box) {
 
 TEST(Fault, ACrashLeavesADumpOfWhichTheNextStartTellsOnce) {
     ProgramRun run;
-    const std::wstring told = L"fault_told=Verbatix_crash_20010101_000002.dmp\r\n";
+    const std::wstring told = L"fault_told=Verbatix_crash_20010101_000002.txt\r\n";
     ASSERT_TRUE(run.WriteSettings(SettingsText({{L"Ctrl+Q", L"geheim", L"geheim"}}, told)));
     for (const wchar_t* time : {L"20010101_000000", L"20010101_000001", L"20010101_000002"}) {
         Write(run.Place().File(Format(L"Verbatix_crash_%ls.dmp", time)), "old");
@@ -86,19 +86,20 @@ TEST(Fault, ACrashLeavesADumpOfWhichTheNextStartTellsOnce) {
     EXPECT_EQ(Files(run.Place().File(L"Verbatix_crash_2*.txt")).size(), 3U);
     EXPECT_EQ(Files(run.Place().File(L"Verbatix_crash_mine.dmp")).size(), 1U);
     EXPECT_EQ(Content(run.Place().File(dumps[2])).substr(0, 4), "MDMP");
-    const std::string places = Content(run.Place().File(dumps[2].substr(0, dumps[2].size() - 4) + L".txt"));
+    const std::wstring report = dumps[2].substr(0, dumps[2].size() - 4) + L".txt";
+    const std::string places = Content(run.Place().File(report));
     EXPECT_NE(places.find("Exception 0xc0000005"), std::string::npos) << places;
 
     ASSERT_TRUE(run.Start(L"-bg"));
     HWND box = nullptr;
     ASSERT_TRUE(WaitFor([&] { return (box = BoxOf(run)) != nullptr; }, 30000));
-    EXPECT_NE(WordsOf(box).find(dumps[2]), std::wstring::npos);
+    EXPECT_NE(WordsOf(box).find(report), std::wstring::npos);
     PostMessageW(box, WM_COMMAND, IDNO, 0);
     EXPECT_TRUE(WaitFor([&] { return !IsWindow(box); }));
     EXPECT_EQ(run.Exit(), 1);
     wchar_t toldNow[MAX_PATH] = {};
     GetPrivateProfileStringW(L"Program", L"fault_told", L"", toldNow, MAX_PATH, run.SettingsFile().c_str());
-    EXPECT_EQ(toldNow, dumps[2]);
+    EXPECT_EQ(toldNow, report);
 }
 
 TEST(Fault, AMainThreadThatStandsStillIsWrittenDown) {
@@ -116,6 +117,7 @@ TEST(Fault, AMainThreadThatStandsStillIsWrittenDown) {
     ResumeThread(thread.Get());
     EXPECT_EQ(run.Exit(), 1);
     ASSERT_EQ(reports().size(), 1U);
+    EXPECT_EQ(Files(run.Place().File(L"Verbatix_hang_*.dmp")).size(), 1U);
     const std::string places = Content(run.Place().File(reports()[0]));
     EXPECT_NE(places.find(".dll+0x"), std::string::npos) << places;
 }

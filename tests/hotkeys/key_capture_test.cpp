@@ -81,6 +81,18 @@ TEST(KeyCapture, WhatWasDownBeforeComesUpForWhomItWentDown) {
     EXPECT_EQ(Play("-H-!-KH", state), "nrRC0");
 }
 
+TEST(KeyCapture, WhatOthersSawGoDownComesUpForThem) {
+    KBDLLHOOKSTRUCT control = {};
+    control.vkCode = VK_LCONTROL;
+    CaptureState state;
+    EXPECT_TRUE(DecideCapture(control, false, state).taken);
+    // Its repeat came while a menu had the keyboard.
+    LeaveToOthers(control, state);
+    control.flags = LLKHF_UP;
+    EXPECT_FALSE(DecideCapture(control, false, state).taken);
+    EXPECT_EQ(state.held, 0U);
+}
+
 TEST(KeyCapture, AltGrsOwnControlGoesWithIt) {
     CaptureState state;
     EXPECT_EQ(Play("^@E-E-@", state, false, 0, 0x21d), "HHCRR0");

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/keyboard_hook.h"
+#include "hotkeys/press_log.h"
 #include "ids.h"
 #include "paste/executor.h"
 #include "store/list_file.h"
@@ -145,6 +146,7 @@ void TestEntry() {
     executorClient.targetWindow = target;
     executorClient.pressWindow = target;
     const HookIsBusy busy;
+    DetachPress();
     ExecuteEntry(text);
 }
 

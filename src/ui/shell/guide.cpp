@@ -34,6 +34,12 @@ std::wstring TemporaryFolder() {
     return length > 0 && length <= MAX_PATH ? folder : L"";
 }
 
+// Never into a file that is there: it may be somebody else's, or lead elsewhere.
+bool WriteAnew(const std::wstring& path, std::string_view bytes) {
+    DeleteFileW(path.c_str());
+    return WriteWholeFile(path, CREATE_NEW, bytes);
+}
+
 struct Chapter {
     int control;
     const wchar_t* place;
@@ -64,12 +70,12 @@ bool OpenGuide(const std::wstring& place) {
     const std::wstring folder = TemporaryFolder();
     if (page.empty() || folder.empty()) return false;
     const std::wstring name = std::wstring(kProductName) + L"_guide.html";
-    if (!WriteWholeFile(folder + name, CREATE_ALWAYS, page)) return false;
+    if (!WriteAnew(folder + name, page)) return false;
     // A place behind "#" is lost on the way through the shell; a page that leads there keeps it.
     const std::wstring open = folder + kProductName + L"_guide_open.html";
     const std::wstring lead =
         L"<!DOCTYPE html><meta http-equiv=\"refresh\" content=\"0;url=" + name + L"#" + place + L"\">";
-    if (!WriteWholeFile(open, CREATE_ALWAYS, ToBytes(lead, CP_UTF8))) return false;
+    if (!WriteAnew(open, ToBytes(lead, CP_UTF8))) return false;
     return reinterpret_cast<INT_PTR>(ShellExecuteW(mainWindow.window, L"open", open.c_str(), nullptr,
                                                    nullptr, SW_SHOWNORMAL)) > 32;
 }

@@ -31,12 +31,19 @@ static void AskForSessionChanges(HWND window) {
     if (ask) ask(window, NOTIFY_FOR_THIS_SESSION);
 }
 
+static void CALLBACK OnDesktopSwitch(HWINEVENTHOOK, DWORD, HWND, LONG, LONG, DWORD, DWORD) noexcept {
+    ForgetCapturedKeys();
+}
+
 void StartHookWatch(HWND window) {
     constexpr USHORT kGenericDesktop = 1;
     constexpr USHORT kKeyboard = 6;
     const RAWINPUTDEVICE keyboard = {kGenericDesktop, kKeyboard, RIDEV_INPUTSINK, window};
     RegisterRawInputDevices(&keyboard, 1, sizeof keyboard);
     AskForSessionChanges(window);
+    // It lasts as long as the process.
+    SetWinEventHook(EVENT_SYSTEM_DESKTOPSWITCH, EVENT_SYSTEM_DESKTOPSWITCH, nullptr, OnDesktopSwitch, 0, 0,
+                    WINEVENT_OUTOFCONTEXT);
     OnTaskBarChange();
 }
 

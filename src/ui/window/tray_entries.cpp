@@ -8,6 +8,7 @@
 #include "hotkeys/hotkey_names.h"
 #include "hotkeys/integrity.h"
 #include "hotkeys/keyboard_hook.h"
+#include "hotkeys/press_log.h"
 #include "ids.h"
 #include "menu/menu_model.h"
 #include "paste/executor.h"
@@ -64,6 +65,7 @@ bool RunLastUsed(int command, HWND window) {
     executorClient.targetWindow = isInFront ? window : nullptr;
     // The icon's own window never comes to the front: what is aimed at it stays on the clipboard.
     executorClient.pressWindow = isInFront || isGone ? window : trayIcon.owner;
+    DetachPress();
     ExecuteEntry(entry.text);
     return true;
 }
