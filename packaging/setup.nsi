@@ -42,6 +42,7 @@ VIAddVersionKey LegalCopyright "Copyright © 2026 the makers of Verbatix"
 Var ForAll          ; 1: for all users
 Var WasRunning      ; 1: the copy that is replaced was running
 Var OldArguments    ; what it had been started with
+Var IsAside         ; 1: the program that is replaced lies beside its place
 
 !define MUI_ICON "${ROOT}/res/verbatix.ico"
 !define MUI_UNICON "${ROOT}/res/verbatix.ico"
@@ -195,6 +196,20 @@ Function .onInit
             Quit
         ${EndIf}
     ${EndIf}
+    StrCpy $1 "/CURRENTUSER"
+    Call HasSwitch
+    ${If} $R0 == ""
+    ${AndIf} $R1 != ""
+    ${AndIf} $R2 = 0
+    ${AndIf} $0 = 0
+        ; It is there for all users, and is upgraded where it is: with the rights for that.
+        ${If} ${Silent}
+            SetErrorLevel 2
+            Quit
+        ${EndIf}
+        ExecShell "runas" "$EXEPATH" "/ALLUSERS"
+        Quit
+    ${EndIf}
     ${If} $ForAll = 1
         SetShellVarContext all
         StrCpy $R0 $R1
@@ -211,22 +226,44 @@ Function .onInit
     Call ChooseOptions
 FunctionEnd
 
+; An upgrade that breaks off, on a full disk say, leaves the program as it was, and running.
+Function PutBack
+    ${If} $IsAside = 1
+        Delete "${PROGRAM}"
+        Rename "$INSTDIR\Verbatix.old" "${PROGRAM}"
+        StrCpy $IsAside 0
+    ${EndIf}
+    ${If} $WasRunning = 1
+        Call StartAgain
+    ${EndIf}
+FunctionEnd
+
+Function .onInstFailed
+    Call PutBack
+FunctionEnd
+
 Section "Verbatix"
     SectionIn RO
     SetOutPath "$INSTDIR"
     Call CloseRunning
     ; A copy of another session may still run: its file can be renamed but not overwritten.
+    StrCpy $IsAside 0
     Delete "$INSTDIR\Verbatix.old"
+    ClearErrors
     Rename "${PROGRAM}" "$INSTDIR\Verbatix.old"
+    ${IfNot} ${Errors}
+        StrCpy $IsAside 1
+    ${EndIf}
     SetOverwrite try
     ClearErrors
     File "${STAGE}/Verbatix.exe"
     ${If} ${Errors}
-        Rename "$INSTDIR\Verbatix.old" "${PROGRAM}"
+        Call PutBack
         MessageBox MB_OK|MB_ICONSTOP "$(CannotWrite)" /SD IDOK
         SetErrorLevel 2
         Quit
     ${EndIf}
+    StrCpy $IsAside 0
     Delete /REBOOTOK "$INSTDIR\Verbatix.old"
     !include "${STAGE}.install.nsh"
     WriteUninstaller "$INSTDIR\Uninstall.exe"

@@ -174,9 +174,11 @@ void SaveList(EntryList& list, const ListClient& client, bool refresh, bool chan
     values.push_back({kProgramSection, kCountKey, Format(L"%d", CountToStore(list))});
     const bool isWritten = !loading.isUnread && WriteSettingsTogether(std::move(values));
     for (EntrySlot* slot : written) AfterWrite(*slot, client, isWritten);
-    if (!isWritten) return ReportUnsaved(client);
-    isFailureTold = false;
+    if (isWritten) isFailureTold = false;
+    // What has changed is shown whether or not it could be written, and before the box, which lets messages
+    // through.
     RefreshViews(client, refresh);
+    if (!isWritten) ReportUnsaved(client);
 }
 
 bool HasUnsaved(const EntryList& list) {
@@ -216,7 +218,10 @@ bool LoadUnreadList(EntryList& list, const ListClient& client) {
         AddEntry(list, entry.text, entry.label, entry.keyCode, entry.modifier, -1, entry.order);
         MarkUnwritten(list.rbegin()->second);
     }
-    if (HasUnsaved(list)) SaveList(list, client, false, true);
+    // What the editor shows is of the list so far.
+    ListClient quiet = client;
+    quiet.collectEdits = nullptr;
+    if (HasUnsaved(list)) SaveList(list, quiet, false, true);
     RefreshViews(client, false);
     return true;
 }

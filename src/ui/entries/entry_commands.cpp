@@ -102,8 +102,9 @@ void CopySelected() {
 void DeleteSelected() {
     const std::vector<int> selected = SelectedEntries();
     if (selected.empty()) return;
-    // What was typed comes back with the entry, unless it is too long for one.
-    TakeEditsOver(Warn::kNever);
+    // What was typed comes back with the entry; what becomes of a text that is too long for one is asked
+    // first.
+    if (!TakeEditsOver(Warn::kAlways)) return;
     Action action = {Act::kDelete, NameOfEntries(mainWindow.entries, selected), selected};
     for (const int position : selected) {
         ListEntry& entry = mainWindow.entries.at(position).current;

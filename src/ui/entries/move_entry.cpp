@@ -79,6 +79,8 @@ static void MoveMany(const std::vector<int>& selected, bool down) {
 }
 
 void MoveSelected(bool down) {
+    // First: the step is made of what the entry is by then.
+    if (!SaveEdits(Warn::kAlways)) return;
     const std::vector<int> selected = SelectedEntries();
     if (selected.empty()) return;
     if (!CanMoveInView()) return TellInStatusBar(LanguageText(text::kOrderIsFixed));

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <algorithm>
 #include <optional>
 #include <set>
 #include <utility>
@@ -60,10 +61,24 @@ std::set<int> Between(HTREEITEM from, HTREEITEM to) {
     return {NodeOf(to)};
 }
 
+// A heading that stands open counts only with all that is below it; one that was pressed itself, always.
+std::set<int> WithoutPassedHeadings(std::set<int> nodes, int pressed) {
+    const std::vector<int> backwards(nodes.rbegin(), nodes.rend());  // children have larger numbers
+    for (const int node : backwards) {
+        if (node <= 0 || node == pressed) continue;
+        const std::vector<int>& children = ShownTree().nodes[static_cast<std::size_t>(node)].children;
+        const bool isOpen =
+            TreeView_GetItemState(mainWindow.tree, ItemOf(node), TVIS_EXPANDED) & TVIS_EXPANDED;
+        const auto isIn = [&](int child) { return nodes.count(child) != 0; };
+        if (isOpen && !std::all_of(children.begin(), children.end(), isIn)) nodes.erase(node);
+    }
+    return nodes;
+}
+
 void ExtendTo(HTREEITEM item) {
     if (!AnchorItem()) AnchorAt(NodeOf(Caret()));
     const HTREEITEM from = AnchorItem();
-    SetMarks(Between(from ? from : item, item), NodeOf(item));
+    SetMarks(WithoutPassedHeadings(Between(from ? from : item, item), NodeOf(item)), NodeOf(item));
 }
 
 HTREEITEM Target(WPARAM key) {

@@ -123,10 +123,28 @@ bool LiesIn(int node, int above) {
     return node == above;
 }
 
+void FollowSelection() {
+    if (view.filling) return;
+    std::vector<int> positions;
+    const int caret = SelectedNode();
+    for (const int node : MarkedNodes()) {
+        if (Node(node).kind != NodeKind::kEntry) continue;
+        positions.insert(node == caret ? positions.begin() : positions.end(), Node(node).position);
+    }
+    SelectListRows(positions);
+    // Groups have no row: what is selected may have changed all the same.
+    TellSelectionChanged();
+}
+
 // Nobody shall delete what he does not see to be selected.
 void DropMarksIn(int closed) {
-    std::erase_if(view.marked, [=](int node) { return node != closed && LiesIn(node, closed); });
-    if (view.marked.size() == 1 && view.marked.count(SelectedNode())) view.marked.clear();
+    if (!std::erase_if(view.marked, [=](int node) { return node != closed && LiesIn(node, closed); }))
+        return;
+    const int caret = SelectedNode();
+    if (view.marked.size() == 1 && view.marked.count(caret)) view.marked.clear();
+    // That one is selected now, and is seen to be.
+    if (view.marked.empty()) DrawAsSelected(caret, true);
+    FollowSelection();
 }
 
 // The marked nodes as they are called in another tree.
@@ -182,10 +200,11 @@ void OpenAllOfFew() {
 // While a filter holds everything open the user's own state is kept.
 void RememberOpen(const NMTREEVIEWW& change) {
     const int node = NodeOf(change.itemNew.hItem);
-    if (view.filling || view.filtered || node < 0) return;
+    if (view.filling || node < 0) return;
+    if (change.action == TVE_COLLAPSE) DropMarksIn(node);
+    if (view.filtered) return;
     if (change.action == TVE_EXPAND) view.open.insert(OpenKey(Node(node)));
     if (change.action == TVE_COLLAPSE) view.open.erase(OpenKey(Node(node)));
-    if (change.action == TVE_COLLAPSE) DropMarksIn(node);
 }
 
 int PictureOf(const TreeNode& node) {
@@ -207,19 +226,6 @@ void GiveName(NMTVDISPINFOW& request) {
     if (!(item.mask & TVIF_TEXT) || item.cchTextMax <= 0) return;
     const auto capacity = static_cast<std::size_t>(item.cchTextMax);
     CopyText(item.pszText, capacity, capacity, view.tree.nodes[index].name);
-}
-
-void FollowSelection() {
-    if (view.filling) return;
-    std::vector<int> positions;
-    const int caret = SelectedNode();
-    for (const int node : MarkedNodes()) {
-        if (Node(node).kind != NodeKind::kEntry) continue;
-        positions.insert(node == caret ? positions.begin() : positions.end(), Node(node).position);
-    }
-    SelectListRows(positions);
-    // Groups have no row: what is selected may have changed all the same.
-    TellSelectionChanged();
 }
 
 void FollowCaret() {

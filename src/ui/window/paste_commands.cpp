@@ -43,7 +43,10 @@ bool FitsInsideHook(const std::wstring& text, DWORD limit) {
 }
 
 static void NoteUseOf(int position) {
-    const ListEntry& entry = mainWindow.entries.at(position).current;
+    // The list may have been read anew under the menu.
+    const auto found = mainWindow.entries.find(position);
+    if (found == mainWindow.entries.end()) return;
+    const ListEntry& entry = found->second.current;
     NoteUse(entry.keyCode, entry.modifier, entry.text);
 }
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <shellapi.h>
 
 #include <string>
@@ -134,8 +135,12 @@ void OnListRead() {
 }
 
 void OnListRetryTimer() {
-    // What is being typed goes into the list first.
-    TakeEditsOver(Warn::kNever);
+    // Positions change: not under a menu, a drag, a question or a rename. What is being typed goes into the
+    // list first; not while that cannot take it. The timer comes again.
+    const UINT nameEditor = ShownView() == mainWindow.tree ? TVM_GETEDITCONTROL : LVM_GETEDITCONTROL;
+    const bool isInUse = mainWindow.listCommandsBlocked || !IsWindowEnabled(mainWindow.window) ||
+                         SendMessageW(ShownView(), nameEditor, 0, 0) != 0;
+    if (isInUse || !TakeEditsOver(Warn::kNever)) return;
     if (!LoadUnreadList(mainWindow.entries, mainWindow.listClient)) return;
     LoadSettings(SettingGroup::kStart);
     LoadSettings();
