@@ -12,7 +12,8 @@
 ;   /CURRENTUSER  /ALLUSERS   for whom, against the rule above
 ;   /AUTOSTART    starts Verbatix with Windows
 ;   /DESKTOP      makes a shortcut on the desktop
-; The uninstaller also takes /DELETELIST: the texts and options in the user's application data go as well.
+; The uninstaller also takes /DELETELIST: the texts and options in the user's application data go as well; with
+; /BY=USER only where it runs as that user.
 Target amd64-unicode
 !include MUI2.nsh
 !include LogicLib.nsh
@@ -347,7 +348,8 @@ Function un.onInit
         Pop $0
         ${If} $0 != "Admin"
             ${GetParameters} $1
-            ExecShell "runas" "$INSTDIR\Uninstall.exe" "$1"
+            ReadEnvStr $2 USERNAME
+            ExecShell "runas" "$INSTDIR\Uninstall.exe" '$1 "/BY=$2"'
             Quit
         ${EndIf}
         SetShellVarContext all
@@ -397,5 +399,15 @@ Function un.ChooseOptions
     Call un.HasSwitch
     ${If} $0 = 1
         !insertmacro SelectSection ${SectionList}
+    ${EndIf}
+    ; Rights may have been lent by another account: its list is not the one that was meant.
+    ${GetParameters} $0
+    ClearErrors
+    ${GetOptions} $0 "/BY=" $1
+    ${IfNot} ${Errors}
+        ReadEnvStr $2 USERNAME
+        ${If} $1 != $2
+            SectionSetFlags ${SectionList} ${SF_RO}
+        ${EndIf}
     ${EndIf}
 FunctionEnd

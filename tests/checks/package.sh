@@ -77,6 +77,8 @@ wait_until gone "$target" || fail "the uninstaller leaves $(ls "$target")"
 running && fail "the uninstaller leaves a copy running"
 [ -z "$(value "$apps" DisplayVersion)$(value "$run" Verbatix)" ] || fail "the uninstaller leaves keys"
 [ -s "$app_data/Verbatix.ini" ] || fail "the uninstaller deletes the list unasked"
+wine "$setup" /S /CURRENTUSER && wine "$target/Uninstall.exe" /S /DELETELIST /BY=somebody
+wait_until gone "$target" && [ -s "$app_data/Verbatix.ini" ] || fail "somebody else's list is deleted"
 wine "$setup" /S /CURRENTUSER && wine "$target/Uninstall.exe" /S /DELETELIST
 wait_until gone "$app_data" || fail "the uninstaller keeps the list when it is told to delete it"
 
