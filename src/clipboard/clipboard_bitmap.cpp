@@ -5,10 +5,13 @@
 namespace verbatix {
 
 UniqueBitmap ClipboardGetBitmap() {
-    const ClipboardSession clipboard = ClipboardSession::ForReading();
-    const HANDLE bitmap = clipboard ? GetClipboardData(CF_BITMAP) : nullptr;
-    if (!bitmap) return UniqueBitmap();
-    return UniqueBitmap(static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0)));
+    UniqueBitmap copy;
+    ReadClipboard([&] {
+        const HANDLE bitmap = GetClipboardData(CF_BITMAP);
+        copy.Reset(bitmap ? static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0)) : nullptr);
+        return true;
+    });
+    return copy;
 }
 
 }  // namespace verbatix

@@ -21,9 +21,21 @@ static bool OwnerAnswers() {
     return !owner || Answers(owner, kAnswerTime);
 }
 
+bool WithClipboard(DWORD patience, const std::function<bool()>& work) {
+    const ULONGLONG start = GetTickCount64();
+    for (DWORD waited = 0; waited <= patience; waited = static_cast<DWORD>(GetTickCount64() - start)) {
+        ClipboardSession clipboard(patience - waited);
+        if (!clipboard) return false;
+        const bool worked = work();
+        if (clipboard.Close()) return worked;
+        Pause(1);
+    }
+    return false;
+}
+
 // The owner is asked before the clipboard is opened: one that is about to open it takes no messages either.
-ClipboardSession ClipboardSession::ForReading() {
-    return OwnerAnswers() ? ClipboardSession(kClipboardPatience) : ClipboardSession(Closed{});
+bool ReadClipboard(const std::function<bool()>& work) {
+    return OwnerAnswers() && WithClipboard(kClipboardPatience, work);
 }
 
 bool IsClipboardAtHand() {

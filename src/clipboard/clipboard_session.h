@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <functional>
 #include <string_view>
 
 #include "base/handle.h"
@@ -21,25 +22,28 @@ class ClipboardSession {
   public:
     explicit ClipboardSession(DWORD patience = kClipboardPatience);
 
-    // Opens it for reading. False also while the program that filled it hangs: what it has only promised
-    // would be waited for without an end.
-    static ClipboardSession ForReading();
-
     ClipboardSession(const ClipboardSession&) = delete;
     ClipboardSession& operator=(const ClipboardSession&) = delete;
     ~ClipboardSession() { Close(); }
 
     explicit operator bool() const { return open_; }
 
-    // Closes the clipboard now. Returns what the system answered; false when it was not open.
+    // Closes the clipboard now. False when it was not open, or no longer: see WithClipboard.
     bool Close() { return std::exchange(open_, false) && CloseClipboard(); }
 
   private:
-    struct Closed {};
-    explicit ClipboardSession(Closed) : open_(false) {}
-
     bool open_;
 };
+
+// Opens the clipboard, does the work and closes it. To Windows all who open it without a window are one:
+// the next of them takes an opened clipboard over, and may empty and fill it meanwhile. That shows when it
+// is closed; the work is then done from the start again. Returns what the work returned, or false when the
+// clipboard could not be had for the whole of it within that many milliseconds.
+bool WithClipboard(DWORD patience, const std::function<bool()>& work);
+
+// The same for reading. False also while the program that filled the clipboard hangs: what it has only
+// promised would be waited for without an end.
+bool ReadClipboard(const std::function<bool()>& work);
 
 // Whether the clipboard can be opened and filled at once. Emptying it waits for an owner that hangs.
 bool IsClipboardAtHand();

@@ -9,34 +9,36 @@
 namespace verbatix {
 
 bool ClipboardPutText(std::wstring_view text, Stay stay) {
-    ClipboardSession clipboard;
-    if (!clipboard) return false;
-    EmptyClipboard();
-    // Room for the terminator and one character more: some readers look one beyond the terminator.
     const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
-    GiveToClipboard(CF_UNICODETEXT, MakeClipboardBlock(bytes, bytes.size() + 4));
-    MarkForHistory(stay);
-    return clipboard.Close();
+    return WithClipboard(kClipboardPatience, [&] {
+        EmptyClipboard();
+        // Room for the terminator and one character more: some readers look one beyond the terminator.
+        GiveToClipboard(CF_UNICODETEXT, MakeClipboardBlock(bytes, bytes.size() + 4));
+        MarkForHistory(stay);
+        return true;
+    });
 }
 
 bool ClipboardGetText(std::wstring& text) {
-    const ClipboardSession clipboard = ClipboardSession::ForReading();
-    if (!clipboard) return false;
-    const bool isWide = IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE;
-    const LockedBlock block(GetClipboardData(isWide ? CF_UNICODETEXT : CF_TEXT));
-    if (!block) return false;
-    text = isWide ? WideTextOf(block.Bytes()) : AnsiTextOf(block.Bytes());
-    return true;
+    std::wstring found;
+    const bool isRead = ReadClipboard([&] {
+        const bool isWide = IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE;
+        const LockedBlock block(GetClipboardData(isWide ? CF_UNICODETEXT : CF_TEXT));
+        found = isWide ? WideTextOf(block.Bytes()) : AnsiTextOf(block.Bytes());
+        return static_cast<bool>(block);
+    });
+    if (isRead) text = std::move(found);
+    return isRead;
 }
 
 bool ClearClipboard() {
-    ClipboardSession clipboard;
-    if (!clipboard) return false;
-    EmptyClipboard();
-    // Announced without data, and nobody is there to deliver it: programs that ask get none.
-    SetClipboardData(CF_TEXT, nullptr);
-    SetClipboardData(CF_UNICODETEXT, nullptr);
-    return clipboard.Close();
+    return WithClipboard(kClipboardPatience, [] {
+        EmptyClipboard();
+        // Announced without data, and nobody is there to deliver it: programs that ask get none.
+        SetClipboardData(CF_TEXT, nullptr);
+        SetClipboardData(CF_UNICODETEXT, nullptr);
+        return true;
+    });
 }
 
 std::wstring WideTextOf(std::string_view bytes) {

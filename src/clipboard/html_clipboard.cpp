@@ -22,15 +22,15 @@ bool HtmlClipboardPut(std::wstring_view text, Stay stay) {
     const std::string fragment = ToBytes(text.substr(0, text.find(L'\0')).substr(0, INT_MAX), CP_UTF8);
     const std::string data = BuildHtmlData(fragment);
     if (data.empty()) return false;
-    const ClipboardSession clipboard;
-    if (!clipboard) return false;
-    EmptyClipboard();
-    if (!GiveToClipboard(HtmlFormat(), MakeClipboardBlock(data, data.size() + 4))) return false;
-    // Readers of plain text get the UTF-8 bytes under the ANSI format, on purpose: it is the source text of
-    // the entry, byte for byte as it stands in the HTML.
-    GiveToClipboard(CF_TEXT, MakeClipboardBlock(fragment, fragment.size() + 4));
-    MarkForHistory(stay);
-    return true;
+    return WithClipboard(kClipboardPatience, [&] {
+        EmptyClipboard();
+        if (!GiveToClipboard(HtmlFormat(), MakeClipboardBlock(data, data.size() + 4))) return false;
+        // Readers of plain text get the UTF-8 bytes under the ANSI format, on purpose: it is the source
+        // text of the entry, byte for byte as it stands in the HTML.
+        GiveToClipboard(CF_TEXT, MakeClipboardBlock(fragment, fragment.size() + 4));
+        MarkForHistory(stay);
+        return true;
+    });
 }
 
 // The code page that the data is shown in and its header read by. Where each byte is one character of the
@@ -50,14 +50,12 @@ static void ShowData(std::size_t size, const std::wstring& raw) {
 bool HtmlClipboardGet(std::wstring& fragment, std::wstring& raw) {
     std::string data;
     std::size_t size = 0;
-    bool found = false;
-    {
-        const ClipboardSession clipboard = ClipboardSession::ForReading();
-        const LockedBlock block(clipboard ? GetClipboardData(HtmlFormat()) : nullptr);
-        found = static_cast<bool>(block);
+    const bool found = ReadClipboard([&] {
+        const LockedBlock block(GetClipboardData(HtmlFormat()));
         size = block.Bytes().size();
         data = block.Bytes().substr(0, INT_MAX);
-    }
+        return static_cast<bool>(block);
+    });
     data.resize(std::min(data.size(), data.find('\0')));
     if (found) raw = FromBytes(data, RawCodePage());
     ShowData(size, raw);

@@ -8,14 +8,15 @@ namespace verbatix {
 
 std::wstring ClipboardReadNamedFormat(std::wstring_view name) {
     std::wstring text;
-    const ClipboardSession clipboard = ClipboardSession::ForReading();
-    if (!clipboard) return text;
-    for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
-        wchar_t found[kFormatNameCapacity];
-        ClipboardFormatName(format, found);
-        if (found != name) continue;
-        if (const LockedBlock block(GetClipboardData(format)); block) text = WideTextOf(block.Bytes());
-    }
+    ReadClipboard([&] {
+        for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
+            wchar_t found[kFormatNameCapacity];
+            ClipboardFormatName(format, found);
+            if (found != name) continue;
+            if (const LockedBlock block(GetClipboardData(format)); block) text = WideTextOf(block.Bytes());
+        }
+        return true;
+    });
     return text;
 }
 

@@ -50,17 +50,19 @@ static bool SaveFormat(SavedClipboard& store, int key, UINT format) {
 }
 
 int SaveClipboard(SavedClipboard& store) {
-    const ClipboardSession clipboard = ClipboardSession::ForReading();
-    if (!clipboard) return 0;
-    if (EnumClipboardFormats(0)) {
-        ReleaseSavedData(store);
-        DebugLine(L"Free\n");
-    }
     int saved = 0;
-    for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
-        if (SaveFormat(store, saved, format)) ++saved;
-    }
-    return saved;
+    const bool isRead = ReadClipboard([&] {
+        saved = 0;
+        if (EnumClipboardFormats(0)) {
+            ReleaseSavedData(store);
+            DebugLine(L"Free\n");
+        }
+        for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
+            if (SaveFormat(store, saved, format)) ++saved;
+        }
+        return true;
+    });
+    return isRead ? saved : 0;
 }
 
 int RestoreClipboard(const SavedClipboard& store) {
@@ -70,17 +72,17 @@ int RestoreClipboard(const SavedClipboard& store) {
 
 bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay) {
     if (store.entries.empty()) return true;
-    const ClipboardSession clipboard(patience);
-    if (!clipboard) return false;
-    EmptyClipboard();
-    for (const auto& [key, entry] : store.entries) {
-        // Released entries are offered too; the system refuses format 0, and nobody minds.
-        const std::string_view bytes(static_cast<const char*>(entry.data.Get()),
-                                     entry.data ? entry.size : 0);
-        GiveToClipboard(entry.format, MakeClipboardBlock(bytes, bytes.size()));
-    }
-    MarkForHistory(stay);
-    return true;
+    return WithClipboard(patience, [&] {
+        EmptyClipboard();
+        for (const auto& [key, entry] : store.entries) {
+            // Released entries are offered too; the system refuses format 0, and nobody minds.
+            const std::string_view bytes(static_cast<const char*>(entry.data.Get()),
+                                         entry.data ? entry.size : 0);
+            GiveToClipboard(entry.format, MakeClipboardBlock(bytes, bytes.size()));
+        }
+        MarkForHistory(stay);
+        return true;
+    });
 }
 
 static bool isKept = false;  // previousClipboard waits to be given back

@@ -30,9 +30,12 @@ PCUIDLIST_RELATIVE AsIdList(const std::string& bytes) {
 // The list on the clipboard; it is open no longer on return, because the shell may take its time.
 std::optional<ShellIdLists> CopiedItems() {
     static const UINT format = RegisterClipboardFormatW(L"Shell IDList Array");
-    const ClipboardSession clipboard = ClipboardSession::ForReading();
-    if (!clipboard) return std::nullopt;
-    return ReadShellIdLists(LockedBlock(GetClipboardData(format)).Bytes());
+    std::optional<ShellIdLists> lists;
+    ReadClipboard([&] {
+        lists = ReadShellIdLists(LockedBlock(GetClipboardData(format)).Bytes());
+        return true;
+    });
+    return lists;
 }
 
 // The item's full path, or the shell's name for it; empty when it has none.

@@ -3,11 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <map>
+#include <thread>
 
 #include "base/text.h"
 #include "clipboard/clipboard_session.h"
 #include "clipboard/format_names.h"
+#include "clipboard/saved_clipboard.h"
 #include "support/foreign_clipboard.h"
 
 namespace verbatix {
@@ -92,6 +95,26 @@ TEST(ClipboardText, IsNeitherReadNorChangedWhereThatCannotBe) {
         EXPECT_TRUE(readsNothing());
     }
     EXPECT_EQ(ReadForeign(CF_UNICODETEXT).substr(0, 14), WideBytes(L"theirs"));
+}
+
+// Windows lets everybody who opens it without a window take it over from whoever did so before.
+TEST(ClipboardSession, NothingIsLostToAnotherThatOpensItWithoutAWindowToo) {
+    std::atomic<int> taken = 0;
+    const std::jthread other([&](const std::stop_token& stop) {
+        for (; !stop.stop_requested(); Sleep(1)) taken += OpenClipboard(nullptr) && CloseClipboard();
+    });
+    SavedClipboard saved;
+    for (int times = 0; times < 300; ++times) {
+        const std::wstring text = Format(L"text %d", times);
+        std::wstring read;
+        ASSERT_TRUE(ClipboardPutText(text) && ClipboardGetText(read)) << times;
+        ASSERT_EQ(read, text);
+        ASSERT_EQ(SaveClipboard(saved), 4) << times;  // the system makes three more of it
+        ASSERT_TRUE(ClearClipboard() && PutSavedClipboard(saved, kClipboardPatience)) << times;
+        ASSERT_TRUE(ClipboardGetText(read)) << times;
+        ASSERT_EQ(read, text);
+    }
+    EXPECT_GT(taken, 0);
 }
 
 TEST(ClipboardFormatName, NamesAFormatAndFindsItByName) {

@@ -1,5 +1,4 @@
 // Entries on their way out of the running program and into it.
-#include "clipboard/clipboard_text.h"
 #include "desktop/program_window.h"
 #include "support/desktop.h"
 
@@ -38,9 +37,7 @@ constexpr const wchar_t* kExported =
 TEST_F(Exchange, AllGoesToTheClipboardAndIntoFilesAndComesBack) {
     Start({{L"Ctrl+Q", L"one ", L"First"}, {L"Alt+W", L"two"}});
     Menu(CMD_COPY_ALL_AS_TEXT);
-    std::wstring text;
-    EXPECT_TRUE(WaitFor([&] { return ClipboardGetText(text) && text == kExported; }))
-        << ::testing::PrintToString(text);
+    EXPECT_TRUE(ClipboardGets(kExported));
     const std::wstring file = temporary_.File(L"my list.txt");
     Menu(CMD_EXPORT_ALL);
     AnswerFileDialog(file);

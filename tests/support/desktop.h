@@ -1,6 +1,9 @@
 // The desktop that tests run on.
 #pragma once
 
+#include <string>
+
+#include "clipboard/clipboard_text.h"
 #include "support/wait.h"
 
 namespace verbatix::test {
@@ -11,6 +14,19 @@ namespace verbatix::test {
 inline void WaitForClipboard() {
     GetDesktopWindow();
     WaitFor([] { return GetClipboardSequenceNumber() != 0; }, 30000);
+}
+
+// Waits until the clipboard holds that text. It is opened only when it has changed: a program that comes to
+// it while it is open for somebody else does not get its copy or paste.
+inline bool ClipboardGets(std::wstring_view text) {
+    std::wstring found;
+    DWORD seen = 0;
+    return WaitFor([&] {
+        const DWORD change = GetClipboardSequenceNumber();
+        if (change == seen || !ClipboardGetText(found)) return false;
+        seen = change;
+        return found == text;
+    });
 }
 
 }  // namespace verbatix::test
