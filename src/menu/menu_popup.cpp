@@ -166,9 +166,21 @@ static UINT Track(HMENU menu, HWND owner, const CaretPlace& place) {
 
 // ---- After the menu
 
+// The window in front. While one is on its way there, none is for a moment.
+static HWND SettledForeground() {
+    constexpr int kTries = 20;
+    constexpr DWORD kPause = 5;
+    HWND front = GetForegroundWindow();
+    for (int tried = 0; !front && tried < kTries; ++tried) {
+        Pause(kPause);
+        front = GetForegroundWindow();
+    }
+    return front;
+}
+
 // Where the keyboard goes back to. A click that closed the menu has chosen another window.
 static HWND NextForeground(HWND owner) {
-    const HWND front = GetForegroundWindow();
+    const HWND front = SettledForeground();
     if (front && front != owner) return nullptr;
     if (!pasteMenu.input.lastWasButtonDown) return pasteMenu.request.foreground;
     const HWND below = GetAncestor(WindowFromPoint(pasteMenu.input.buttonPoint), GA_ROOT);
@@ -236,7 +248,10 @@ static UINT Choose() {
     }
     const UINT item = Track(menu.Get(), owner, place);
     // The main window takes the foreground over from the owner, which is hidden only then.
-    if (item != kShowMainWindowItem) ReturnKeyboard(owner, NextForeground(owner));
+    if (item != kShowMainWindowItem) {
+        ReturnKeyboard(owner, NextForeground(owner));
+        SettledForeground();  // which is what a box gives the foreground back to
+    }
     return pasteMenu.ending ? 0 : item;
 }
 

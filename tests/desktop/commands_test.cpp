@@ -155,13 +155,13 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
     const auto isOpen = [] { return IsWindowVisible(FindWindowW(L"#32768", nullptr)) != FALSE; };
     // Once: the same hotkey closes an open menu.
     const auto open = [&] {
-        if (!target_->Activate() || !SettlesInFront(target_->Window())) return false;
+        EXPECT_TRUE(target_->Activate() && SettlesInFront(target_->Window()));
         Linger(kGuardMilliseconds);
         PlayStroke({VK_LCONTROL, VK_LMENU}, 'M');
         return WaitFor(isOpen, 10000);
     };
     target_->SetText(L"before ");
-    ASSERT_TRUE(open());
+    ASSERT_TRUE(open()) << run_.Diagnostics();
     {
         // The steps of a "cpy:" entry wait until the menu is gone.
         KeyWatch watch;
@@ -177,18 +177,19 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
         EXPECT_TRUE(WaitFor([&] { return copies() > 0; }));
         Linger(600);  // for the second step
     }
-    ASSERT_TRUE(open());
+    ASSERT_TRUE(open()) << run_.Diagnostics();
     PlayStroke({}, 'B');
-    EXPECT_TRUE(Shows(L"before second")) << ::testing::PrintToString(target_->Text());
-    EXPECT_EQ(GetForegroundWindow(), target_->Window());
-    ASSERT_TRUE(open());
+    EXPECT_TRUE(Shows(L"before second"))
+        << ::testing::PrintToString(target_->Text()) << NameOf(GetForegroundWindow()) << run_.Diagnostics();
+    EXPECT_EQ(GetForegroundWindow(), target_->Window()) << NameOf(GetForegroundWindow());
+    ASSERT_TRUE(open()) << run_.Diagnostics();
     EXPECT_EQ(Clipboard(), L"second");  // nothing comes back without the option
     PlayStroke({}, VK_UP);              // the program's own row
     PlayStroke({}, VK_RETURN);
-    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog; }));
+    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog; })) << NameOf(GetForegroundWindow());
     // Answered when the program is through with the menu, whose owner goes last.
     SendMessageW(dialog, WM_NULL, 0, 0);
-    ASSERT_TRUE(open());
+    ASSERT_TRUE(open()) << run_.Diagnostics();
     EXPECT_EQ(run_.Exit(), 1);
 }
 

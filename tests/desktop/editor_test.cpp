@@ -29,12 +29,6 @@ class EditorTest : public ProgramWindow {
             Linger(kHeld);
         }
     }
-    // Whether the control, or a part of it, has it.
-    bool HasKeyboard(int id) const {
-        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
-        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
-               (info.hwndFocus == Control(id) || GetParent(info.hwndFocus) == Control(id));
-    }
     // Whether the list of codes comes up, or goes.
     bool CodesAreOpen(bool open) const {
         return WaitFor([&] {

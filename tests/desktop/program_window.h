@@ -47,6 +47,12 @@ class ProgramWindow : public ::testing::Test {
     bool ComesToFront() const {
         return WaitFor([&] { return GetForegroundWindow() == dialog_; });
     }
+    // Whether the control, or a part of it, has the keyboard.
+    bool HasKeyboard(int id) const {
+        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
+               (info.hwndFocus == Control(id) || GetParent(info.hwndFocus) == Control(id));
+    }
     HWND Control(int id) const { return GetDlgItem(dialog_, id); }
     std::wstring Text(int id) const { return WindowText(Control(id)); }
     bool Becomes(int id, std::wstring_view text, DWORD milliseconds = 5000) const {

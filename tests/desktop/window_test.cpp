@@ -149,15 +149,18 @@ TEST_F(MainDialog, SplitterAndColumnsComeBack) {
         SendMessageW(bar, WM_LBUTTONUP, 0, 0);
     };
     Start(L"");
+    ASSERT_TRUE(ComesToFront());  // which gives the keyboard to the list
     int sizes[2];
     for (const bool wide : {false, true}) {
         const int before = listSize(wide);
         dragSplitter(30, 30);
-        PostMessageW(dialog_, WM_COMMAND, CMD_FOCUS_SPLITTER, kMarker);
+        Send(CMD_FOCUS_SPLITTER, kMarker);
+        EXPECT_TRUE(HasKeyboard(IDC_SPLITTER));
         PressKey(IDC_SPLITTER, wide ? VK_LEFT : VK_UP);
         PressKey(IDC_SPLITTER, VK_RETURN);
-        EXPECT_TRUE(WaitFor([&] { return listSize(wide) < before + 30; }));
+        EXPECT_TRUE(WaitFor([&] { return !HasKeyboard(IDC_SPLITTER); }));
         sizes[wide] = listSize(wide);
+        EXPECT_LT(sizes[wide], before + 30);
         EXPECT_GT(sizes[wide], before);
     }
     SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, 77);

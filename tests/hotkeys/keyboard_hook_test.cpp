@@ -233,8 +233,11 @@ TEST_F(KeyboardHookTest, AHotkeyPressedWhileAnEntryRunsIsSwallowed) {
         EXPECT_TRUE(WaitFor([] { return played.load() && !keyboardHook.trigger.busy; }));
         for (const std::wstring& later : executed.Take()) ran.push_back(later);
         EXPECT_EQ(ran, Texts{text});
-        EXPECT_TRUE(WaitFor([this] { return thread.Commands().back().id == CMD_REINSTALL_HOOK; }))
-            << "Windows may have dropped it after so long";
+        const auto last = [this] {
+            const std::vector<ArrivedCommand> commands = thread.Commands();
+            return commands.empty() ? 0 : commands.back().id;
+        };
+        EXPECT_TRUE(WaitFor([&] { return last() == CMD_REINSTALL_HOOK; })) << "Windows may have dropped it";
         LetKeyUp('W');
         EXPECT_TRUE(ArrivesAfter(L"")) << target.Text();
 

@@ -6,9 +6,11 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <initializer_list>
 #include <iterator>
 
+#include "support/process.h"
 #include "support/wait.h"
 
 namespace verbatix::test {
@@ -54,15 +56,21 @@ inline bool KeepsModifiers() {
 // modifiers stay down. A window that comes to the front, or under the mouse, makes the bench read the real
 // keyboard, which has no key down, some time later. False when that takes too long.
 inline bool SettlesInFront(HWND window) {
-    return WaitFor(
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    const bool settles = WaitFor(
         [&] {
-            GUITHREADINFO info = {};
-            info.cbSize = sizeof info;
             return GetForegroundWindow() == window &&
                    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) && info.hwndFocus &&
                    KeepsModifiers();
         },
         20000);
+    if (!settles) {
+        std::printf("%ls does not settle: %ls is in front, %ls has the keyboard there\n",
+                    NameOf(window).c_str(), NameOf(GetForegroundWindow()).c_str(),
+                    NameOf(info.hwndFocus).c_str());
+    }
+    return settles;
 }
 
 // Holds `held` down in that order, strokes `key`, lets `held` up in reverse order.

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdio>
+
 static constexpr UINT kCrashed = 101;
 
 static LONG WINAPI EndAtOnce(EXCEPTION_POINTERS*) noexcept {
@@ -12,6 +14,7 @@ static LONG WINAPI EndAtOnce(EXCEPTION_POINTERS*) noexcept {
 
 int main(int count, char** arguments) {
     SetUnhandledExceptionFilter(EndAtOnce);
+    setvbuf(stdout, nullptr, _IONBF, 0);  // who hangs has said where
     testing::InitGoogleTest(&count, arguments);
     return RUN_ALL_TESTS();
 }

@@ -1,10 +1,12 @@
 // Starting other programs for a test, and never leaving one behind.
 #pragma once
 
+#include <cstdio>
 #include <optional>
 #include <string>
 
 #include "base/handle.h"
+#include "base/text.h"
 #include "support/wait.h"
 
 namespace verbatix::test {
@@ -42,6 +44,13 @@ HWND FindTopWindow(std::wstring_view className, Fits fits) {
     return search.found;
 }
 
+// For the message of a test that has failed: handle, class, text.
+inline std::wstring NameOf(HWND window) {
+    wchar_t className[64] = {};
+    GetClassNameW(window, className, 64);
+    return Format(L"%p %ls \"%ls\"", static_cast<void*>(window), className, WindowText(window).c_str());
+}
+
 inline DWORD ProcessOf(HWND window) {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
@@ -59,6 +68,7 @@ class Process {
         PROCESS_INFORMATION started = {};
         if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
                             workingFolder.empty() ? nullptr : workingFolder.c_str(), &startup, &started)) {
+            std::printf("not started (%lu): %ls\n", GetLastError(), commandLine.c_str());
             return;
         }
         CloseHandle(started.hThread);

@@ -1,5 +1,7 @@
 #include "support/program_run.h"
 
+#include <gtest/gtest.h>
+
 #include "base/text.h"
 #include "ids.h"
 #include "support/keys.h"
@@ -63,9 +65,18 @@ HWND ProgramRun::MainDialog() const {
     });
 }
 
+std::string ProgramRun::Diagnostics() const {
+    PostMessageW(MainDialog(), WM_COMMAND, CMD_DIAGNOSTICS, 0);
+    std::string bytes;
+    WaitFor([&] { return !(bytes = ReadBytes(folder_.File(L"Verbatix_diagnostics.txt"))).empty(); });
+    std::erase_if(bytes, [](char byte) { return byte <= 0 && byte != '\n'; });  // English, in UTF-16
+    return bytes;
+}
+
 Target::Target(std::wstring_view title)
     : process_(L"\"" + HelperPath(L"target_window.exe") + L"\" " + std::wstring(title)) {
     window_ = process_.WaitForVisibleWindow(L"VerbatixTestTarget");
+    EXPECT_TRUE(window_) << "exit code: " << process_.WaitForExit(0).value_or(STILL_ACTIVE);
     edit_ = GetDlgItem(window_, 1);
     Activate();
     SettlesInFront(window_);

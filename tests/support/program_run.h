@@ -45,6 +45,9 @@ class ProgramRun {
 
     HWND Frame() const;
     HWND MainDialog() const;
+    // What the program itself says of its last presses: for the message of a test that has failed, because
+    // it opens a window.
+    std::string Diagnostics() const;
     const Process& Program() const { return *process_; }
 
   private:
