@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <span>
 #include <utility>
 
 #include "base/common_controls.h"
@@ -57,9 +58,10 @@ constexpr Caption kCaptions[] = {
 };
 
 // What works only with an entry.
-constexpr int kEntryControls[] = {IDC_LABEL,      IDC_HOTKEY,  IDC_MODIFIER,   IDC_KEY,
-                                  IDC_TEXT,       IDC_PREVIEW, CMD_COPY_ENTRY, CMD_DELETE_ENTRY,
-                                  CMD_TEST_ENTRY, IDC_INSERT};
+constexpr int kEntryControls[] = {IDC_LABEL, IDC_HOTKEY,  IDC_MODIFIER,   IDC_KEY,
+                                  IDC_TEXT,  IDC_PREVIEW, CMD_TEST_ENTRY, IDC_INSERT};
+// What works with whatever is selected, a group or hotkey of the tree too.
+constexpr int kSelectionButtons[] = {CMD_COPY_ENTRY, CMD_DELETE_ENTRY};
 
 void SetFieldText(int control, const std::wstring& text) {
     SetWindowTextW(DialogControl(control), text.c_str());
@@ -167,10 +169,10 @@ void KeepPathsOfText() {
     SetFocus(field);
 }
 
-void EnableEntryControls(bool enable) {
+void EnableControls(std::span<const int> controls, bool enable) {
     // A disabled control with the focus would leave the keyboard nowhere.
     const HWND focus = GetFocus();
-    for (const int control : kEntryControls) {
+    for (const int control : controls) {
         if (!enable && focus &&
             (focus == DialogControl(control) || GetParent(focus) == DialogControl(control))) {
             SetFocus(ShownView());
@@ -347,6 +349,10 @@ void SetUpEditor(HWND dialog) {
     ShowInEditor(-1);
 }
 
+void EnableSelectionButtons() {
+    EnableControls(kSelectionButtons, editor.position >= 0 || mainWindow.selectedCount > 0);
+}
+
 void ShowInEditor(int position) {
     const auto found = mainWindow.entries.find(position);
     const bool exists = found != mainWindow.entries.end();
@@ -357,7 +363,8 @@ void ShowInEditor(int position) {
     editor.edited = false;
     editor.refusal.clear();
     if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
-    EnableEntryControls(exists);
+    EnableControls(kEntryControls, exists);
+    EnableSelectionButtons();
     ShowCounter();
     ShowAdvice();
     RefreshPreview();

@@ -161,6 +161,7 @@ void OnSelectionChanged() {
     mainWindow.selectionIsTold = false;
     const std::size_t before = mainWindow.selectedCount;
     CountSelected();
+    EnableSelectionButtons();
     if (mainWindow.selectedCount != before) WithdrawOffer();
     UpdateStatusBar();
     // Several of these come of one click, and the later ones while the user is asked about a long text.
