@@ -180,9 +180,9 @@ static int selectedBeforeFilter = -1;
 static void OnFilterChanged() {
     SaveEdits(Warn::kNever);
     RefreshViews(true);
-    if (IsFiltered()) {
+    if (GetWindowTextLengthW(DialogControl(IDC_FILTER)) > 0) {
         SelectFirstEntry();
-    } else if (selectedBeforeFilter >= 0) {
+    } else if (HasListRow(selectedBeforeFilter)) {
         SelectEntry(selectedBeforeFilter);
     }
 }
