@@ -527,6 +527,9 @@ enum : int {
     kSharesBoth = 1747,
     kLacksHotkeySharesText = 1748,
 
+    // What is said of hotkeys and codes
+    kHotkeyIsOff = 1750,
+
     // Faults
     kCrashed = 1780,
     kHung = 1781,

@@ -385,7 +385,7 @@ TEST_F(EditorTest, TheHotkeyFieldTakesWhatIsPressedAndNothingElseHappens) {
 }
 
 TEST_F(EditorTest, TheHotkeyIsClearedLeftAndChosenWithoutMakingItUp) {
-    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Ctrl+Q", L"two", L"Second"}});
+    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Ctrl+Q", L"two", L"Second"}}, L"m_disables_keys=Ctrl+I|\r\n");
     ASSERT_TRUE(Becomes(IDC_LABEL, L"First"));
     // The link leads to the other entry and back.
     for (const std::wstring label : {L"Second", L"First"}) {
@@ -407,6 +407,8 @@ TEST_F(EditorTest, TheHotkeyIsClearedLeftAndChosenWithoutMakingItUp) {
     EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_MODIFIER); }));
     PlayStroke({VK_LSHIFT}, VK_TAB);
     EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Press the keys"));
+    HoldAndLetGo({VK_LCONTROL, 'I'}, {'I', VK_LCONTROL});
+    EXPECT_TRUE(WaitFor([&] { return Text(IDC_CLASH).starts_with(L"Ctrl + I is switched off"); }));
     PlayStroke({}, VK_BACK);
     EXPECT_TRUE(FileGets(L"text_000=Ctrl+=one"));
     PlayStroke({}, VK_ESCAPE);

@@ -12,6 +12,7 @@
 #include "hotkeys/hotkey_names.h"
 #include "hotkeys/hotkey_simulation.h"
 #include "hotkeys/key_decision.h"
+#include "hotkeys/keyboard_hook.h"
 #include "hotkeys/keyboard_layout.h"
 #include "ids.h"
 #include "paste/text/command_prefixes.h"
@@ -103,15 +104,18 @@ std::optional<unsigned> ChosenKey() {
 }
 
 // Asked anew only for another hotkey, and when one is being chosen: typing a text changes nothing here.
+// What the settings file says costs nothing, and another program may change it.
 const KeyFacts& FactsOf(unsigned key, unsigned modifier) {
     static KeyFacts facts;
     static std::pair<unsigned, unsigned> known = {0U, 0U};
-    if (!editor.choosesHotkey && known == std::pair(key, modifier)) return facts;
-    known = {key, modifier};
-    facts = {KeyLabel(key)};
-    if (modifier == kModifierCtrlAlt || modifier == kModifierAltGr) facts.typed = TypedWithCtrlAlt(key);
-    const bool withWin = modifier == kModifierLeftWin || modifier == kModifierRightWin;
-    facts.isTaken = withWin && key != 0 && IsWinHotkeyTaken(mainWindow.window, key, false);
+    if (editor.choosesHotkey || known != std::pair(key, modifier)) {
+        known = {key, modifier};
+        facts = {KeyLabel(key)};
+        if (modifier == kModifierCtrlAlt || modifier == kModifierAltGr) facts.typed = TypedWithCtrlAlt(key);
+        const bool withWin = modifier == kModifierLeftWin || modifier == kModifierRightWin;
+        facts.isTaken = withWin && key != 0 && IsWinHotkeyTaken(mainWindow.window, key, false);
+    }
+    facts.isOff = IsHotkeyDisabled(keyboardHook.disabled, modifier, key & 0xff);
     return facts;
 }
 
