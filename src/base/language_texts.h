@@ -529,6 +529,7 @@ enum : int {
 
     // What is said of hotkeys and codes
     kHotkeyIsOff = 1750,
+    kAndMore = 1751,
 
     // Faults
     kCrashed = 1780,

@@ -169,6 +169,9 @@ TEST_F(EditorTest, ThePreviewFollowsTheTextAndMendsACode) {
     Type(IDC_TEXT, L"%copy_txt%\r");
     EXPECT_TRUE(Becomes(IDC_PREVIEW, L"%copy_txt%\u00b6\r\n" + dated));
     EXPECT_TRUE(Becomes(IDC_MEND_CODE, L"%copy_txt% is no code. Did you mean %copy_text%?"));
+    Type(IDC_TEXT, L"%c%");
+    EXPECT_TRUE(Becomes(IDC_MEND_CODE, L"%copy_txt% is no code. Did you mean %copy_text%? And 1 more."));
+    for (int letter = 0; letter < 3; ++letter) Type(IDC_TEXT, L"\b");
     EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(Control(IDC_MEND_CODE)); }));
     Press(IDC_MEND_CODE);
     EXPECT_TRUE(Becomes(IDC_TEXT, L"%copy_text%\r\nin %YYYY%"));
