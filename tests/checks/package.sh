@@ -63,6 +63,13 @@ wine "$setup" /S /CURRENTUSER /AUTOSTART || fail "setup ends with $?"
 for file in Verbatix.exe Uninstall.exe Verbatix_guide.html Changes.txt Licences.txt; do
     [ -s "$target/$file" ] || fail "$file is not installed"
 done
+# Every code that the list of codes offers, whatever follows it as an example, is in the index of the guide.
+named() { sed -E 's/[0-9]+//g; s/:.*//' | sort -u; }
+offered=$(sed -nE 's/^    \{L"(sys:)?([^"]+)", text::kMeans.*/\2/p' src/ui/editor/code_catalogue.cpp | named)
+for page in "$target"/Verbatix_{guide,Anleitung}.html; do
+    missing=$(comm -23 <(echo "${offered:?}") <(sed -n '/class="index"/,$s:.*<code>\(.*\)</code>.*:\1:p' "$page" | named))
+    [ -z "$missing" ] || fail "not in the index of $(basename "$page"):" $missing
+done
 [ "$(value "$apps" DisplayVersion)" = "$version" ] || fail "the list of apps does not tell the version"
 [ "$(value "$run" Verbatix)" = "\"$program\" -bg" ] || fail "is not started with Windows"
 say_paste "$program" "$(windows "$app_data/Verbatix.ini")" own
