@@ -4,6 +4,7 @@
 ;   STAGE      the folder with the files to install; STAGE.install.nsh and STAGE.delete.nsh name them
 ;   OUTPUT     the setup program's file
 ;   KILOBYTES  what the files take on the disk
+;   CERTIFICATE  where there is one: signs the uninstaller
 ;
 ; For the user who runs it, without more rights than they have; for all users when it is run elevated.
 ;
@@ -21,6 +22,9 @@ Target amd64-unicode
 
 Name "Verbatix"
 OutFile "${OUTPUT}"
+!ifdef CERTIFICATE
+    !uninstfinalize '"${ROOT}/scripts/sign" "${CERTIFICATE}" "%1"' = 0
+!endif
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
 ManifestDPIAware true
