@@ -47,7 +47,8 @@ static bool IsModifier(DWORD key) {
 KeyDecision DecideKey(const KBDLLHOOKSTRUCT& event, const HotkeyTables& tables,
                       const DisabledHotkeys& disabled, TriggerState& state, const KeyStateReader& keys,
                       ULONGLONG now) {
-    if (event.dwExtraInfo == kSyntheticInputTag) return {};
+    // What the system makes of an Alt-Gr is no key of the user's, and may come in the middle of ours.
+    if (event.dwExtraInfo == kSyntheticInputTag || IsControlOfAltGr(event)) return {};
     const DWORD key = event.vkCode;
     const bool up = (event.flags & LLKHF_UP) != 0;
     if (!up && IsModifier(key)) state.claims.OnModifierPressed();

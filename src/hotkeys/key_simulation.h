@@ -35,6 +35,13 @@ using HeldKeys = std::array<bool, kReleasableKeys.size()>;
 // The key-up events that let go what is held.
 std::vector<KeyStroke> ReleaseStrokes(const HeldKeys& held);
 
+// Whether the event is of the left Ctrl that the system itself presses and lets go along with right Alt
+// where that is an Alt-Gr. It does so for a right Alt of ours as well, and without our tag.
+constexpr bool IsControlOfAltGr(const KBDLLHOOKSTRUCT& event) {
+    constexpr DWORD kMadeBySystem = 0x200;  // in the scan code
+    return event.vkCode == VK_LCONTROL && (event.scanCode & kMadeBySystem) != 0;
+}
+
 // Sends one event with the key's scan code and the tag.
 void SendTagged(KeyStroke stroke);
 
@@ -45,7 +52,8 @@ void ReleaseHeldModifiers(HeldKeys& held);
 void PlayWhole(std::span<const KeyStroke> strokes);
 
 // For the hook: whether the user's event came in the middle of a stroke. Then it has been taken over, to be
-// played again behind the stroke, and nobody may get it now.
+// played again behind the stroke, and nobody may get it now. Of his Alt-Gr right Alt alone is played again,
+// which brings its Ctrl along.
 bool IsHeldBack(const KBDLLHOOKSTRUCT& event);
 
 // Each releases the held modifiers first. SendPaste then waits that many milliseconds before its stroke.

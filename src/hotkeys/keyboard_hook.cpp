@@ -111,7 +111,8 @@ static void AskForRename(const KBDLLHOOKSTRUCT& event) {
 }
 
 static bool IsUsersPress(const KBDLLHOOKSTRUCT& event) {
-    return (event.flags & LLKHF_UP) == 0 && event.dwExtraInfo != kSyntheticInputTag;
+    return (event.flags & LLKHF_UP) == 0 && event.dwExtraInfo != kSyntheticInputTag &&
+           !IsControlOfAltGr(event);
 }
 
 static bool IsUsersControlRelease(const KBDLLHOOKSTRUCT& event) {

@@ -62,6 +62,37 @@ TEST(KeySimulation, HeldModifiersGoUpFirstButShiftStays) {
 }
 
 TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {
+std::vector<bool> heldBackOf;
+
+// Of a layout with Alt-Gr, while a stroke of ours is played: the bench never sends it.
+LRESULT CALLBACK AskAboutControlOfAltGr(int code, WPARAM message, LPARAM parameter) noexcept {
+    const KBDLLHOOKSTRUCT control = {VK_LCONTROL, 0x21D, 0, 0, 0};
+    heldBackOf.push_back(IsHeldBack(control));
+    return CallNextHookEx(nullptr, code, message, parameter);
+}
+
+TEST(KeySimulation, TheControlOfAnAltGrGoesAlongWithOursAndComesAnewWithTheUsers) {
+    MessageThread thread;
+    KeyWatch watch;
+    const struct {
+        std::vector<KeyStroke> strokes;
+        std::vector<bool> heldBack;
+    } rows[] = {{{{VK_RMENU, KEYEVENTF_EXTENDEDKEY}, {VK_RMENU, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP}},
+                 {false, false}},
+                {{{VK_F24, 0}, {VK_F24, KEYEVENTF_KEYUP}}, {true, true}}};
+    for (const auto& [strokes, heldBack] : rows) {
+        heldBackOf.clear();
+        thread.Run([&] {
+            const HHOOK hook =
+                SetWindowsHookExW(WH_KEYBOARD_LL, AskAboutControlOfAltGr, GetModuleHandleW(nullptr), 0);
+            PlayWhole(strokes);
+            UnhookWindowsHookEx(hook);
+        });
+        EXPECT_EQ(heldBackOf, heldBack);
+        EXPECT_EQ(watch.Take().size(), strokes.size()) << "played again";
+    }
+}
+
     SetLanguageTexts({{131, L"Windows keeps it"}}, {});
     MessageThread other;
     for (const UINT key : {UINT{VK_OEM_1}, UINT{VK_F23}}) {
