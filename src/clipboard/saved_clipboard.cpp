@@ -85,7 +85,31 @@ bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay) {
     });
 }
 
-static bool isKept = false;  // previousClipboard waits to be given back
+namespace {
+
+bool isKept = false;  // previousClipboard waits to be given back
+
+struct Moment {
+    DWORD content = GetClipboardSequenceNumber();  // 0 when the system does not tell it
+    unsigned fills = ClipboardFills();
+    unsigned copies = CopyStrokes();
+};
+
+Moment keptAt;
+
+// Since it was kept the program has neither filled the clipboard nor asked another one to, or that has come
+// to nothing: what is there now, somebody's tool may have put there, is the user's.
+bool IsStillTheUsers() {
+    const Moment now;
+    return (now.content != 0 && now.content == keptAt.content) ||
+           (now.fills == keptAt.fills && now.copies == keptAt.copies);
+}
+
+bool IsOursForThePaste() {
+    return isKept && IsOurContent();
+}
+
+}  // namespace
 
 void KeepPreviousClipboard() {
     if (!isKept) isKept = SaveClipboard(previousClipboard) > 0;

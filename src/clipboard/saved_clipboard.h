@@ -60,8 +60,9 @@ bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay = 
 void KeepPreviousClipboard();
 
 // Restores what KeepPreviousClipboard has saved, if anything waits to be given back; it waits on when the
-// clipboard is not to be had within those milliseconds. Histories have it from when the user copied it, and
-// are asked not to take it again.
+// clipboard is not to be had within those milliseconds. Where nothing of the program's has come onto the
+// clipboard since, it stays as it is and nothing waits any more. Histories have it from when the user
+// copied it, and are asked not to take it again.
 void GiveBackPreviousClipboard(DWORD patience);
 
 // Whether something waits to be given back.

@@ -24,12 +24,14 @@ int ModifierCodeOf(unsigned stateWord) {
 void ClaimedKeys::Claim(DWORD key, ULONGLONG now) {
     claimed_.set(key);
     repeating_.set(key);
+    lost_.reset(key);
     seenAt_[key] = now;
 }
 
 bool ClaimedKeys::Takes(DWORD key, bool up, ULONGLONG now) {
     if (key >= kKeyCount || !claimed_[key]) return false;
-    const bool takes = up || (repeating_[key] && now - seenAt_[key] <= kLongestRepeatMilliseconds);
+    const bool takes =
+        up ? !lost_[key] : repeating_[key] && now - seenAt_[key] <= kLongestRepeatMilliseconds;
     claimed_.set(key, takes && !up);
     seenAt_[key] = now;
     return takes;

@@ -196,6 +196,8 @@ TEST_F(DecideKeyTest, APressBelongsToTheHookUntilItsRelease) {
         {"^Q99999Q-Q", "pTpp"},  // nor after such a time
         {"~Q99999Q", "pTT"},
         {"~Q9Q9Q99Q99Q-Q4Q", "pTsssssT"},  // the slowest repeat there is
+        {"~Q4+QQ-Q", "pTpsss"},            // as a menu comes to the front by a right Alt of ours
+        {"^Q!5QQ-Q^Q", "pTssppT"},         // the program that saw it go down sees it come up
     };
     AddHotkey(*tables, 'Q', 6, L"one");
     AddHotkey(*tables, 'W', 6, L"two");
@@ -210,8 +212,9 @@ TEST_F(DecideKeyTest, APressBelongsToTheHookUntilItsRelease) {
                 now += 100 * static_cast<ULONGLONG>(sign - '0');
                 continue;
             }
-            if (sign == '-') {
-                up = true;
+            if (sign == '-' || sign == '!') {
+                up = sign == '-';
+                if (!up) state.claims.SetLost('Q', true);
                 continue;
             }
             const bool isControl = sign == '^' || sign == '~';
