@@ -148,8 +148,14 @@ bool MaySendStroke() {
     return aimed.aim == Aim::Free;
 }
 
+void LetRightControlGo() {
+    if (GetAsyncKeyState(VK_RCONTROL) < 0)
+        SendTagged({VK_CONTROL, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP});
+}
+
 bool PressKey(BYTE key) {
     ReleaseForStroke();
+    LetRightControlGo();
     if (!MaySendStroke()) return false;
     const KeyStroke strokes[] = {{key, 0}, {key, KEYEVENTF_KEYUP}};
     PlayWhole(strokes);

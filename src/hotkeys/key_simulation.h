@@ -48,6 +48,11 @@ void SendTagged(KeyStroke stroke);
 // Lets go every modifier key and mouse button that the system believes to be down, and records them.
 void ReleaseHeldModifiers(HeldKeys& held);
 
+// Lets the right Ctrl of a hotkey go, which the one above does not reach: its release lacks the extended
+// flag. To a copy and a paste that makes no difference, and a user who holds it may go on to the next
+// hotkey; Tab, Enter and what is typed would be something else with it.
+void LetRightControlGo();
+
 // Sends these events and nothing between them.
 void PlayWhole(std::span<const KeyStroke> strokes);
 
