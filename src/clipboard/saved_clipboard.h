@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 
 #include "base/handle.h"
 #include "clipboard/format_names.h"
@@ -51,7 +52,7 @@ int SaveClipboard(SavedClipboard& store);
 // also when the clipboard was busy; a store that was never saved into leaves the clipboard as it is.
 int RestoreClipboard(const SavedClipboard& store);
 
-// The same, with the patience of a ClipboardSession. False when the clipboard was busy.
+// The same, with the patience of a ClipboardSession. False when the clipboard was busy or its owner hangs.
 bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay = Stay::UntilReplaced);
 
 // Saves the clipboard into previousClipboard, to be given back once. Until then it does nothing more: what
@@ -70,6 +71,12 @@ bool IsPreviousClipboardKept();
 
 // Lets the clipboard stay as it is now: what was saved is not given back.
 void DropPreviousClipboard();
+
+// What the user has on the clipboard: where the program's own content stands there and will be undone, that
+// is what waits to be given back. The first saves it, the second reads its text, each with the results of
+// SaveClipboard and ClipboardGetText.
+int SaveUsersClipboard(SavedClipboard& store);
+bool GetUsersText(std::wstring& text);
 
 // Frees the data of every entry and keeps the entries. Returns the store's count.
 int ReleaseSavedData(SavedClipboard& store);

@@ -163,10 +163,17 @@ bool PressKey(BYTE key) {
     return true;
 }
 
+static unsigned copyStrokes = 0;
+
+unsigned CopyStrokes() {
+    return copyStrokes;
+}
+
 bool SendCopy() {
     ReleaseForStroke();
     if (!MaySendStroke()) return false;
     PlayControlStroke('C');
+    ++copyStrokes;
     ++CurrentPress().copies;
     NoteStroke();
     return true;

@@ -67,6 +67,9 @@ bool PressKey(BYTE key);
 bool SendCopy();
 bool SendPaste(DWORD milliseconds);
 
+// How many copy strokes were sent since the start.
+unsigned CopyStrokes();
+
 // What became of the strokes of an execution.
 enum class Aim {
     Free,         // they go to whatever has the keyboard

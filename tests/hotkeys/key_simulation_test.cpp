@@ -62,7 +62,6 @@ TEST(KeySimulation, HeldModifiersGoUpFirstButShiftStays) {
     LetKeyUp(VK_LWIN);
 }
 
-TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {
 std::vector<bool> heldBackOf;
 
 // Of a layout with Alt-Gr, while a stroke of ours is played: the bench never sends it.
@@ -94,6 +93,7 @@ TEST(KeySimulation, TheControlOfAnAltGrGoesAlongWithOursAndComesAnewWithTheUsers
     }
 }
 
+TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {
     SetLanguageTexts({{131, L"Windows keeps it"}}, {});
     MessageThread other;
     for (const UINT key : {UINT{VK_OEM_1}, UINT{VK_F23}}) {
