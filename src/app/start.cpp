@@ -87,7 +87,8 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     CurrentSystemVersion();
     ChooseSettingsPath();
     ReadLanguageAndTheme();
-    if (settings.disableDarkTheme == 0) AllowDarkMenus(CurrentSystemVersion().build);
+    TellBuildOfWindows(CurrentSystemVersion().build);
+    if (settings.disableDarkTheme == 0) AllowDarkMenus(true);
     if (!LoadLanguageArchive(settings.language)) {
         MessageBoxW(nullptr, L"Error! Loading language file string archive", kProductName,
                     MB_OK | MB_ICONERROR);

@@ -89,6 +89,11 @@ void WithdrawOffer() {
     UpdateStatusBar();
 }
 
+void PlaceOffer() {
+    const HWND link = OfferLink();
+    if (link && (GetWindowLongPtrW(link, GWL_STYLE) & WS_VISIBLE)) ShowOffer();
+}
+
 void UpdateStatusBar() {
     const std::wstring notice = ShownNotice();
     if (!notice.empty()) return TellInStatusBar(notice);

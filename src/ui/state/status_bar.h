@@ -18,6 +18,9 @@ enum class Offer { kUndo, kRedo };
 void OfferInStatusBar(const std::wstring& text, Offer offer);
 void WithdrawOffer();
 
+// Puts the link where it belongs now that the bar has another width or font.
+void PlaceOffer();
+
 // What the link does.
 Offer StandingOffer();
 

@@ -34,6 +34,7 @@
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/notice.h"
+#include "ui/state/status_bar.h"
 #include "ui/views/empty_note.h"
 #include "ui/views/entry_pictures.h"
 #include "ui/views/entry_views.h"
@@ -177,6 +178,7 @@ static void OnShowWindow(bool shown) {
 static void OnSize(HWND dialog) {
     LayOutControls(dialog);
     ShareListWidth();
+    PlaceOffer();
 }
 
 static void OnDpiChanged(HWND dialog, UINT dpi, LPARAM suggested) {
