@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "app/command_line.h"
+#include "app/fault_watch.h"
 #include "app/frame_window.h"
 #include "app/language_archive.h"
 #include "app/language_default.h"
@@ -86,6 +87,7 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     startOptions = ReadStartOptions(arguments);
     CurrentSystemVersion();
     ChooseSettingsPath();
+    StartFaultWatch();
     ReadLanguageAndTheme();
     TellBuildOfWindows(CurrentSystemVersion().build);
     if (settings.disableDarkTheme == 0) AllowDarkMenus(true);
