@@ -66,7 +66,8 @@ HWND ProgramRun::MainDialog() const {
 }
 
 std::string ProgramRun::Diagnostics() const {
-    PostMessageW(MainDialog(), WM_COMMAND, CMD_DIAGNOSTICS, 0);
+    constexpr LPARAM kMenuBar = 0xAFFE0000;
+    PostMessageW(MainDialog(), WM_COMMAND, CMD_DIAGNOSTICS, kMenuBar);
     std::string bytes;
     WaitFor([&] { return !(bytes = ReadBytes(folder_.File(L"Verbatix_diagnostics.txt"))).empty(); });
     std::erase_if(bytes, [](char byte) { return byte <= 0 && byte != '\n'; });  // English, in UTF-16
