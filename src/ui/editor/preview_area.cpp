@@ -15,6 +15,7 @@
 #include "store/settings.h"
 #include "ui/editor/code_catalogue.h"
 #include "ui/editor/preview.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -104,6 +105,7 @@ void MendCode() {
     const HWND field = DialogControl(IDC_TEXT);
     const std::optional<CodeHint> hint = FindHint(FieldText(IDC_TEXT));
     if (!hint) return;
+    BeginStep();
     SendMessageW(field, EM_SETSEL, hint->start, static_cast<LPARAM>(hint->start + hint->length));
     SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(hint->meant.c_str()));
     SetFocus(field);
