@@ -387,14 +387,13 @@ HTREEITEM ItemOf(int node) {
     return node > 0 ? Item(node) : nullptr;
 }
 
-void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath) {
-    const std::wstring before = OpenKey(group);
-    TreeNode renamed = group;
-    renamed.path = newPath;
+void KeepOpenUnder(const TreeNode& node, const TreeNode& renamed) {
+    const std::wstring before = OpenKey(node);
+    const bool isWhole = before.ends_with(L'/');  // a hotkey's
     std::set<std::wstring> open;
     for (const std::wstring& key : view.open) {
-        const bool below =
-            key.starts_with(before) && (key.size() == before.size() || key[before.size()] == L'/');
+        const bool below = key.starts_with(before) &&
+                           (isWhole || key.size() == before.size() || key[before.size()] == L'/');
         open.insert(below ? OpenKey(renamed) + key.substr(before.size()) : key);
     }
     view.open = std::move(open);
