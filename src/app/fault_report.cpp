@@ -3,21 +3,21 @@
 #include <dbghelp.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <optional>
+#include <cwchar>
+#include <iterator>
+#include <utility>
 
-#include "app/system_version.h"
+#include "app/fault_page.h"
 #include "base/handle.h"
 #include "base/product.h"
 #include "base/system_library.h"
-#include "base/text.h"
 
 namespace verbatix {
 
 namespace {
 
 constexpr std::size_t kKeptReports = 3;
-constexpr const wchar_t* kKinds[] = {L"crash", L"hang"};
+constexpr const wchar_t* kKinds[] = {L"crash", L"hang", L"start"};
 constexpr wchar_t kExtension[] = L".txt";
 constexpr wchar_t kTimeShape[] = L"00000000_000000";
 constexpr std::size_t kTimeLength = std::size(kTimeShape) - 1;
@@ -51,21 +51,21 @@ std::wstring DumpFileOf(const std::wstring& name) {
     return name.substr(0, name.size() - (std::size(kExtension) - 1)) + L".dmp";
 }
 
-// The minidump suspends every other thread and then needs the heap and the list of modules. A thread that
-// hangs may hold either; then there is no dump, rather than two threads that wait for each other.
+// The minidump suspends every other thread and then needs the heap and the list of modules. The thread that
+// crashed or hangs may hold either. So they are taken first: where the heap is not to be had, this thread
+// waits, not the suspended rest of the program.
 class LocksOfTheDump {
   public:
     LocksOfTheDump() {
         constexpr ULONG kTry = 2;
         constexpr ULONG kTaken = 1;
         ULONG state = 0;
+        HeapLock(GetProcessHeap());
         owned_ = prepared.lockLoader && prepared.lockLoader(kTry, &state, &cookie_) >= 0 && state == kTaken;
-        if (owned_) HeapLock(GetProcessHeap());
     }
     ~LocksOfTheDump() {
-        if (!owned_) return;
+        if (owned_) prepared.unlockLoader(0, cookie_);
         HeapUnlock(GetProcessHeap());
-        prepared.unlockLoader(0, cookie_);
     }
     LocksOfTheDump(const LocksOfTheDump&) = delete;
     LocksOfTheDump& operator=(const LocksOfTheDump&) = delete;
@@ -76,99 +76,28 @@ class LocksOfTheDump {
     bool owned_ = false;
 };
 
-bool WriteDump(const std::wstring& path, const FaultFacts& facts) {
-    if (!prepared.write) return false;
-    std::optional<LocksOfTheDump> locks;
-    if (!facts.exception && !locks.emplace()) return false;
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file) return false;
-    MINIDUMP_EXCEPTION_INFORMATION exception = {facts.thread, facts.exception, FALSE};
-    return prepared.write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal,
-                          facts.exception ? &exception : nullptr, nullptr, nullptr);
+// The report that is being written.
+struct Writing {
+    FaultFacts facts;
+    wchar_t name[64] = {};
+    bool isFinishing = false;
+} writing;
+
+void TellProgress() {
+    if (writing.facts.progress) ReleaseSemaphore(writing.facts.progress, 1, nullptr);
 }
 
-// "Verbatix.exe+0x1234", or the bare address outside of every module.
-void AppendPlace(std::string& lines, DWORD64 address) {
-    HMODULE module = nullptr;
-    wchar_t path[MAX_PATH] = {};
-    constexpr DWORD kHow =
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-    char place[MAX_PATH + 40] = {};
-    if (GetModuleHandleExW(kHow, reinterpret_cast<LPCWSTR>(address), &module) &&
-        GetModuleFileNameW(module, path, MAX_PATH)) {
-        const wchar_t* name = wcsrchr(path, L'\\');
-        std::snprintf(place, sizeof place, "  %ls+0x%llx\r\n", name ? name + 1 : path,
-                      static_cast<unsigned long long>(address - reinterpret_cast<DWORD64>(module)));
-    } else {
-        std::snprintf(place, sizeof place, "  0x%llx\r\n", static_cast<unsigned long long>(address));
-    }
-    lines += place;
-}
-
-// From the innermost function outwards. The stack may be damaged: what cannot be followed ends the list.
-void AppendStack(std::string& lines, CONTEXT context) {
-    constexpr int kMostFrames = 60;
-    for (int i = 0; i < kMostFrames && context.Rip != 0; ++i) {
-        AppendPlace(lines, context.Rip);
-        DWORD64 base = 0;
-        const auto function = RtlLookupFunctionEntry(context.Rip, &base, nullptr);
-        const DWORD64 before = context.Rsp;
-        if (function) {
-            void* handlerData = nullptr;
-            DWORD64 frame = 0;
-            RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, context.Rip, function, &context, &handlerData, &frame,
-                             nullptr);
-        } else if (i > 0) {
-            break;
-        } else {  // a function without a frame, or a call of nowhere: the caller stands on the stack
-            SIZE_T read = 0;
-            if (!ReadProcessMemory(GetCurrentProcess(), reinterpret_cast<void*>(context.Rsp), &context.Rip,
-                                   sizeof context.Rip, &read)) {
-                break;
-            }
-            context.Rsp += sizeof context.Rip;
-        }
-        if (context.Rsp <= before) break;
-    }
-}
-
-bool ContextOf(const FaultFacts& facts, CONTEXT& context) {
-    if (facts.exception) {
-        context = *facts.exception->ContextRecord;
-        return true;
-    }
-    const UniqueKernelObject thread(OpenThread(
-        THREAD_GET_CONTEXT | THREAD_SUSPEND_RESUME | THREAD_QUERY_INFORMATION, FALSE, facts.thread));
-    if (!thread || SuspendThread(thread.Get()) == static_cast<DWORD>(-1)) return false;
-    context = {};
-    context.ContextFlags = CONTEXT_FULL;
-    const bool known = GetThreadContext(thread.Get(), &context);
-    ResumeThread(thread.Get());
-    return known;
-}
-
-void WriteText(const std::wstring& path, const FaultFacts& facts) {
-    const SystemVersion& system = CurrentSystemVersion();
-    std::string lines = ToBytes(Format(L"%ls %ls, Windows %lu.%lu.%lu\r\n", kProductName, kProductVersion,
-                                       system.major, system.minor, system.build),
-                                CP_UTF8);
-    if (facts.exception) {
-        const EXCEPTION_RECORD& record = *facts.exception->ExceptionRecord;
-        lines += ToBytes(Format(L"Exception 0x%08lx in thread %lu\r\n", record.ExceptionCode, facts.thread),
-                         CP_UTF8);
-    } else {
-        lines += "The main thread has not answered for 10 seconds\r\n";
-    }
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+void WriteDump() {
+    const FaultFacts& facts = writing.facts;
+    const LocksOfTheDump locks;
+    TellProgress();
+    if (!locks || !prepared.write) return;
+    const UniqueFile file(CreateFileW((prepared.folder + DumpFileOf(writing.name)).c_str(), GENERIC_WRITE,
+                                      0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) return;
-    DWORD written = 0;
-    WriteFile(file.Get(), lines.data(), static_cast<DWORD>(lines.size()), &written, nullptr);
-    lines = "At\r\n";
-    CONTEXT context;
-    if (ContextOf(facts, context)) AppendStack(lines, context);
-    WriteFile(file.Get(), lines.data(), static_cast<DWORD>(lines.size()), &written, nullptr);
+    MINIDUMP_EXCEPTION_INFORMATION exception = {facts.thread, facts.exception, FALSE};
+    prepared.write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal,
+                   facts.exception ? &exception : nullptr, nullptr, nullptr);
 }
 
 void DeleteOutdated() {
@@ -180,14 +109,17 @@ void DeleteOutdated() {
 
 }  // namespace
 
-std::wstring FaultFileName(Fault fault, const SYSTEMTIME& at) {
-    return Format(L"%ls_%ls_%04d%02d%02d_%02d%02d%02d%ls", kProductName, kKinds[static_cast<int>(fault)],
-                  at.wYear, at.wMonth, at.wDay, at.wHour, at.wMinute, at.wSecond, kExtension);
+static std::wstring StartOfName(const wchar_t* kind) {
+    return std::wstring(kProductName) + L'_' + kind + L'_';
+}
+
+bool IsReportOf(Fault fault, const std::wstring& name) {
+    return name.starts_with(StartOfName(kKinds[static_cast<int>(fault)]));
 }
 
 std::wstring TimeOfFaultFile(const std::wstring& name) {
     for (const wchar_t* kind : kKinds) {
-        const std::wstring start = std::wstring(kProductName) + L"_" + kind + L"_";
+        const std::wstring start = StartOfName(kind);
         if (name.size() != start.size() + kTimeLength + std::size(kExtension) - 1) continue;
         if (!name.starts_with(start) || !name.ends_with(kExtension)) continue;
         std::wstring time = name.substr(start.size(), kTimeLength);
@@ -216,19 +148,26 @@ void PrepareFaultReports(const std::wstring& folder) {
     const HMODULE system = GetModuleHandleW(L"ntdll.dll");
     prepared.lockLoader = FindFunction<decltype(prepared.lockLoader)>(system, "LdrLockLoaderLock");
     prepared.unlockLoader = FindFunction<decltype(prepared.unlockLoader)>(system, "LdrUnlockLoaderLock");
-    CurrentSystemVersion();
+    PrepareFaultPage(folder);
 }
 
-bool WriteFaultReport(const FaultFacts& facts) {
+void WriteFaultReport(const FaultFacts& facts) {
     SYSTEMTIME now = {};
-    GetLocalTime(&now);
-    const std::wstring name = FaultFileName(facts.fault, now);
-    // Of a crash the dump first: the stack that the lines are made of may be what is broken.
-    bool written = facts.exception && WriteDump(prepared.folder + DumpFileOf(name), facts);
-    WriteText(prepared.folder + name, facts);
-    if (!facts.exception) written = WriteDump(prepared.folder + DumpFileOf(name), facts);
+    GetSystemTime(&now);
+    writing = {facts};
+    _snwprintf(writing.name, std::size(writing.name) - 1, L"%ls_%ls_%04d%02d%02d_%02d%02d%02d%ls",
+               kProductName, kKinds[static_cast<int>(facts.fault)], now.wYear, now.wMonth, now.wDay,
+               now.wHour, now.wMinute, now.wSecond, kExtension);
+    WriteFaultPage(writing.name, facts);
+    FinishFaultReport();
+}
+
+void FinishFaultReport() {
+    if (std::exchange(writing.isFinishing, true)) return;
+    TellProgress();
+    WriteDump();
     DeleteOutdated();
-    return written;
+    TellProgress();
 }
 
 std::wstring FaultReportSince(const std::wstring& folder, const std::wstring& told) {

@@ -3,26 +3,15 @@
 // are kept. Nothing leaves the machine; a minidump holds parts of the program's memory, so also of texts.
 #pragma once
 
-#include <windows.h>
-
 #include <string>
 #include <vector>
 
+#include "app/fault_facts.h"
+
 namespace verbatix {
 
-enum class Fault { kCrash, kHang };
-
-// What was going on, all of it values: the report is written while the program cannot be trusted.
-struct FaultFacts {
-    Fault fault = Fault::kCrash;
-    DWORD thread = 0;                         // which crashed, or stands still
-    EXCEPTION_POINTERS* exception = nullptr;  // null for a hang
-};
-
-// "Verbatix_crash_20261121_194500.txt", "Verbatix_hang_...".
-std::wstring FaultFileName(Fault fault, const SYSTEMTIME& at);
-
-// Whether it is such a name, and its time as it stands in it; empty when not.
+// Of a name like "Verbatix_crash_20261121_194500.txt" the time as it stands in it, which is UTC, so
+// that it never goes back with the end of summer time; empty for any other name.
 std::wstring TimeOfFaultFile(const std::wstring& name);
 
 // Those of the names that are reports but not among the newest `kept`.
@@ -31,10 +20,17 @@ std::vector<std::wstring> OutdatedFaultFiles(std::vector<std::wstring> names, st
 // Loads what writing needs, and remembers the folder. Called while all is well, on the thread that writes.
 void PrepareFaultReports(const std::wstring& folder);
 
-// Writes both files; false where there is no minidump: the folder cannot be written, Windows has none, or a
-// thread that hangs holds what it needs. To be called on a thread that works: not on the one that crashed
-// or hangs.
-bool WriteFaultReport(const FaultFacts& facts);
+// Whether a report of that name is one of that fault.
+bool IsReportOf(Fault fault, const std::wstring& name);
+
+// Writes both files, the page first. There is no minidump where Windows has none or the thread holds the
+// loader's lock. Where it holds the heap, the call does not return. To be called on a thread that works:
+// not on the one that crashed or hangs.
+void WriteFaultReport(const FaultFacts& facts);
+
+// What is left of a report, when the page could not be finished because the stack that it shows is broken.
+// On the thread that has been writing it.
+void FinishFaultReport();
 
 // The newest report in that folder that is newer than the one of that name; empty when there is none.
 std::wstring FaultReportSince(const std::wstring& folder, const std::wstring& told);

@@ -23,7 +23,8 @@ namespace {
 
 constexpr DWORD kAskEvery = 1000;  // milliseconds
 constexpr int kMissedAnswersOfAHang = 10;
-constexpr DWORD kLongestReport = 60000;
+// For the steps of a report. Who holds the heap at the second, perhaps the crashed thread, does not let go.
+constexpr DWORD kLongestSteps[kReportSteps] = {10000, 2000, 60000};
 // Of the main thread's stack, so that an overflow of it can still be reported.
 constexpr ULONG kStackForReport = 0x4000;
 constexpr const wchar_t* kToldKey = L"fault_told";
@@ -31,16 +32,19 @@ constexpr const wchar_t* kToldKey = L"fault_told";
 // Exceptions of our own, in place of ends without one: an exception of C++ that nobody caught, and abort().
 constexpr DWORD kTerminated = 0xE0564201;
 constexpr DWORD kAborted = 0xE0564202;
+constexpr DWORD kHeapCorruption = 0xC0000374;
 
 struct Watch {
-    HWND window = nullptr;
+    std::atomic<HWND> window = nullptr;
+    std::atomic<bool> isStarted = false;
     DWORD mainThread = 0;
     std::atomic<DWORD> watcher = 0;
     UniqueKernelObject crashed;   // event: `facts` tell of a crash
-    UniqueKernelObject reported;  // event: the report is written
+    UniqueKernelObject progress;  // semaphore: of its report
     FaultFacts facts;
     std::atomic_flag crashing;
     std::wstring untold;  // report of an earlier run
+    bool isTold = false;  // in the middle of this start
 };
 
 // Never destroyed: its thread goes on while the process ends.
@@ -66,11 +70,10 @@ DWORD WINAPI WatchForFaults(void*) noexcept {
         const DWORD pause = missed > 0 ? 0 : kAskEvery;
         if (WaitForSingleObject(watch.crashed.Get(), pause) == WAIT_OBJECT_0) {
             WriteFaultReport(watch.facts);
-            SetEvent(watch.reported.Get());
             return 0;
         }
         // Who stops the program in a debugger knows why it does not answer.
-        const bool answers = AnswersWithin(kAskEvery) || IsDebuggerPresent();
+        const bool answers = !watch.window || AnswersWithin(kAskEvery) || IsDebuggerPresent();
         missed = answers ? 0 : missed + 1;
         if (missed == kMissedAnswersOfAHang) WriteFaultReport({Fault::kHang, watch.mainThread, nullptr});
     }
@@ -79,18 +82,28 @@ DWORD WINAPI WatchForFaults(void*) noexcept {
 LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception) noexcept {
     // A report that fails ends the watch alone: who hung goes on, who crashed does not wait for it.
     if (GetCurrentThreadId() == watch.watcher) {
-        SetEvent(watch.reported.Get());
+        FinishFaultReport();
+        ReleaseSemaphore(watch.progress.Get(), kReportSteps, nullptr);
         ExitThread(0);
     }
     // Another thread that crashes meanwhile waits for the end.
     if (watch.crashing.test_and_set()) Sleep(INFINITE);
     // Every key of the user's would wait for it.
     RemoveKeyboardHook();
-    watch.facts = {Fault::kCrash, GetCurrentThreadId(), exception};
+    watch.facts = {watch.isStarted ? Fault::kCrash : Fault::kStart, GetCurrentThreadId(), exception,
+                   watch.progress.Get()};
     SetEvent(watch.crashed.Get());
-    WaitForSingleObject(watch.reported.Get(), kLongestReport);
+    for (const DWORD longest : kLongestSteps) {
+        if (WaitForSingleObject(watch.progress.Get(), longest) != WAIT_OBJECT_0) break;
+    }
     TerminateProcess(GetCurrentProcess(), exception->ExceptionRecord->ExceptionCode);
     return EXCEPTION_EXECUTE_HANDLER;
+}
+
+// Windows ends a program with a damaged heap without asking the filter of unhandled exceptions.
+LONG CALLBACK ReportHeapCorruption(EXCEPTION_POINTERS* exception) noexcept {
+    const bool isIt = exception->ExceptionRecord->ExceptionCode == kHeapCorruption;
+    return isIt ? ReportCrash(exception) : EXCEPTION_CONTINUE_SEARCH;
 }
 
 void Terminated() noexcept {
@@ -102,35 +115,50 @@ void Aborted(int) {
     RaiseException(kAborted, EXCEPTION_NONCONTINUABLE, 0, nullptr);
 }
 
+void Tell(HWND owner) {
+    const std::wstring path = SettingsFolder() + L'\\' + watch.untold;
+    const int message = IsReportOf(Fault::kHang, watch.untold) ? text::kHung : text::kCrashed;
+    if (MessageBoxW(owner, FillIn(LanguageText(message), {path}).c_str(), kProductName,
+                    MB_YESNO | MB_ICONINFORMATION | MB_SETFOREGROUND) != IDYES) {
+        return;
+    }
+    ShellExecuteW(owner, L"open", L"explorer.exe", (L"/select,\"" + path + L"\"").c_str(), nullptr,
+                  SW_SHOWNORMAL);
+}
+
 }  // namespace
 
-void StartFaultWatch(HWND mainThreadWindow) {
-    watch.window = mainThreadWindow;
-    watch.untold = FaultReportSince(SettingsFolder(), ReadProgramText(kToldKey, MAX_PATH));
+void StartFaultWatch() {
     watch.mainThread = GetCurrentThreadId();
     watch.crashed.Reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    watch.reported.Reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    watch.progress.Reset(CreateSemaphoreW(nullptr, 0, 2 * kReportSteps, nullptr));
     const UniqueKernelObject thread(CreateThread(nullptr, 0, WatchForFaults, nullptr, 0, nullptr));
     if (!thread) return;
     ULONG stack = kStackForReport;
     SetThreadStackGuarantee(&stack);
     SetUnhandledExceptionFilter(ReportCrash);
+    AddVectoredExceptionHandler(0, ReportHeapCorruption);
     std::set_terminate(Terminated);
     std::signal(SIGABRT, Aborted);
 }
 
+void WatchForHangs(HWND mainThreadWindow) {
+    watch.untold = FaultReportSince(SettingsFolder(), ReadProgramText(kToldKey, MAX_PATH));
+    watch.window = mainThreadWindow;
+}
+
+void TellOfCrashInStart() {
+    if (!IsReportOf(Fault::kStart, watch.untold)) return;
+    watch.isTold = true;
+    Tell(nullptr);
+}
+
 void TellOfFault(HWND owner) {
-    const std::wstring& report = watch.untold;
-    if (report.empty()) return;
-    WriteProgramText(kToldKey, report);
-    const std::wstring path = SettingsFolder() + L'\\' + report;
-    const int message = report.find(L"_crash_") != std::wstring::npos ? text::kCrashed : text::kHung;
-    if (MessageBoxW(owner, FillIn(LanguageText(message), {path}).c_str(), kProductName,
-                    MB_YESNO | MB_ICONINFORMATION) != IDYES) {
-        return;
-    }
-    ShellExecuteW(owner, L"open", L"explorer.exe", (L"/select,\"" + path + L"\"").c_str(), nullptr,
-                  SW_SHOWNORMAL);
+    watch.isStarted = true;
+    if (watch.untold.empty()) return;
+    // Only now: who ends the program in the middle of a start that fails is told again.
+    WriteProgramText(kToldKey, watch.untold);
+    if (!watch.isTold) Tell(owner);
 }
 
 }  // namespace verbatix

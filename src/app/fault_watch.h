@@ -6,13 +6,18 @@
 
 namespace verbatix {
 
-// Begins the watch; `mainThreadWindow` is asked every second whether it still answers. The folder is that
-// of the settings file. Call it once, from the main thread; where the thread cannot be made there is no
-// watch.
-void StartFaultWatch(HWND mainThreadWindow);
+// Begins the watch for crashes. The reports go to the folder of the settings file, which is known by then.
+// Call it once, from the main thread; where the watching thread cannot be made there is no watch.
+void StartFaultWatch();
 
-// Tells the user, in a box owned by `owner`, of a report that is newer than the last one told of, and opens
-// its folder when he wants that.
+// From now on the window is asked every second whether it still answers.
+void WatchForHangs(HWND mainThreadWindow);
+
+// Tells the user of a crash in the middle of an earlier start, before this one comes to the same place.
+void TellOfCrashInStart();
+
+// The start is finished. Tells the user, in a box owned by `owner`, of a report that is newer than the last
+// one told of, and opens its folder when he wants that.
 void TellOfFault(HWND owner);
 
 }  // namespace verbatix

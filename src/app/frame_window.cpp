@@ -78,6 +78,8 @@ static void SwitchFileRedirectionOff() {
 }
 
 static void FinishStart(HWND frame) {
+    WatchForHangs(frame);
+    TellOfCrashInStart();
     const HINSTANCE instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(frame, GWLP_HINSTANCE));
     TrayIcon& tray = trayIcon;
     tray.owner = frame;
@@ -89,7 +91,6 @@ static void FinishStart(HWND frame) {
     settings.startHidden = ReadProgramNumber(L"start_hiden", settings.startHidden);
     if (startOptions.hideRequested || settings.startHidden) RemoveTrayIcon(tray);
     SwitchFileRedirectionOff();
-    StartFaultWatch(frame);
     ShowStartWindow(instance);
     TellOfFault(mainWindow.window);
 }

@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "app/command_line.h"
+#include "app/fault_watch.h"
 #include "app/frame_window.h"
 #include "app/language_archive.h"
 #include "app/language_default.h"
@@ -86,8 +87,10 @@ int RunProgram(HINSTANCE instance, const wchar_t* commandLine) {
     startOptions = ReadStartOptions(arguments);
     CurrentSystemVersion();
     ChooseSettingsPath();
+    StartFaultWatch();
     ReadLanguageAndTheme();
-    if (settings.disableDarkTheme == 0) AllowDarkMenus(CurrentSystemVersion().build);
+    TellBuildOfWindows(CurrentSystemVersion().build);
+    if (settings.disableDarkTheme == 0) AllowDarkMenus(true);
     if (!LoadLanguageArchive(settings.language)) {
         MessageBoxW(nullptr, L"Error! Loading language file string archive", kProductName,
                     MB_OK | MB_ICONERROR);

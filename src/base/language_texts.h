@@ -527,6 +527,10 @@ enum : int {
     kSharesBoth = 1747,
     kLacksHotkeySharesText = 1748,
 
+    // What is said of hotkeys and codes
+    kHotkeyIsOff = 1750,
+    kAndMore = 1751,
+
     // Faults
     kCrashed = 1780,
     kHung = 1781,

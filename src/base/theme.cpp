@@ -7,6 +7,7 @@ namespace verbatix {
 namespace {
 
 bool isDark = false;
+bool hasDarkMenus = false;
 
 // Neither is imported: see base/system_library.h.
 HMODULE ThemeLibrary() {
@@ -54,13 +55,18 @@ bool ControlsHaveDarkTheme() {
     return have;
 }
 
-void AllowDarkMenus(unsigned long build) {
+void TellBuildOfWindows(unsigned long build) {
     constexpr unsigned long kFirstDarkBuild = 17763;
-    if (build < kFirstDarkBuild) return;
-    // Set which mode is preferred (1: what Windows' settings say), and have the menus look at it again.
+    hasDarkMenus = build >= kFirstDarkBuild;
+}
+
+void AllowDarkMenus(bool allow) {
+    if (!hasDarkMenus) return;
+    // Set which mode is preferred (1: what Windows' settings say, 0: light), and have the menus look at it
+    // again.
     const auto setMode = FindFunction<int(WINAPI*)(int)>(ThemeLibrary(), MAKEINTRESOURCEA(135));
     const auto flush = FindFunction<void(WINAPI*)()>(ThemeLibrary(), MAKEINTRESOURCEA(136));
-    if (setMode) setMode(1);
+    if (setMode) setMode(allow ? 1 : 0);
     if (flush) flush();
 }
 

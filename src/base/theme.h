@@ -25,9 +25,11 @@ void SetDark(bool dark);
 // Whether the controls of Windows have a dark theme of their own; where not, we paint what they show.
 bool ControlsHaveDarkTheme();
 
-// Lets Windows draw this program's popup menus dark. To be called before the first window is made, with the
-// build number of Windows: the functions have no names, and their ordinals mean something else elsewhere.
-void AllowDarkMenus(unsigned long build);
+// Lets Windows draw this program's popup menus dark where its settings say so, or not any more. Does
+// nothing until it is told of the build number of Windows, which is to come before the first window is
+// made: the functions have no names, and their ordinals mean something else elsewhere.
+void AllowDarkMenus(bool allow);
+void TellBuildOfWindows(unsigned long build);
 
 // Gives a control that theme, null for the usual one; an empty name takes every theme off it.
 void SetTheme(HWND control, const wchar_t* name);

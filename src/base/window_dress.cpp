@@ -155,6 +155,12 @@ LRESULT CALLBACK ControlProcedure(HWND control, UINT message, WPARAM wParam, LPA
     const Painter painter = PainterOf(control, *reinterpret_cast<const Rule*>(data));
     if (painter && message == WM_PAINT) return Paint(control, painter), 0;
     if (painter && message == WM_ERASEBKGND) return 1;
+    // The field in which a name is edited in place comes later, and is the list's or tree's own child.
+    if (message == WM_PARENTNOTIFY && LOWORD(wParam) == WM_CREATE) DressOne(reinterpret_cast<HWND>(lParam));
+    if (message == WM_CTLCOLOREDIT) {
+        return reinterpret_cast<LRESULT>(
+            DarkControlColors(reinterpret_cast<HDC>(wParam), message, reinterpret_cast<HWND>(lParam)));
+    }
     const LRESULT answer = PassToSubclassed(control, message, wParam, lParam);
     if (painter && ChangesTheLook(message)) InvalidateRect(control, nullptr, FALSE);
     if (message == WM_NCPAINT) PaintEdge(control);

@@ -64,17 +64,18 @@ KeyDecision DecideKey(const KBDLLHOOKSTRUCT& event, const HotkeyTables& tables,
     const unsigned modifier = static_cast<unsigned>(code);
     const std::wstring& text = tables.texts[modifier][key];
     if (text.empty() || keys.isDown(key)) return decision;
-    if (keys.isPausedInFront && keys.isPausedInFront()) return decision;
+    if (keys.isPausedInFront && keys.isPausedInFront())
+        return {decision.action, modifier, nullptr, PressEnd::kPausedInFront};
 
     state.claims.Claim(key, now);
-    if (IsHotkeyDisabled(disabled, modifier, key)) return {KeyAction::Swallow};
-    if (state.lastTrigger && now - *state.lastTrigger < kRepeatGuardMilliseconds) {
-        return {KeyAction::Swallow};
-    }
+    if (IsHotkeyDisabled(disabled, modifier, key))
+        return {KeyAction::Swallow, modifier, nullptr, PressEnd::kSwitchedOff};
+    if (state.lastTrigger && now - *state.lastTrigger < kRepeatGuardMilliseconds)
+        return {KeyAction::Swallow, modifier, nullptr, PressEnd::kTooSoon};
     if (tables.counts[modifier][key] >= 2 || text.starts_with(L"charmap:")) {
         return {KeyAction::TriggerMenu, modifier};
     }
-    if (state.busy) return {KeyAction::TriggerNothing, modifier};
+    if (state.busy) return {KeyAction::TriggerNothing, modifier, nullptr, PressEnd::kBusy};
     return {KeyAction::TriggerEntry, modifier, &text};
 }
 

@@ -12,6 +12,7 @@
 
 #include "hotkeys/hotkey_tables.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/press_log.h"
 
 namespace verbatix {
 
@@ -73,8 +74,10 @@ enum class KeyAction {
 
 struct KeyDecision {
     KeyAction action = KeyAction::PassOn;
-    unsigned modifier = 0;               // of a trigger
+    unsigned modifier = 0;               // of the hotkey that was pressed
     const std::wstring* text = nullptr;  // of TriggerEntry: the slot in the tables
+    // Why the press of a hotkey does nothing; kNotYet where it is none, or does something.
+    PressEnd refusal = PressEnd::kNotYet;
 };
 
 // How to ask for the state of the keys before the event. Asked only for a key that is on some hotkey.

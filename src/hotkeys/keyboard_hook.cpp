@@ -63,6 +63,7 @@ HookIsBusy::~HookIsBusy() {
 static void Execute(const PressedEntry& entry) {
     if (!keyboardHook.client.executeEntry) return;
     keyboardHook.press = entry.press;
+    ContinuePress(entry.press.number);
     const HookIsBusy busy;
     const ULONGLONG start = GetTickCount64();
     keyboardHook.client.executeEntry(entry.text);
@@ -90,7 +91,7 @@ static void ExecuteOrPost(const PressedEntry& entry) {
         return;
     }
     pressedEntry = entry;
-    CurrentPress().way = PressWay::kAfterHook;
+    PressOf(entry.press.number).way = PressWay::kAfterHook;
     keyboardHook.trigger.busy =
         PostMessageW(keyboardHook.client.mainWindow, WM_COMMAND, CMD_RUN_ENTRY, 0) != FALSE;
 }
@@ -124,26 +125,34 @@ bool IsControlHeldOnPurpose() {
     return GetAsyncKeyState(VK_LCONTROL) < 0;
 }
 
+static PressNumber RecordPress(const KeyDecision& decision, DWORD key, HWND foreground) {
+    const PressWay way = decision.action == KeyAction::TriggerMenu    ? PressWay::kMenu
+                         : decision.action == KeyAction::TriggerEntry ? PressWay::kInsideHook
+                                                                      : PressWay::kNone;
+    const PressNumber number = BeginPress(decision.modifier, key, foreground, way);
+    EndPress(number, decision.refusal);
+    return number;
+}
+
+static void AskForMenu(const HotkeyPress& press) {
+    if (keyboardHook.menuRequest) EndPress(keyboardHook.menuRequest->number, PressEnd::kBusy);
+    keyboardHook.menuRequest = press;
+    PostCommand(CMD_SHOW_PASTE_MENU);
+}
+
 static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG now) {
     const HWND foreground = GetForegroundWindow();
-    const PressedEntry entry = {
-        decision.text ? *decision.text : std::wstring(),
-        {key, decision.modifier, GetFocus(), foreground, WindowWithKeyboard(foreground)}};
-    BeginPress(decision.modifier, key, foreground,
-               decision.action == KeyAction::TriggerMenu ? PressWay::kMenu : PressWay::kInsideHook,
-               decision.action == KeyAction::TriggerNothing ? PressEnd::kBusy : PressEnd::kNotYet);
+    const PressedEntry entry = {decision.text ? *decision.text : std::wstring(),
+                                {key, decision.modifier, GetFocus(), foreground,
+                                 WindowWithKeyboard(foreground), RecordPress(decision, key, foreground)}};
     keyboardHook.trigger.lastTrigger = now;
     if (decision.modifier == kModifierRightCtrl) keyboardHook.rightControlIsHotkeys = true;
     keyboardHook.trigger.pendingRelease = static_cast<int>(decision.modifier);
     SendTagged({static_cast<BYTE>(key), KEYEVENTF_KEYUP});
     HeldKeys held;
     ReleaseHeldModifiers(held);
-    if (decision.action == KeyAction::TriggerEntry) {
-        ExecuteOrPost(entry);
-    } else if (decision.action == KeyAction::TriggerMenu) {
-        keyboardHook.menuRequest = entry.press;
-        PostCommand(CMD_SHOW_PASTE_MENU);
-    }
+    if (decision.action == KeyAction::TriggerEntry) ExecuteOrPost(entry);
+    if (decision.action == KeyAction::TriggerMenu) AskForMenu(entry.press);
 }
 
 static void ReleasePendingKeys() {
@@ -200,6 +209,8 @@ static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM p
         DecideKey(event, keyboardHook.tables, keyboardHook.disabled, keyboardHook.trigger,
                   {ReadStateWord, IsKeyDown, IsPausedInFront}, now);
     if (decision.action <= KeyAction::PassAfterRelease && IsUsersPress(event)) HideNotice();
+    if (decision.refusal != PressEnd::kNotYet && decision.action < KeyAction::TriggerNothing)
+        RecordPress(decision, event.vkCode, GetForegroundWindow());
     switch (decision.action) {
         case KeyAction::PassOn: return CallNextHookEx(nullptr, code, message, parameter);
         case KeyAction::PassAfterRelease: ReleasePendingKeys(); return 0;

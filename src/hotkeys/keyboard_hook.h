@@ -13,6 +13,7 @@
 #include "hotkeys/hotkey_tables.h"
 #include "hotkeys/key_capture.h"
 #include "hotkeys/key_decision.h"
+#include "hotkeys/press_log.h"
 #include "hotkeys/program_of_window.h"
 
 namespace verbatix {
@@ -35,6 +36,7 @@ struct HotkeyPress {
     HWND focus = nullptr;       // of this thread; null when another program has the keyboard
     HWND foreground = nullptr;  // of the system
     HWND target = nullptr;      // the control in `foreground` that has the keyboard, else `foreground`
+    PressNumber number = kNoPress;
 };
 
 // The window that asks for a hotkey to be pressed.
@@ -50,11 +52,11 @@ struct KeyboardHook {
     ProgramNames pausedPrograms;  // no hotkey does anything while one of them is in front
     TriggerState trigger;
     KeyCapture capture;
-    HotkeyPress menuRequest;             // whose menu is asked for
-    HotkeyPress press;                   // of the entry that is executed, or was last
-    bool rightControlIsHotkeys = false;  // a hotkey with right Ctrl was pressed, which is held since
-    bool stepIsRunning = false;          // see DeferredStep
-    DWORD limit = 300;                   // milliseconds that Windows waits for the hook
+    std::optional<HotkeyPress> menuRequest;  // whose menu is asked for; taken out by who shows it
+    HotkeyPress press;                       // of the entry that is executed, or was last
+    bool rightControlIsHotkeys = false;      // a hotkey with right Ctrl was pressed, which is held since
+    bool stepIsRunning = false;              // see DeferredStep
+    DWORD limit = 300;                       // milliseconds that Windows waits for the hook
     bool off = false;           // switched off by the user; nothing but the switch installs it then
     DWORD lastEventAt = 0;      // message time at which the hook was last asked, or installed
     unsigned installCount = 0;  // installs since the count was last set to 0

@@ -4,7 +4,6 @@
 #include <array>
 #include <cwchar>
 #include <iterator>
-#include <optional>
 
 #include "base/handle.h"
 
@@ -14,8 +13,8 @@ namespace {
 
 struct PressLog {
     std::array<LoggedPress, kLoggedPresses> presses;
-    std::size_t begun = 0;
-    std::optional<std::size_t> current;  // counted as `begun`
+    PressNumber begun = 0;  // the next one's number
+    PressNumber current = kNoPress;
 };
 
 PressLog log;
@@ -33,31 +32,42 @@ static void NoteProgram(LoggedPress& press, HWND foreground) {
     wcsncpy(press.program, name ? name + 1 : path, std::size(press.program) - 1);
 }
 
-void BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWay way, PressEnd end) {
+PressNumber BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWay way) {
     LoggedPress press;
     GetLocalTime(&press.at);
     press.modifier = modifier;
     press.key = key;
     press.way = way;
-    press.end = end;
     NoteProgram(press, foreground);
-    if (end == PressEnd::kNotYet) log.current = log.begun;
-    log.presses[log.begun++ % kLoggedPresses] = press;
+    log.presses[log.begun % kLoggedPresses] = press;
+    return log.begun++;
 }
 
-void DetachPress() {
-    log.current.reset();
+void ContinuePress(PressNumber number) {
+    log.current = number;
+}
+
+PressNumber CurrentPressNumber() {
+    return log.current;
+}
+
+LoggedPress& PressOf(PressNumber number) {
+    static LoggedPress nobodySees;
+    const bool isKept = number < log.begun && log.begun - number <= kLoggedPresses;
+    return isKept ? log.presses[number % kLoggedPresses] : nobodySees;
 }
 
 LoggedPress& CurrentPress() {
-    static LoggedPress nobodySees;
-    const bool isKept = log.current && log.begun - *log.current <= kLoggedPresses;
-    return isKept ? log.presses[*log.current % kLoggedPresses] : nobodySees;
+    return PressOf(log.current);
+}
+
+void EndPress(PressNumber number, PressEnd end) {
+    LoggedPress& press = PressOf(number);
+    if (press.end == PressEnd::kNotYet || press.end == PressEnd::kDone) press.end = end;
 }
 
 void EndPress(PressEnd end) {
-    LoggedPress& press = CurrentPress();
-    if (press.end == PressEnd::kNotYet) press.end = end;
+    EndPress(log.current, end);
 }
 
 std::vector<LoggedPress> LoggedPresses() {

@@ -10,6 +10,7 @@
 namespace verbatix {
 
 enum class PressWay {
+    kNone,        // nothing was executed
     kInsideHook,  // executed before the hook answered
     kAfterHook,   // executed from a posted message
     kMenu,        // asked for the menu
@@ -18,9 +19,16 @@ enum class PressWay {
 enum class PressEnd {
     kNotYet,
     kDone,
-    kBusy,           // another entry was still running
-    kMenuClosed,     // without a choice
+    kBusy,           // another entry was still running, or a menu was open
+    kTooSoon,        // after the press before it
+    kPausedInFront,  // the user wants no hotkeys in the program in front, which got the key
+    kSwitchedOff,    // the user has switched that hotkey off
+    kMenuClosed,     // without the choice of an entry
+    kClosedMenu,     // it closed the menu that the same hotkey had opened
+    kMenuTooLong,    // more rows than a menu may have
     kMenuRefused,    // Windows did not give the menu the keyboard
+    kEntryGone,      // the chosen entry is no longer there
+    kEdited,         // the chosen entry was opened to be edited
     kClipboardBusy,  // the text could not be put on the clipboard
     kOtherWindow,    // another window was in front
     kPlaceClosed,    // the window of the press has gone
@@ -32,7 +40,7 @@ struct LoggedPress {
     unsigned modifier = 0;
     unsigned key = 0;
     wchar_t program[32] = {};  // file name of the one in front, cut off
-    PressWay way = PressWay::kInsideHook;
+    PressWay way = PressWay::kNone;
     int entry = -1;             // number of the one chosen from a menu; -1: none
     const wchar_t* kind = L"";  // of the entry's text, a constant
     unsigned strokes = 0;       // sent to the program, copies and pastes too
@@ -44,19 +52,27 @@ struct LoggedPress {
 
 inline constexpr std::size_t kLoggedPresses = 200;
 
-// Begins the record of a press; `foreground` is the window in front. One with an `end` of its own is
-// complete, and the press before it goes on.
-void BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWay way,
-                PressEnd end = PressEnd::kNotYet);
+// Which press since the start.
+using PressNumber = std::size_t;
+inline constexpr PressNumber kNoPress = static_cast<PressNumber>(-1);
 
-// What follows belongs to no press: an entry is tried out or chosen from the icon's menu.
-void DetachPress();
+// Begins the record of a press; `foreground` is the window in front. The press that goes on stays the one
+// that it was: what is pressed meanwhile may be refused.
+PressNumber BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWay way);
 
-// The record of the press that goes on, to be added to. Without one it is a record that nobody sees.
+// What follows belongs to that press. kNoPress: to none, as an entry is tried out or chosen from the icon's
+// menu.
+void ContinuePress(PressNumber number);
+PressNumber CurrentPressNumber();
+
+// The record of that press, to be added to. Of none, or of one so long ago that it has gone, it is a record
+// that nobody sees.
+LoggedPress& PressOf(PressNumber number);
 LoggedPress& CurrentPress();
 
-// Ends that record, if nothing has ended it before.
-void EndPress(PressEnd end);
+// Ends a record. What ended it before stays, unless it was done: a step that comes later may fail.
+void EndPress(PressNumber number, PressEnd end);
+void EndPress(PressEnd end);  // of the press that goes on
 
 // The records, oldest first, at most kLoggedPresses.
 std::vector<LoggedPress> LoggedPresses();

@@ -207,15 +207,20 @@ static void Call(void (*function)(Arguments...), std::type_identity_t<Arguments>
 static void CarryOutRow(const MenuRow& row, const EntryList& list, const MenuClient& client) {
     constexpr DWORD kAfterMenu = 100;  // for the program in front to get its focus back
     Pause(kAfterMenu);
-    if (!IsStillThere(list, row) || row.kind == kHeadingKind) return;
+    if (row.kind == kHeadingKind) return EndPress(PressEnd::kMenuClosed);
+    CurrentPress().entry = static_cast<int>(row.number);
+    if (!IsStillThere(list, row)) return EndPress(PressEnd::kEntryGone);
     if (GetAsyncKeyState(VK_LSHIFT) < 0) {
+        EndPress(PressEnd::kEdited);
         Call(client.editEntry, row.position);
         return;
     }
-    CurrentPress().entry = static_cast<int>(row.number);
+    const ULONGLONG start = GetTickCount64();
     HelpToFront(pasteMenu.request.foreground);
     Call(client.noteUse, row.position);
     Call(row.piece ? client.deliverText : client.executeEntry, row.text, pasteMenu.request);
+    CurrentPress().milliseconds = static_cast<DWORD>(GetTickCount64() - start);
+    EndPress(PressEnd::kDone);
 }
 
 // ---- From the request to the choice
@@ -241,12 +246,14 @@ static UINT Choose() {
 }
 
 static void RefuseMenu() {
+    EndPress(PressEnd::kMenuTooLong);
     pasteMenu.phase = Phase::CarryingOut;
     ShowBoxInFront(nullptr, L"Max 900 per Menu", kProductName, MB_OK | MB_ICONWARNING);
     pasteMenu.phase = Phase::Closed;
 }
 
 static void ShowAndCarryOut(const EntryList& list, const MenuOptions& options, const MenuClient& client) {
+    ContinuePress(pasteMenu.request.number);
     auto rows = CollectMenuRows(list, pasteMenu.request.key, pasteMenu.request.modifier);
     if (!rows) return RefuseMenu();
     pasteMenu.rows = std::move(*rows);
@@ -261,9 +268,9 @@ static void ShowAndCarryOut(const EntryList& list, const MenuOptions& options, c
         pasteMenu.phase = Phase::CarryingOut;
         if (const MenuRow* row = RowOf(item)) {
             CarryOutRow(*row, list, client);
-            EndPress(PressEnd::kDone);
+        } else {
+            EndPress(PressEnd::kMenuClosed);
         }
-        EndPress(PressEnd::kMenuClosed);
         pasteMenu.rows.clear();
         pasteMenu.phase = Phase::Closed;
     }
@@ -276,16 +283,27 @@ static bool IsSameHotkey(const HotkeyPress& a, const HotkeyPress& b) {
     return a.key == b.key && a.modifier == b.modifier;
 }
 
+static void RefuseNext() {
+    if (pasteMenu.next) EndPress(pasteMenu.next->number, PressEnd::kBusy);
+}
+
+static void CloseFor(const HotkeyPress& request) {
+    if (IsSameHotkey(request, pasteMenu.request)) {
+        EndPress(request.number, PressEnd::kClosedMenu);
+    } else {
+        RefuseNext();
+        pasteMenu.next = request;
+    }
+    EndMenu();
+}
+
 void ShowHotkeyMenu(const HotkeyPress& request, const EntryList& list, const MenuOptions& options,
                     bool showTooltips, const MenuClient& client) {
-    if (pasteMenu.phase == Phase::CarryingOut) return;
-    if (pasteMenu.phase == Phase::Open) {
-        if (!IsSameHotkey(request, pasteMenu.request)) pasteMenu.next = request;
-        EndMenu();
-        return;
-    }
-    // Asked for while the hook executes an entry, whose box or dialog dispatches messages.
-    if (keyboardHook.trigger.busy) return;
+    if (pasteMenu.phase == Phase::Open) return CloseFor(request);
+    // Asked for while a choice is carried out, or the hook executes an entry, whose box or dialog
+    // dispatches messages.
+    if (pasteMenu.phase == Phase::CarryingOut || keyboardHook.trigger.busy)
+        return EndPress(request.number, PressEnd::kBusy);
     pasteMenu.ending = false;
     pasteMenu.showTooltips = showTooltips;
     pasteMenu.request = request;
@@ -295,9 +313,11 @@ void ShowHotkeyMenu(const HotkeyPress& request, const EntryList& list, const Men
         // The keyboard was the menu's own when the other hotkey was pressed; what it goes back to stays.
         pasteMenu.request.key = pasteMenu.next->key;
         pasteMenu.request.modifier = pasteMenu.next->modifier;
+        pasteMenu.request.number = pasteMenu.next->number;
         pasteMenu.next.reset();
         ShowAndCarryOut(list, options, client);
     }
+    RefuseNext();
 }
 
 void CloseHotkeyMenu() {

@@ -30,6 +30,7 @@ ExecutorClient executorClient;
 // A "cpy:" command between its timers; a new one overwrites it.
 static ProgramAndParameters pendingProgram;
 static HWND pendingWindow;  // of its press
+static PressNumber pendingPress = kNoPress;
 
 static HWND aimedAt;  // by the execution that runs, or ran last
 
@@ -210,6 +211,7 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
         case CommandKind::Cpy:
             pendingProgram = SplitProgram(command.argument);
             pendingWindow = aimedAt;
+            pendingPress = CurrentPressNumber();
             // The step of an earlier one would start this program with that one's selection.
             KillTimer(executorClient.mainWindow, TIMER_CPY_LAUNCH);
             RestartTimer(TIMER_CPY_COPY);
@@ -219,6 +221,7 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
 }
 
 void OnCpyCopyTimer() {
+    ContinuePress(pendingPress);
     Aimed(std::exchange(pendingWindow, nullptr));
     if (!SendCopy()) {
         pendingProgram = {};
@@ -233,6 +236,7 @@ void OnCpyCopyTimer() {
 }
 
 void OnCpyLaunchTimer() {
+    ContinuePress(pendingPress);
     SendCopy();
     AwaitCopy(100);
     // Taken out, because a hotkey pressed while the shell is at it may name the next program.

@@ -25,7 +25,9 @@ stamp=$(x86_64-w64-mingw32-objdump -p "$1/Verbatix.exe" | sed -n 's/^Time\/Date\
 [[ $stamp == *" 1970" ]] || fail "has the time stamp $stamp"
 
 # In the manifest, so that already the first box is sharp. The bench draws every program sharp.
-grep -q '<dpiAware xmlns="[^"]*">true</dpiAware>' <(x86_64-w64-mingw32-strings "$1/Verbatix.exe") || fail "is not aware of DPI"
+strings=$(x86_64-w64-mingw32-strings "$1/Verbatix.exe")
+grep -q '<dpiAware xmlns="[^"]*">true</dpiAware>' <<<"$strings" || fail "is not aware of DPI"
+grep -q "name=\"Verbatix\" version=\"$version.0\"" <<<"$strings" || fail "the manifest has another version"
 
 # Texts of resources are UTF-16; a value follows its name.
 texts=$(x86_64-w64-mingw32-strings -el "$1/Verbatix.exe")

@@ -180,6 +180,9 @@ TEST_F(EditorTest, ThePreviewFollowsTheTextAndMendsACode) {
     Type(IDC_TEXT, L"%copy_txt%\r");
     EXPECT_TRUE(Becomes(IDC_PREVIEW, L"%copy_txt%\u00b6\r\n" + dated));
     EXPECT_TRUE(Becomes(IDC_MEND_CODE, L"%copy_txt% is no code. Did you mean %copy_text%?"));
+    Type(IDC_TEXT, L"%c%");
+    EXPECT_TRUE(Becomes(IDC_MEND_CODE, L"%copy_txt% is no code. Did you mean %copy_text%? And 1 more."));
+    for (int letter = 0; letter < 3; ++letter) Type(IDC_TEXT, L"\b");
     EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(Control(IDC_MEND_CODE)); }));
     Press(IDC_MEND_CODE);
     EXPECT_TRUE(Becomes(IDC_TEXT, L"%copy_text%\r\nin %YYYY%"));
@@ -417,7 +420,7 @@ TEST_F(EditorTest, TheHotkeyFieldTakesWhatIsPressedAndNothingElseHappens) {
 }
 
 TEST_F(EditorTest, TheHotkeyIsClearedLeftAndChosenWithoutMakingItUp) {
-    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Ctrl+Q", L"two", L"Second"}});
+    Start({{L"Ctrl+Q", L"one", L"First"}, {L"Ctrl+Q", L"two", L"Second"}}, L"m_disables_keys=Ctrl+I|\r\n");
     ASSERT_TRUE(Becomes(IDC_LABEL, L"First"));
     // The link leads to the other entry and back.
     for (const std::wstring label : {L"Second", L"First"}) {
@@ -439,6 +442,8 @@ TEST_F(EditorTest, TheHotkeyIsClearedLeftAndChosenWithoutMakingItUp) {
     EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_MODIFIER); }));
     PlayStroke({VK_LSHIFT}, VK_TAB);
     EXPECT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Press the keys"));
+    HoldAndLetGo({VK_LCONTROL, 'I'}, {'I', VK_LCONTROL});
+    EXPECT_TRUE(WaitFor([&] { return Text(IDC_CLASH).starts_with(L"Ctrl + I is switched off"); }));
     PlayStroke({}, VK_BACK);
     EXPECT_TRUE(FileGets(L"text_000=Ctrl+=one"));
     PlayStroke({}, VK_ESCAPE);

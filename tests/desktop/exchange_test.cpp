@@ -61,6 +61,11 @@ TEST_F(Exchange, AllGoesToTheClipboardAndIntoFilesAndComesBack) {
         EXPECT_TRUE(Answer(answer).starts_with(L"Entries found: 4\n"));
     }
     EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=one <E<N<D|"));
+    // A key that is being typed goes out, and is kept.
+    SendMessageW(Control(IDC_KEY), CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
+    SendMessageW(Control(IDC_KEY), WM_CHAR, L'r', 0);
+    Menu(CMD_COPY_ALL_AS_TEXT);
+    EXPECT_TRUE(FileGets(L"+R="));
 }
 
 }  // namespace

@@ -80,12 +80,15 @@ TEST(HotkeyRoad, EveryModifierKeyAndTextArrivesAndWhatIsNoHotkeyIsUntouched) {
 
 TEST(HotkeyRoad, AReportTellsWhatBecameOfThePressesAndNoneOfTheirTexts) {
     ProgramRun run;
-    ASSERT_TRUE(run.WriteSettings(SettingsText(
-        {{L"Ctrl+Q", L"secret text", L"secret label"}, {L"Ctrl+J", L"cmd:no_such_program.exe"}})));
+    ASSERT_TRUE(run.WriteSettings(SettingsText({{L"Ctrl+Q", L"secret text", L"secret label"},
+                                                {L"Ctrl+J", L"cmd:no_such_program.exe"},
+                                                {L"Ctrl+I", L"secret too"}},
+                                               L"m_disables_keys=Ctrl+I|\r\n")));
     ASSERT_TRUE(run.Start(L"-bg"));
     const Target target;
     PlayStroke({VK_LCONTROL}, 'Q');
     EXPECT_TRUE(WaitFor([&] { return target.Text() == L"secret text"; }));
+    PlayStroke({VK_LCONTROL}, 'I');
     Linger(kGuardMilliseconds);
     PlayStroke({VK_LCONTROL}, 'J');
     constexpr LPARAM kMenuBar = 0xAFFE0000;
@@ -99,8 +102,9 @@ TEST(HotkeyRoad, AReportTellsWhatBecameOfThePressesAndNoneOfTheirTexts) {
         });
     };
     EXPECT_TRUE(tells(L"stopped: the program could not be started"));
-    for (const wchar_t* words : {L"Ctrl + Q", L"target_window.exe", L"at once", L"entry 0", L" 0/1/0 ",
-                                 L"done", L"Ctrl + J", L"entry 1", L"cmd:"}) {
+    for (const wchar_t* words :
+         {L"Ctrl + Q", L"target_window.exe", L"at once", L"entry 0", L" 0/1/0 ", L"done", L"Ctrl + J",
+          L"entry 1", L"cmd:", L"Ctrl + I", L"this hotkey is switched off", L"switched-off hotkeys: 1"}) {
         EXPECT_NE(report.find(words), std::wstring::npos) << ::testing::PrintToString(words);
     }
     EXPECT_EQ(report.find(L"secret"), std::wstring::npos);

@@ -178,6 +178,13 @@ TEST_F(Tray, ClashesStandTogetherUntilEsc) {
     Menu(CMD_CLASHES);
     EXPECT_TRUE(WaitFor([&] { return Rows() == 2 && IsWindowVisible(list_); }));
     EXPECT_TRUE(Select(1, IDC_TEXT, L"two"));
+    // A search among them ends at what was selected before, and they stay.
+    SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_FILTER)), TRUE);
+    SetWindowTextW(Control(IDC_FILTER), L"one");
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"one"));
+    PressKey(IDC_FILTER, VK_ESCAPE);
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"two"));
+    EXPECT_EQ(Rows(), 2);
     // What was just deleted can be taken back there, before the line that tells of the view, by the
     // keyboard alone.
     const HWND link =

@@ -218,7 +218,9 @@ TEST_F(TreeWindow, SeveralAreMovedGroupedAndDeletedAtOnceAndComeBackAtOnce) {
     Linger(GetDoubleClickTime() + 100);
     ClickAt(TreePlace(1, 1));
     ASSERT_TRUE(Becomes(IDC_LABEL, L""));
-    PlayStroke({}, VK_DELETE);
+    EXPECT_FALSE(IsWindowEnabled(Control(CMD_TEST_ENTRY)));
+    ASSERT_TRUE(WaitFor([&] { return IsWindowEnabled(Control(CMD_DELETE_ENTRY)); }));
+    Click(Control(CMD_DELETE_ENTRY), 3, 3);
     EXPECT_TRUE(FileGets(L"text_004=Ctrl+Q=<E<N<D|"));
     EXPECT_TRUE(TreeGets(5));
 }

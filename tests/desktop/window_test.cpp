@@ -187,18 +187,22 @@ TEST_F(MainDialog, SplitterAndColumnsComeBack) {
 }
 
 TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {
-    Start(L"size=77\r\n");
+    Start(L"size=77\r\nshow_uses=1\r\n");
     const auto rowsInSight = [&] { return SendMessageW(list_, LVM_GETCOUNTPERPAGE, 0, 0); };
     const auto isBuffered = [&] {
         return (SendMessageW(list_, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_DOUBLEBUFFER) != 0;
     };
     const auto isOnTop = [&] { return (GetWindowLongPtrW(dialog_, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+    const auto usesWidth = [&] { return SendMessageW(list_, LVM_GETCOLUMNWIDTH, 4, 0); };
     LRESULT before = rowsInSight() + 1;
+    LRESULT narrower = 0;
     for (const WPARAM size : {0U, 1U, 2U}) {
         Send(CMD_SIZE_FIRST + size, kMarker);
         EXPECT_EQ(ReadNumber(L"size"), static_cast<int>(size));
         EXPECT_LT(rowsInSight(), before);
         before = rowsInSight();
+        EXPECT_GT(usesWidth(), narrower);
+        narrower = usesWidth();
     }
     Send(CMD_FIXED_WIDTH, kMarker);
     EXPECT_EQ(ReadNumber(L"fixed_width"), 1);
@@ -218,7 +222,9 @@ TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {
     EXPECT_LE(place.right - place.left, work.right - work.left);
     EXPECT_LE(place.bottom - place.top, work.bottom - work.top);
     EXPECT_LT(rowsInSight(), rowsBefore);
+    EXPECT_EQ(usesWidth(), 110);
     SendMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(96, 96), 0);
+    EXPECT_EQ(usesWidth(), 55);
 
     for (const bool on : {false, true}) {
         Send(CMD_SOFT_PAINT, kMarker);
@@ -285,6 +291,16 @@ TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {
     const HWND status = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
     ASSERT_TRUE(status);
     EXPECT_TRUE(WaitFor([&] { return LOWORD(SendMessageW(status, SB_GETTEXTLENGTHW, 3, 0)) == 7; }));
+    // What the status bar offers grows with it.
+    Send(CMD_DELETE_ENTRY, kMarker);
+    const auto linkHeight = [&] {
+        RECT link;
+        GetWindowRect(GetDlgItem(status, IDC_OFFER_LINK), &link);
+        return link.bottom - link.top;
+    };
+    const LONG heightBefore = linkHeight();
+    SendMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(192, 192), 0);
+    EXPECT_GT(linkHeight(), heightBefore);
 }
 
 }  // namespace

@@ -108,19 +108,26 @@ TEST_F(DecideKeyTest, PicksTheActionByTheEntriesAndTheState) {
     EXPECT_EQ(Decide('Y'), KeyAction::TriggerEntry);
     stateWord = kCtrlDown;
     isPaused = true;
-    for (const DWORD key : {'Q', 'W'})
+    for (const DWORD key : {'Q', 'W'}) {
         EXPECT_EQ(Decide(key), KeyAction::PassOn) << "paused in that program";
+        EXPECT_EQ(decision.refusal, PressEnd::kPausedInFront);
+        EXPECT_EQ(decision.modifier, 4U);
+    }
     isPaused = false;
     state.busy = true;
     EXPECT_EQ(Decide('Q'), KeyAction::TriggerNothing);
+    EXPECT_EQ(decision.refusal, PressEnd::kBusy);
     EXPECT_EQ(Decide('W'), KeyAction::TriggerMenu);
+    EXPECT_EQ(decision.refusal, PressEnd::kNotYet) << "the menu knows better";
 
     // Disabled: swallowed whatever its entries are; without an entry it is an ordinary key.
     disabled = {{4, {{'Q', true}, {'W', true}, {'T', true}}}, {5, {{'E', true}}}};
     EXPECT_EQ(Decide('Q'), KeyAction::Swallow);
     EXPECT_EQ(Decide('W'), KeyAction::Swallow);
+    EXPECT_EQ(decision.refusal, PressEnd::kSwitchedOff);
     EXPECT_EQ(Decide('E'), KeyAction::TriggerMenu);
     EXPECT_EQ(Decide('T'), KeyAction::PassOn);
+    EXPECT_EQ(decision.refusal, PressEnd::kNotYet);
 }
 
 TEST_F(DecideKeyTest, ReadsTheKeyStateOnlyForKeysOnAHotkey) {
@@ -173,6 +180,7 @@ TEST_F(DecideKeyTest, SwallowsRepeatsWithinTheGuard) {
         now = time;
         for (const DWORD key : {DWORD{'Q'}, DWORD{'W'}}) {
             EXPECT_EQ(Decide(key) == KeyAction::Swallow, swallowed) << now;
+            EXPECT_EQ(decision.refusal, swallowed ? PressEnd::kTooSoon : PressEnd::kNotYet) << now;
         }
     }
 }

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <utility>
 
 #include "base/text.h"
 #include "hotkeys/caret_place.h"
@@ -49,7 +51,8 @@ std::atomic<int> callsRunning;  // of ShowHotkeyMenu
 void OnCommand(int command) {
     if (command != CMD_SHOW_PASTE_MENU) return;
     ++callsRunning;
-    ShowHotkeyMenu(keyboardHook.menuRequest, list, options, showTooltips, kClient);
+    const HotkeyPress request = std::exchange(keyboardHook.menuRequest, std::nullopt).value();
+    ShowHotkeyMenu(request, list, options, showTooltips, kClient);
     --callsRunning;
 }
 
@@ -123,12 +126,25 @@ class MenuPopupTest : public testing::Test {
         return triggered;
     }
 
-    // What the hook does for a hotkey with several entries.
-    void Open(unsigned key = 'Q', unsigned modifier = 2) {
-        thread.Run([=, this] {
-            keyboardHook.menuRequest = {key, modifier, GetFocus(), GetForegroundWindow(), edit};
+    // How the last presses ended, the latest last.
+    std::vector<PressEnd> Ends(std::size_t count) {
+        std::vector<PressEnd> ends;
+        thread.Run([&] {
+            const std::vector<LoggedPress> presses = LoggedPresses();
+            for (std::size_t i = presses.size() - std::min(count, presses.size()); i < presses.size(); ++i)
+                ends.push_back(presses[i].end);
         });
+        return ends;
+    }
+
+    // What the hook does for a hotkey with several entries.
+    void Ask(HWND foreground, unsigned key = 'Q', unsigned modifier = 2) {
+        thread.Run([=, this] { keyboardHook.menuRequest = {key, modifier, GetFocus(), foreground, edit}; });
         PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
+    }
+
+    void Open(unsigned key = 'Q', unsigned modifier = 2) {
+        Ask(GetForegroundWindow(), key, modifier);
         ASSERT_TRUE(WaitFor([] { return !MenuWindows().empty(); }));
     }
 
@@ -215,10 +231,9 @@ TEST_F(MenuPopupTest, DoesNotStayOpenWithoutTheKeyboardNorOpenWhileAnEntryIsExec
     std::thread refuser([&] {
         while (!stop) SetForegroundWindow(window);
     });
-    thread.Run([this] { keyboardHook.menuRequest = {'Q', 2, GetFocus(), window, edit}; });
     for (int times = 0; times < 3; ++times) {
         callsRunning = 1;
-        PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
+        Ask(window);
         EXPECT_TRUE(WaitFor([] { return callsRunning == 1; }));
         Linger(50);
         callsRunning = callsRunning - 1;
@@ -228,7 +243,7 @@ TEST_F(MenuPopupTest, DoesNotStayOpenWithoutTheKeyboardNorOpenWhileAnEntryIsExec
     refuser.join();
     EXPECT_EQ(called.All(), Texts{});
     thread.Run([] { keyboardHook.trigger.busy = true; });
-    PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
+    Ask(window);
     Linger(200);
     EXPECT_TRUE(MenuWindows().empty());
     thread.Run([] { keyboardHook.trigger.busy = false; });
@@ -238,7 +253,7 @@ TEST_F(MenuPopupTest, EveryWayOutWithoutAChoiceLeavesTheTargetAsItWas) {
     const std::pair<const char*, std::function<void()>> rows[] = {
         {"escape", [] { PlayStroke({}, VK_ESCAPE); }},
         {"alt", [] { PlayStroke({}, VK_LMENU); }},
-        {"asked for again", [this] { PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0); }},
+        {"asked for again", [this] { Ask(window); }},
         {"title bar of the target",
          [] {
              ClickAt({900, 72});
@@ -309,6 +324,23 @@ TEST_F(MenuPopupTest, HotkeysOpenItAndReplaceIt) {
     EXPECT_EQ(called.All(), Texts{L"execute other one"});
     EXPECT_EQ(foregroundWhenCalled, window);
     EXPECT_EQ(pressWhenCalled.target, edit);  // still that of the first press
+    EXPECT_EQ(Ends(3), (std::vector{PressEnd::kMenuClosed, PressEnd::kBusy, PressEnd::kDone}));
+    EXPECT_EQ(CurrentPress().strokes, 1U);
+
+    // The hotkey of an open menu closes it. In the middle of an entry it does nothing, not even to the
+    // record of that entry.
+    ASSERT_TRUE(WaitFor([this] { return Press({VK_LCONTROL}, 'Y'); }));
+    ASSERT_TRUE(WaitFor([] { return !MenuWindows().empty(); }));
+    ASSERT_TRUE(WaitFor([this] { return Press({VK_LCONTROL}, 'Y'); }));
+    ExpectClosed();
+    EXPECT_EQ(Ends(2), (std::vector{PressEnd::kMenuClosed, PressEnd::kClosedMenu}));
+    thread.Run([] { keyboardHook.trigger.busy = true; });
+    const PressNumber running = CurrentPressNumber();
+    ASSERT_TRUE(WaitFor([this] { return Press({VK_LCONTROL}, 'Y'); }));
+    EXPECT_TRUE(WaitFor([this] { return Ends(1) == std::vector{PressEnd::kBusy}; }));
+    EXPECT_EQ(CurrentPressNumber(), running);
+    EXPECT_TRUE(MenuWindows().empty());
+    thread.Run([] { keyboardHook.trigger.busy = false; });
 }
 
 TEST_F(MenuPopupTest, OpensAtTheCaretElseAtTheMouse) {
@@ -423,7 +455,7 @@ TEST_F(MenuPopupTest, NineHundredRowsCanBeUsedAndNoMore) {
         EXPECT_EQ(called.All(), Texts{Format(L"execute %d", last)});
     }
     Add(L"one too many");
-    PostMessageW(mainWindow, WM_COMMAND, CMD_SHOW_PASTE_MENU, 0);
+    Ask(window);
     HWND box = nullptr;
     EXPECT_TRUE(WaitFor([&] { return (box = FindWindowW(L"#32770", L"Verbatix")) != nullptr; }));
     EXPECT_EQ(WindowText(GetDlgItem(box, 0xffff)), L"Max 900 per Menu");

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <set>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -136,24 +136,23 @@ const std::wstring* ClosestName(std::wstring_view written, std::span<const std::
     return closest;
 }
 
-std::optional<CodeHint> FindMistypedCode(std::wstring_view text, std::span<const std::wstring> codes,
-                                         bool (*isVariable)(const std::wstring& name)) {
+std::vector<CodeHint> FindMistypedCodes(std::wstring_view text, std::span<const std::wstring> codes,
+                                        bool (*isVariable)(const std::wstring& name)) {
     std::vector<std::wstring> names;
     for (const std::wstring& code : codes) {
         if (code.size() <= 2) continue;
         names.emplace_back(PartsOf(std::wstring_view(code).substr(1, code.size() - 2)).name);
     }
-    std::optional<CodeHint> hint;
+    std::vector<CodeHint> hints;
     // A text is looked at with every letter typed, and the same codes often stand in it many times.
-    std::set<std::wstring_view> seen;
+    std::map<std::wstring_view, std::wstring> known;
     ForEachPair(text, [&](std::size_t at, std::wstring_view inside) {
-        if (!seen.insert(inside).second) return false;
-        std::wstring meant = MeantBy(inside, names);
-        if (meant.empty() || isVariable(std::wstring(inside))) return false;
-        hint = CodeHint{at, inside.size() + 2, std::move(meant)};
-        return true;
+        const auto [meant, isNew] = known.try_emplace(inside);
+        if (isNew && !isVariable(std::wstring(inside))) meant->second = MeantBy(inside, names);
+        if (!meant->second.empty()) hints.push_back({at, inside.size() + 2, meant->second});
+        return false;
     });
-    return hint;
+    return hints;
 }
 
 bool EndsCode(std::wstring_view text, std::size_t at) {

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace verbatix {
 
@@ -17,11 +17,11 @@ struct CodeHint {
     bool operator==(const CodeHint&) const = default;
 };
 
-// The first code in `text` that is none of `codes` (with their percent signs; one that ends in a number
-// stands for every number) but close to one of them. What `isVariable` knows is a reference to the
+// The codes in `text`, in their order, that are none of `codes` (with their percent signs; one that ends in
+// a number stands for every number) but close to one of them. What `isVariable` knows is a reference to the
 // environment. Plain percent signs, as in "100 % of 5 %" or "a%20b%20c", are not mistaken for codes.
-std::optional<CodeHint> FindMistypedCode(std::wstring_view text, std::span<const std::wstring> codes,
-                                         bool (*isVariable)(const std::wstring& name));
+std::vector<CodeHint> FindMistypedCodes(std::wstring_view text, std::span<const std::wstring> codes,
+                                        bool (*isVariable)(const std::wstring& name));
 
 // The one of `names` that is spelled almost like `written`; null when none is close enough. Capitals and
 // small letters count little. Names of one or two letters differ in nothing else.

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <span>
 #include <utility>
 
 #include "base/common_controls.h"
@@ -11,6 +12,7 @@
 #include "hotkeys/hotkey_names.h"
 #include "hotkeys/hotkey_simulation.h"
 #include "hotkeys/key_decision.h"
+#include "hotkeys/keyboard_hook.h"
 #include "hotkeys/keyboard_layout.h"
 #include "ids.h"
 #include "paste/text/command_prefixes.h"
@@ -58,9 +60,10 @@ constexpr Caption kCaptions[] = {
 };
 
 // What works only with an entry.
-constexpr int kEntryControls[] = {IDC_LABEL,      IDC_HOTKEY,  IDC_MODIFIER,   IDC_KEY,
-                                  IDC_TEXT,       IDC_PREVIEW, CMD_COPY_ENTRY, CMD_DELETE_ENTRY,
-                                  CMD_TEST_ENTRY, IDC_INSERT};
+constexpr int kEntryControls[] = {IDC_LABEL, IDC_HOTKEY,  IDC_MODIFIER,   IDC_KEY,
+                                  IDC_TEXT,  IDC_PREVIEW, CMD_TEST_ENTRY, IDC_INSERT};
+// What works with whatever is selected, a group or hotkey of the tree too.
+constexpr int kSelectionButtons[] = {CMD_COPY_ENTRY, CMD_DELETE_ENTRY};
 
 void SetFieldText(int control, const std::wstring& text) {
     SetWindowTextW(DialogControl(control), text.c_str());
@@ -102,15 +105,18 @@ std::optional<unsigned> ChosenKey() {
 }
 
 // Asked anew only for another hotkey, and when one is being chosen: typing a text changes nothing here.
+// What the settings file says costs nothing, and another program may change it.
 const KeyFacts& FactsOf(unsigned key, unsigned modifier) {
     static KeyFacts facts;
     static std::pair<unsigned, unsigned> known = {0U, 0U};
-    if (!editor.choosesHotkey && known == std::pair(key, modifier)) return facts;
-    known = {key, modifier};
-    facts = {KeyLabel(key)};
-    if (modifier == kModifierCtrlAlt || modifier == kModifierAltGr) facts.typed = TypedWithCtrlAlt(key);
-    const bool withWin = modifier == kModifierLeftWin || modifier == kModifierRightWin;
-    facts.isTaken = withWin && key != 0 && IsWinHotkeyTaken(mainWindow.window, key, false);
+    if (editor.choosesHotkey || known != std::pair(key, modifier)) {
+        known = {key, modifier};
+        facts = {KeyLabel(key)};
+        if (modifier == kModifierCtrlAlt || modifier == kModifierAltGr) facts.typed = TypedWithCtrlAlt(key);
+        const bool withWin = modifier == kModifierLeftWin || modifier == kModifierRightWin;
+        facts.isTaken = withWin && key != 0 && IsWinHotkeyTaken(mainWindow.window, key, false);
+    }
+    facts.isOff = IsHotkeyDisabled(keyboardHook.disabled, modifier, key & 0xff);
     return facts;
 }
 
@@ -172,10 +178,10 @@ void KeepPathsOfText() {
     SetFocus(field);
 }
 
-void EnableEntryControls(bool enable) {
+void EnableControls(std::span<const int> controls, bool enable) {
     // A disabled control with the focus would leave the keyboard nowhere.
     const HWND focus = GetFocus();
-    for (const int control : kEntryControls) {
+    for (const int control : controls) {
         if (!enable && focus &&
             (focus == DialogControl(control) || GetParent(focus) == DialogControl(control))) {
             SetFocus(ShownView());
@@ -361,6 +367,10 @@ void SetUpEditor(HWND dialog) {
     ShowInEditor(-1);
 }
 
+void EnableSelectionButtons() {
+    EnableControls(kSelectionButtons, editor.position >= 0 || mainWindow.selectedCount > 0);
+}
+
 void ShowInEditor(int position) {
     const auto found = mainWindow.entries.find(position);
     const bool exists = found != mainWindow.entries.end();
@@ -372,7 +382,8 @@ void ShowInEditor(int position) {
     editor.edited = false;
     editor.refusal.clear();
     if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
-    EnableEntryControls(exists);
+    EnableControls(kEntryControls, exists);
+    EnableSelectionButtons();
     ShowCounter();
     ShowAdvice();
     RefreshPreview();

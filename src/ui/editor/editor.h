@@ -38,6 +38,9 @@ void RelabelEditor();
 // Shows the entry at that position; one that does not exist empties and disables the fields.
 void ShowInEditor(int position);
 
+// Lets the buttons that act on all that is selected be pressed, or not, as the selection is counted now.
+void EnableSelectionButtons();
+
 // Takes what was changed over into the list. False when the text is too long and stays in the field;
 // everything else is taken over all the same.
 bool TakeEditsOver(Warn warn);

@@ -75,9 +75,10 @@ bool IsAscii(wchar_t letter) {
     return (letter >= L'A' && letter <= L'Z') || (letter >= L'0' && letter <= L'9');
 }
 
-// What the hotkey would take away; empty: nothing that is known of.
+// That the hotkey does nothing, or what it would take away; empty: nothing that is known of.
 std::wstring WarningAbout(unsigned key, unsigned modifier, const KeyFacts& facts,
                           const std::wstring& name) {
+    if (facts.isOff) return FillIn(LanguageText(text::kHotkeyIsOff), {name});
     std::wstring warning = UseOf(kModifierHeld[modifier], key, name);
     if (!warning.empty()) return warning;
     if (!facts.typed.empty()) return FillIn(LanguageText(text::kTypesCharacter), {name, facts.typed});

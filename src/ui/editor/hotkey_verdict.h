@@ -14,6 +14,7 @@ struct KeyFacts {
     std::wstring label = {};  // what stands on it
     std::wstring typed = {};  // by it with the modifier, in a layout of the user; empty: nothing
     bool isTaken = false;     // with the Windows key, by Windows or another program
+    bool isOff = false;       // by the settings file
 };
 
 // A key as the user reads it: its name and, where that is not what stands on the key, what does.

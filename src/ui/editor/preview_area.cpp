@@ -57,9 +57,20 @@ std::optional<CodeHint> MistypedCommand(std::wstring_view text) {
     return CodeHint{kBuiltinPrefix.size(), name.size() + (takesColon ? 1 : 0), *meant};
 }
 
-std::optional<CodeHint> FindHint(std::wstring_view text) {
-    if (const std::optional<CodeHint> command = MistypedCommand(text)) return command;
-    return FindMistypedCode(text, Codes(), IsVariable);
+std::vector<CodeHint> FindHints(std::wstring_view text) {
+    std::vector<CodeHint> hints = FindMistypedCodes(text, Codes(), IsVariable);
+    if (std::optional<CodeHint> command = MistypedCommand(text)) hints.insert(hints.begin(), *command);
+    return hints;
+}
+
+// Names the first, and tells how many there are beside it.
+std::wstring HintText(const std::wstring& text, const std::vector<CodeHint>& hints) {
+    const CodeHint& first = hints.front();
+    const int sentence = first.meant.starts_with(L'%') ? text::kCodeMistyped : text::kCommandMistyped;
+    const std::wstring written = text.substr(first.start, first.length);
+    const std::wstring said = FillIn(LanguageText(sentence), {written, first.meant});
+    if (hints.size() == 1) return said;
+    return FillIn(LanguageText(text::kAndMore), {said, std::to_wstring(hints.size() - 1)});
 }
 
 void SetIfNew(int control, const std::wstring& text) {
@@ -68,15 +79,13 @@ void SetIfNew(int control, const std::wstring& text) {
 
 void ShowHint(const std::wstring& text) {
     const HWND button = DialogControl(IDC_MEND_CODE);
-    const std::optional<CodeHint> hint = FindHint(text);
-    if (hint) {
-        const int sentence = hint->meant.starts_with(L'%') ? text::kCodeMistyped : text::kCommandMistyped;
-        const std::wstring written = text.substr(hint->start, hint->length);
-        SetIfNew(IDC_MEND_CODE, FillIn(LanguageText(sentence), {written, hint->meant}));
+    const std::vector<CodeHint> hints = FindHints(text);
+    if (!hints.empty()) {
+        SetIfNew(IDC_MEND_CODE, HintText(text, hints));
     } else if (GetFocus() == button) {
         SetFocus(DialogControl(IDC_TEXT));
     }
-    ShowWindow(button, hint ? SW_SHOW : SW_HIDE);
+    ShowWindow(button, hints.empty() ? SW_HIDE : SW_SHOW);
 }
 
 }  // namespace
@@ -103,11 +112,12 @@ void RefreshPreview() {
 
 void MendCode() {
     const HWND field = DialogControl(IDC_TEXT);
-    const std::optional<CodeHint> hint = FindHint(FieldText(IDC_TEXT));
-    if (!hint) return;
+    const std::vector<CodeHint> hints = FindHints(FieldText(IDC_TEXT));
+    if (hints.empty()) return;
+    const CodeHint& hint = hints.front();
     BeginStep();
-    SendMessageW(field, EM_SETSEL, hint->start, static_cast<LPARAM>(hint->start + hint->length));
-    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(hint->meant.c_str()));
+    SendMessageW(field, EM_SETSEL, hint.start, static_cast<LPARAM>(hint.start + hint.length));
+    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(hint.meant.c_str()));
     SetFocus(field);
 }
 

@@ -150,7 +150,7 @@ void TestEntry() {
     executorClient.targetWindow = target;
     executorClient.pressWindow = target;
     const HookIsBusy busy;
-    DetachPress();
+    ContinuePress(kNoPress);
     ExecuteEntry(text);
 }
 

@@ -25,6 +25,7 @@ static bool DarkThemeWanted() {
 
 void ApplyTheme() {
     const bool wanted = DarkThemeWanted();
+    AllowDarkMenus(settings.disableDarkTheme == 0);
     if (wanted == IsDark()) return;
     SetDark(wanted);
     DressAllWindows();

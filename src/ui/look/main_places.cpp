@@ -121,6 +121,13 @@ class Rows {
         Put(IDC_TEXT, from);
     }
 
+    void Editor(RECT from) {
+        LabelAndHotkey(from);
+        Advice(from);
+        Preview(from);
+        Text(from);
+    }
+
     // Buttons in the row at the bottom, from the left or up to the right end.
     template <typename Buttons>
     void ButtonRow(RECT row, const Buttons& buttons, bool atRight) {
@@ -191,10 +198,7 @@ void PlaceBeside(Rows& rows, RECT area, const LayoutRequest& request, MainPlaces
     rows.Filter(list);
     rows.View(list);
     rows.ButtonRow(rows.ButtonPlace(area), kEditorButtons, true);
-    rows.LabelAndHotkey(area);
-    rows.Advice(area);
-    rows.Preview(area);
-    rows.Text(area);
+    rows.Editor(area);
 }
 
 void PlaceAbove(Rows& rows, RECT area, const LayoutRequest& request, MainPlaces& places) {
@@ -208,10 +212,7 @@ void PlaceAbove(Rows& rows, RECT area, const LayoutRequest& request, MainPlaces&
     rows.View(CutTop(area, ShareOf(both, split, rows.Y(kSmallestList.cy),
                                    rows.Y(kSmallestEditor.cy + LeastPreview(request.hasPreview)))));
     rows.Put(IDC_SPLITTER, CutTop(area, rows.Y(kSplitter)));
-    rows.LabelAndHotkey(area);
-    rows.Advice(area);
-    rows.Preview(area);
-    rows.Text(area);
+    rows.Editor(area);
 }
 
 }  // namespace

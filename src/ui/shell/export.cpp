@@ -25,23 +25,25 @@ void Tell(const std::wstring& text) {
     MessageBoxW(mainWindow.window, text.c_str(), kProductName, MB_OK | MB_ICONWARNING);
 }
 
-// What has been typed so far is part of what is exported.
-std::wstring CurrentText(const std::vector<int>& positions, int& count) {
-    TakeEditsOver(Warn::kAlways);
-    return ExportText(mainWindow.entries, positions, &count);
+// What has been typed so far is part of what is exported, so it is saved; false where the user goes back to
+// a text that is too long.
+bool HasAllThatIsTyped() {
+    return SaveEdits(Warn::kAlways);
 }
 
 void CopyAsText(const std::vector<int>& positions) {
+    if (!HasAllThatIsTyped()) return;
     int count = 0;
-    const std::wstring text = CurrentText(positions, count);
+    const std::wstring text = ExportText(mainWindow.entries, positions, &count);
     if (count == 0) return Tell(LanguageText(text::kNoneSelected));
     if (!ClipboardPutText(text)) return Tell(LanguageText(text::kClipboardBusy));
     Confirm(LanguageText(text::kCopied), text::kEntriesCopied, count);
 }
 
 void WriteTo(const std::wstring& path, const std::vector<int>& positions) {
+    if (!HasAllThatIsTyped()) return;
     int count = 0;
-    const std::wstring text = CurrentText(positions, count);
+    const std::wstring text = ExportText(mainWindow.entries, positions, &count);
     // The settings file holds more than the list.
     const bool isOurs = EqualsIgnoreCase(path, settingsPath) || IsSameFile(path, settingsPath);
     if (!isOurs && WriteExportFile(path, text))

@@ -46,9 +46,11 @@ struct Chapter {
 };
 
 constexpr Chapter kChapters[] = {
-    {IDC_TEXT, L"placeholders"}, {IDC_INSERT, L"placeholders"}, {IDC_MODIFIER, L"hotkeys"},
-    {IDC_KEY, L"hotkeys"},       {IDC_LABEL, L"hotkeys"},       {IDC_LIST, L"your-list"},
-    {IDC_TREE, L"your-list"},    {IDC_FILTER, L"your-list"},
+    {IDC_TEXT, L"placeholders"},    {IDC_INSERT, L"placeholders"},
+    {IDC_MODIFIER, L"hotkeys"},     {IDC_KEY, L"hotkeys"},
+    {IDC_LABEL, L"hotkeys"},        {IDC_LIST, L"your-list"},
+    {IDC_TREE, L"your-list"},       {IDC_FILTER, L"your-list"},
+    {IDC_PREVIEW, L"placeholders"}, {IDC_MEND_CODE, L"placeholders"},
 };
 
 // Of the control with the keyboard, or the one that it is a part of, such as the field of a drop-down.

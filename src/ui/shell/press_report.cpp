@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/language.h"
 #include "base/product.h"
@@ -22,19 +23,27 @@ namespace verbatix {
 
 namespace {
 
-constexpr const wchar_t* kWays[] = {L"at once", L"after hook", L"menu"};
+constexpr const wchar_t* kWays[] = {L"-", L"at once", L"after hook", L"menu"};
 
 constexpr const wchar_t* kEnds[] = {
     L"still running",
     L"done",
-    L"not run: another entry was running",
-    L"menu closed without a choice",
+    L"not run: another entry was running, or a menu was open",
+    L"not run: too soon after the press before it",
+    L"not run: hotkeys are paused in that program",
+    L"not run: this hotkey is switched off",
+    L"menu closed, no entry chosen",
+    L"closed the menu that it had opened",
+    L"stopped: too many entries for a menu",
     L"stopped: Windows did not let the menu come to the front",
+    L"stopped: the chosen entry had gone",
+    L"opened to be edited",
     L"stopped: the clipboard was in use by another program",
     L"stopped: another window was in front",
     L"stopped: the window of the press has gone",
     L"stopped: the program could not be started",
 };
+static_assert(std::size(kEnds) == static_cast<std::size_t>(PressEnd::kStartFailed) + 1);
 
 std::wstring PressLine(const LoggedPress& press) {
     const std::wstring entry = press.entry < 0 ? L"-" : std::to_wstring(press.entry);
@@ -52,16 +61,26 @@ const wchar_t* HookState() {
     return hotkeyState.frontIsOutOfReach ? L"out of reach of the program in front" : L"active";
 }
 
+unsigned SwitchedOffHotkeys() {
+    std::ptrdiff_t count = 0;
+    for (const auto& [modifier, keys] : keyboardHook.disabled) {
+        count += std::count_if(keys.begin(), keys.end(), [](const auto& key) { return key.second; });
+    }
+    return static_cast<unsigned>(count);
+}
+
 // The number of the entry that is alone on its hotkey. Looked up only now: a press has no time for it.
 int NumberAlone(const LoggedPress& press) {
     if (press.way == PressWay::kMenu) return -1;
+    int number = -1;
     for (const auto& [position, slot] : mainWindow.entries) {
         const ListEntry& entry = slot.current;
         const bool isOnIt = (static_cast<unsigned>(entry.keyCode) & 0xFFU) == press.key;
-        if (isOnIt && entry.modifier == press.modifier && !IsBlank(entry))
-            return static_cast<int>(entry.number);
+        if (!isOnIt || entry.modifier != press.modifier || IsBlank(entry)) continue;
+        if (number >= 0) return -1;
+        number = static_cast<int>(entry.number);
     }
-    return -1;
+    return number;
 }
 
 std::vector<LoggedPress> PressesWithNumbers() {
@@ -93,6 +112,8 @@ std::wstring ProgramReport() {
                      static_cast<unsigned>(withHotkey));
     report += Format(L"Hotkeys: %ls, restored %u times, Windows waits %lu ms for them\r\n", HookState(),
                      hotkeyState.restored, keyboardHook.limit);
+    report += Format(L"Programs with paused hotkeys: %u, switched-off hotkeys: %u\r\n",
+                     static_cast<unsigned>(keyboardHook.pausedPrograms.size()), SwitchedOffHotkeys());
     report += Format(L"Clipboard given back: %ls, not saved: %ls\r\n",
                      settings.restoreOldClipboard ? L"yes" : L"no",
                      HasUnsaved(mainWindow.entries) ? L"something" : L"nothing");

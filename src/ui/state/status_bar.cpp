@@ -102,6 +102,11 @@ void WithdrawOffer() {
     UpdateStatusBar();
 }
 
+void PlaceOffer() {
+    const HWND link = OfferLink();
+    if (link && (GetWindowLongPtrW(link, GWL_STYLE) & WS_VISIBLE)) UpdateStatusBar();
+}
+
 void UpdateStatusBar() {
     // The notice comes back by itself; what has just been done is easily taken back only now.
     if (!standing.text.empty())

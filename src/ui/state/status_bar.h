@@ -19,6 +19,9 @@ enum class Offer { kUndo, kRedo };
 void OfferInStatusBar(const std::wstring& text, Offer offer);
 void WithdrawOffer();
 
+// Puts the link where it belongs now that the bar has another width or font.
+void PlaceOffer();
+
 // What the link does; nothing while it is not an offer that stands: then it is the shown notice's.
 std::optional<Offer> StandingOffer();
 

@@ -162,6 +162,7 @@ void OnSelectionChanged() {
     mainWindow.selectionIsTold = false;
     const std::size_t before = mainWindow.selectedCount;
     CountSelected();
+    EnableSelectionButtons();
     if (mainWindow.selectedCount != before) WithdrawOffer();
     UpdateStatusBar();
     // Several of these come of one click, and the later ones while the user is asked about a long text.
@@ -180,9 +181,9 @@ static int selectedBeforeFilter = -1;
 static void OnFilterChanged() {
     SaveEdits(Warn::kNever);
     RefreshViews(true);
-    if (IsFiltered()) {
+    if (GetWindowTextLengthW(DialogControl(IDC_FILTER)) > 0) {
         SelectFirstEntry();
-    } else if (selectedBeforeFilter >= 0) {
+    } else if (HasListRow(selectedBeforeFilter)) {
         SelectEntry(selectedBeforeFilter);
     }
 }

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <iterator>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -12,6 +15,7 @@
 #include "base/local_time.h"
 #include "base/screen_scale.h"
 #include "store/settings.h"
+#include "ui/look/view_look.h"
 #include "ui/state/entry_uses.h"
 #include "ui/state/main_window.h"
 #include "ui/views/list_modes.h"
@@ -24,7 +28,7 @@ struct Column {
     ListColumn id;
     int title;             // language text
     int Settings::*width;  // as the user has chosen it; null: not kept
-    int pixels;            // of a column beside the first three, at 100 %, when it comes
+    int pixels;            // of a column beside the first three, at 100 % and in the normal size
     bool (*isShown)();
 };
 
@@ -53,8 +57,10 @@ constexpr int kSharing = 3;  // the first ones, which share what the others leav
 
 struct Columns {
     std::vector<const Column*> shown;  // in the control's order
-    bool sharing = false;              // notifications come from our own doing
-    bool areChosen = false;            // the user has dragged one since the widths were read
+    // In place of Column::pixels, for as long as the program runs; 0: not dragged.
+    std::array<int, std::size(kColumns)> dragged = {};
+    bool sharing = false;    // notifications come from our own doing
+    bool areChosen = false;  // the user has dragged one since the widths were read
 };
 
 Columns columns;
@@ -65,11 +71,26 @@ int Count() {
     return static_cast<int>(columns.shown.size());
 }
 
+int& DraggedWidth(const Column& column) {
+    return columns.dragged[static_cast<std::size_t>(&column - kColumns)];
+}
+
+// Pixels as they are at this resolution and in the size that the user has chosen for the list.
+int Enlarged(int pixels) {
+    return Scaled(pixels * ViewSizePercent() / 100, mainWindow.dpi);
+}
+
+// Of a column beside those that share the list.
+int OwnWidth(const Column& column) {
+    const int dragged = DraggedWidth(column);
+    return Enlarged(dragged ? dragged : column.pixels);
+}
+
 void Insert(HWND list, int index, const Column& column) {
     LVCOLUMNW info = {};
     info.mask = LVCF_SUBITEM | LVCF_WIDTH | LVCF_FMT;
     info.fmt = column.id == kUsesColumn ? LVCFMT_RIGHT : LVCFMT_LEFT;
-    info.cx = Scaled(column.pixels, mainWindow.dpi);
+    info.cx = OwnWidth(column);
     info.iSubItem = index;
     SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
 }
@@ -99,7 +120,12 @@ void OnColumnDragged() {
     int index = 0;
     for (const Column* column : columns.shown) {
         const int width = ListView_GetColumnWidth(mainWindow.list, index++);
-        if (column->width) settings.*column->width = Unscaled(width, mainWindow.dpi);
+        if (column->width) {
+            settings.*column->width = Unscaled(width, mainWindow.dpi);
+        } else if (column->pixels && width != OwnWidth(*column)) {
+            DraggedWidth(*column) =
+                std::max(1, MulDiv(Unscaled(width, mainWindow.dpi), 100, ViewSizePercent()));
+        }
     }
     columns.areChosen = true;
     ShareListWidth();
@@ -183,11 +209,15 @@ void ShareListWidth() {
     // Beside others; in a narrow list they are scrolled to.
     constexpr int kLeastShared = 270;
     const UINT dpi = mainWindow.dpi;
-    int left = static_cast<int>(client.right);
-    for (int index = kSharing; index < Count(); ++index) left -= ListView_GetColumnWidth(list, index);
-    if (Count() > kSharing) left = std::max(left, Scaled(kLeastShared, dpi));
-    const std::array<int, kSharing> widths = ColumnWidths(
-        left, Scaled(settings.hotkeyWidth, dpi), Scaled(settings.labelWidth, dpi), Scaled(kLeastText, dpi));
+    std::vector<int> others;
+    for (int index = kSharing; index < Count(); ++index)
+        others.push_back(OwnWidth(*columns.shown[static_cast<std::size_t>(index)]));
+    int left = std::accumulate(others.begin(), others.end(), static_cast<int>(client.right), std::minus());
+    if (!others.empty()) left = std::max(left, Enlarged(kLeastShared));
+    const std::array<int, kSharing> shared = ColumnWidths(
+        left, Scaled(settings.hotkeyWidth, dpi), Scaled(settings.labelWidth, dpi), Enlarged(kLeastText));
+    std::vector<int> widths(shared.begin(), shared.end());
+    widths.insert(widths.end(), others.begin(), others.end());
     columns.sharing = true;
     int index = 0;
     for (const int width : widths) {

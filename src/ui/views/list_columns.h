@@ -27,7 +27,8 @@ ListColumn ColumnAt(int index);
 std::wstring ExtraCellText(int position, const ListEntry& entry, ListColumn column);
 
 // Shares the width of the list among the columns: the text gets what the widths that the user has chosen
-// leave. To be called when the list has another width or scroll bar.
+// leave; those beside them follow resolution and size. To be called when any of that has changed, or a
+// scroll bar.
 void ShareListWidth();
 
 // Writes the widths that the user has chosen since they were read.

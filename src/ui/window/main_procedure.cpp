@@ -181,6 +181,7 @@ static void OnShowWindow(bool shown) {
 static void OnSize(HWND dialog) {
     LayOutControls(dialog);
     ShareListWidth();
+    PlaceOffer();
 }
 
 static void OnDpiChanged(HWND dialog, UINT dpi, LPARAM suggested) {

@@ -1,5 +1,7 @@
 #include "ui/window/paste_commands.h"
 
+#include <utility>
+
 #include "base/language.h"
 #include "base/product.h"
 #include "clipboard/clipboard_session.h"
@@ -63,12 +65,13 @@ static void ExplainTakenWinKey() {
 }
 
 void ShowPasteMenu() {
+    const auto request = std::exchange(keyboardHook.menuRequest, std::nullopt);
+    if (!request) return;
     const MenuOptions options = {settings.useMenuSort, settings.useIgnoreCase != 0,
                                  settings.useMenuOrder != 0};
     const MenuClient client = {ExecuteInTarget, DeliverIntoTarget,  EditFromMenu,
                                ShowMainWindow,  ExplainTakenWinKey, NoteUseOf};
-    ShowHotkeyMenu(keyboardHook.menuRequest, mainWindow.entries, options, settings.showMenuTooltip != 0,
-                   client);
+    ShowHotkeyMenu(*request, mainWindow.entries, options, settings.showMenuTooltip != 0, client);
 }
 
 }  // namespace verbatix

@@ -65,7 +65,7 @@ bool RunLastUsed(int command, HWND window) {
     executorClient.targetWindow = isInFront ? window : nullptr;
     // The icon's own window never comes to the front: what is aimed at it stays on the clipboard.
     executorClient.pressWindow = isInFront || isGone ? window : trayIcon.owner;
-    DetachPress();
+    ContinuePress(kNoPress);
     ExecuteEntry(entry.text);
     return true;
 }

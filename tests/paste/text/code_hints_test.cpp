@@ -17,6 +17,7 @@ TEST(CodeHints, NameTheCodeThatWasMeantAndNothingElse) {
         const wchar_t* text;
         std::size_t start;
         const wchar_t* meant;  // null: no hint
+        std::size_t count = 1;
     };
     const Row rows[] = {
         {L"a %copy_txt_uc% b", 2, L"%copy_text_uc%"},
@@ -36,15 +37,17 @@ TEST(CodeHints, NameTheCodeThatWasMeantAndNothingElse) {
         {L"%foo%%USERPROFILE%%%%", 0, nullptr},
         {L"%copy_txt_uc", 0, nullptr},
         {L"", 0, nullptr},
+        {L"%yyyy%%copy_tex%%DD%%yyyy%%c%", 0, L"%YYYY%", 3},
     };
     for (const Row& row : rows) {
-        const auto hint = FindMistypedCode(row.text, kCodes, IsVariable);
-        ASSERT_EQ(hint.has_value(), row.meant != nullptr) << ::testing::PrintToString(row.text);
-        if (!hint) continue;
-        EXPECT_EQ(hint->start, row.start) << ::testing::PrintToString(row.text);
-        EXPECT_EQ(hint->meant, row.meant);
+        const auto hints = FindMistypedCodes(row.text, kCodes, IsVariable);
+        ASSERT_EQ(hints.size(), row.meant ? row.count : 0) << ::testing::PrintToString(row.text);
+        if (hints.empty()) continue;
+        EXPECT_EQ(hints.front().start, row.start) << ::testing::PrintToString(row.text);
+        EXPECT_EQ(hints.front().meant, row.meant);
         const std::wstring text = row.text;
-        EXPECT_EQ(text.substr(hint->start, 1) + text.substr(hint->start + hint->length - 1, 1), L"%%");
+        for (const CodeHint& hint : hints)
+            EXPECT_EQ(text.substr(hint.start, 1) + text.substr(hint.start + hint.length - 1, 1), L"%%");
     }
 }
 

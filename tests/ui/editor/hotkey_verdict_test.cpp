@@ -51,6 +51,11 @@ TEST(HotkeyVerdict, SaysWhatTheHotkeyWouldTakeAway) {
          {L"E", L"\u20ac"}},
         {kModifierAltGr, VK_OEM_3, L"Alt Gr + \u00c0 (\u00d6) is free.", {}, {L"\u00d6"}},
         {kModifierLeftMouse, 'C', L"Left mouse button + C is free."},
+        {kModifierCtrl,
+         'Q',
+         L"Ctrl + Q is switched off in the settings file and does nothing. Shares a menu with Ctrl & co.",
+         L"Ctrl & co",
+         {{}, {}, false, true}},
     };
     for (const Row& row : rows) {
         const HotkeyVerdict said = JudgeHotkey(list, 7, row.key, row.modifier, row.facts, true);
