@@ -250,8 +250,9 @@ TEST_F(EditorTest, TheListOfCodesIsSearchedAndLeavesTheTextAlone) {
         Keys({'R', 'U', 'N', 'X', VK_RETURN});
         EXPECT_TRUE(Becomes(IDC_TEXT, text)) << testing::PrintToString(Text(IDC_TEXT));
     }
+    ASSERT_TRUE(SettlesInFront(dialog_));
     PlayStroke({VK_LCONTROL}, 'Z');
-    EXPECT_TRUE(Becomes(IDC_TEXT, L"runx:"));
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"runx:")) << testing::PrintToString(Text(IDC_TEXT));
 }
 
 TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {

@@ -88,6 +88,7 @@ std::wstring WarningAbout(unsigned key, unsigned modifier, const KeyFacts& facts
 // The name in it is the link.
 void AddSharing(HotkeyVerdict& verdict, const std::wstring& entry) {
     const std::wstring& sentence = LanguageText(text::kHotkeyShared);
+    if (!verdict.text.empty()) verdict.text += L' ';
     const std::size_t place = sentence.find(L"{1}");
     if (place != std::wstring::npos) {
         verdict.linkStart = verdict.text.size() + place;
@@ -164,14 +165,15 @@ HotkeyVerdict JudgeHotkey(const EntryList& list, int position, unsigned key, uns
     const std::wstring name = FormatHotkeyForReading(key, modifier, facts.label);
     HotkeyVerdict verdict;
     const std::wstring warning = WarningAbout(key, modifier, facts, name);
-    // With the link first of all: where the line is too short for all of it, that one must not be cut.
+    // Then the link: where the line is too short for all of it, that one must not be cut.
+    if (facts.isOff) verdict.text = warning;
     if (const std::optional<int> other = FindClash(list, position, key, modifier)) {
         verdict.other = *other;
         AddSharing(verdict, EntryName(list.at(*other).current));
     } else if (warning.empty() && sayFree) {
         verdict.text = FillIn(LanguageText(text::kHotkeyFree), {name});
     }
-    if (!warning.empty()) verdict.text += (verdict.text.empty() ? L"" : L" ") + warning;
+    if (!warning.empty() && !facts.isOff) verdict.text += (verdict.text.empty() ? L"" : L" ") + warning;
     if (facts.isTaken) verdict.more = LanguageText(text::kHotkeyTaken);
     return verdict;
 }

@@ -4,7 +4,6 @@
 
 #include <set>
 #include <string>
-#include <string_view>
 
 #include "ui/views/tree_rows.h"
 
