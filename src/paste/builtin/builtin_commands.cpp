@@ -10,6 +10,7 @@
 #include "clipboard/shell_paths.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/keyboard_hook.h"
 #include "hotkeys/pause.h"
 #include "hotkeys/stroke_target.h"
 #include "paste/builtin/clipboard_image.h"
@@ -33,6 +34,7 @@ void PostToAllWindows(WPARAM command, LPARAM parameter) {
 
 void MonitorOff(const BuiltinCall&) {
     PostToAllWindows(SC_MONITORPOWER, 2);
+    AwaitReleases();
 }
 
 void MonitorOn(const BuiltinCall&) {
