@@ -64,7 +64,7 @@ std::optional<DWORD> BuiltinTime(std::wstring_view text) {
 }  // namespace
 
 std::optional<DWORD> EstimateExecution(std::wstring_view text, const ExecutionFacts& facts) {
-    if (facts.savesClipboard || facts.clipboardIsBusy) return std::nullopt;
+    if (facts.savesClipboard || facts.clipboardIsBusy || facts.targetIsOurs) return std::nullopt;
     const ParsedCommand command = ParseCommand(text);
     switch (command.kind) {
         case CommandKind::None: return TextTime(text);

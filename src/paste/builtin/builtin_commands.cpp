@@ -32,9 +32,10 @@ void PostToAllWindows(WPARAM command, LPARAM parameter) {
     PostMessageW(HWND_BROADCAST, WM_SYSCOMMAND, command, parameter);
 }
 
+// The release of the very keys that switched the monitor off would switch it on again.
 void MonitorOff(const BuiltinCall&) {
-    PostToAllWindows(SC_MONITORPOWER, 2);
     AwaitReleases();
+    PostToAllWindows(SC_MONITORPOWER, 2);
 }
 
 void MonitorOn(const BuiltinCall&) {

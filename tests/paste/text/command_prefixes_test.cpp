@@ -183,6 +183,7 @@ TEST(ExecutionTime, OfAnEntryDecidesWhetherItFitsIntoTheHook) {
     }
     EXPECT_FALSE(EstimateExecution(L"plain text", {.savesClipboard = true}));
     EXPECT_FALSE(EstimateExecution(L"plain text", {.clipboardIsBusy = true}));
+    EXPECT_FALSE(EstimateExecution(L"plain text", {.targetIsOurs = true}));
 }
 
 }  // namespace
