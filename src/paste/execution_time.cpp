@@ -22,8 +22,8 @@ bool Contains(std::wstring_view text, std::wstring_view part) {
 }
 
 // Boxes, the launch of a page, and what another program has on the clipboard.
-constexpr std::array<std::wstring_view, 5> kTakeTheirTime = {L"%C%", L"%T%", L"%plain_text_to_tmp_html%",
-                                                             kPreviousClipboardToken, kClipboardHtmlToken};
+constexpr std::array<std::wstring_view, 4> kTakeTheirTime = {
+    L"%plain_text_to_tmp_html%", kPreviousClipboardToken, kClipboardHtmlToken, kSelectionHtmlToken};
 
 DWORD TokenTime(std::wstring_view text) {
     DWORD time = 10 + 50;
@@ -34,12 +34,12 @@ DWORD TokenTime(std::wstring_view text) {
 }
 
 std::optional<DWORD> TextTime(std::wstring_view text) {
+    if (MayAskForDate(text)) return std::nullopt;
     for (const std::wstring_view token : kTakeTheirTime) {
         if (Contains(text, token)) return std::nullopt;
     }
     DWORD time = 0;
     if (UsesCopiedText(text)) time += 210 + kStroke;
-    if (Contains(text, kSelectionHtmlToken)) time += 100 + kStroke;
     if (HoldsKeyToken(text)) return time + TokenTime(text);
     if (Contains(text, L"%mix_the_string%")) return time + 225 + kStroke + kPaste;
     if (Contains(text, L"%mix_al_rows%")) return time + 150 + kStroke + kPaste;
@@ -57,14 +57,14 @@ DWORD SlotsTime(std::wstring_view digits) {
 std::optional<DWORD> BuiltinTime(std::wstring_view text) {
     const BuiltinCommand* const command = FindBuiltinCommand(text);
     const std::wstring_view name = command ? command->name : L"";
-    const bool posts = name == L"MonitorOff" || name == L"MonitorOn" || name == L"ScreensaverOn";
+    const bool posts = name == L"MonitorOn" || name == L"ScreensaverOn";
     return posts ? std::optional<DWORD>(0) : std::nullopt;
 }
 
 }  // namespace
 
 std::optional<DWORD> EstimateExecution(std::wstring_view text, const ExecutionFacts& facts) {
-    if (facts.savesClipboard || facts.clipboardIsBusy) return std::nullopt;
+    if (facts.savesClipboard || facts.clipboardIsBusy || facts.targetIsOurs) return std::nullopt;
     const ParsedCommand command = ParseCommand(text);
     switch (command.kind) {
         case CommandKind::None: return TextTime(text);

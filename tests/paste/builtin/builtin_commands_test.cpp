@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "clipboard/shell_paths.h"
+#include "hotkeys/keyboard_hook.h"
 #include "image_samples.h"
 #include "paste/selection_target.h"
 #include "paste/steps/temporary_page.h"
@@ -76,7 +77,11 @@ class Recorder {
 TEST_F(BuiltinCommandsTest, MonitorAndScreenSaverArePostedToEveryWindow) {
     const Recorder first;
     const Recorder second;
+    keyboardHook.trigger.claims.Claim('Q', GetTickCount64());
+    const ULONGLONG start = GetTickCount64();
     Run(L"MonitorOff");
+    EXPECT_GE(GetTickCount64() - start, 900u) << "would be on again when the key comes up";
+    keyboardHook.trigger.claims.Clear();
     EXPECT_TRUE(first.commands.empty());  // posted, not sent
     Run(L"MonitorOn and more");
     Run(L"ScreensaverOn");
@@ -161,6 +166,15 @@ TEST_F(BuiltinCommandsTest, TextIsTyped) {
         Run(command);
         EXPECT_TRUE(TargetShows(text)) << ToBytes(WindowText(edit), CP_UTF8);
     }
+    const auto isCapsLockOn = [] { return (GetKeyState(VK_CAPITAL) & 1) != 0; };
+    PlayStroke({}, VK_CAPITAL);
+    EXPECT_TRUE(WaitFor(isCapsLockOn));
+    Select(L"");
+    Run(L"Txt2Key:aBc");
+    EXPECT_TRUE(TargetShows(L"aBc")) << ToBytes(WindowText(edit), CP_UTF8);
+    EXPECT_TRUE(isCapsLockOn());
+    PlayStroke({}, VK_CAPITAL);
+    EXPECT_TRUE(WaitFor([&] { return !isCapsLockOn(); }));
     Select(L"");
     Run(L"Txt2Key:\x4E2D\xD83D\xDE00");  // without a key: no harm
     const std::wstring longest(1024, L'x');
