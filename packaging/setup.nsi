@@ -148,20 +148,21 @@ Function ${un}CloseRunning
     StrCpy $WasRunning 0
     StrCpy $OldArguments ""
     StrCpy $OldFolder ""
-    ; To see the copies of other users too an administrator needs the privilege to debug; others do not get it.
-    System::Call 'ntdll::RtlAdjustPrivilege(i 20, i 1, i 0, *i .r1)'
   look:
     FindWindow $1 "VerbatixAndCommand"
     ${If} $1 = 0
         Return
     ${EndIf}
     System::Call 'user32::GetWindowThreadProcessId(p r1, *i .r2)'
+    ; An administrator needs the privilege to debug where it is another user's; nobody else gets it.
+    System::Call 'ntdll::RtlAdjustPrivilege(i 20, i 1, i 0, *i)'
     ; SYNCHRONIZE with PROCESS_QUERY_INFORMATION and PROCESS_VM_READ, which a copy with more rights than
     ; these refuses, or else with PROCESS_QUERY_LIMITED_INFORMATION
     System::Call 'kernel32::OpenProcess(i 0x100410, i 0, i r2) p .r3'
     ${If} $3 = 0
         System::Call 'kernel32::OpenProcess(i 0x101000, i 0, i r2) p .r3'
     ${EndIf}
+    System::Call 'ntdll::RtlAdjustPrivilege(i 20, i 0, i 0, *i)'
     ${If} $3 = 0
         Return
     ${EndIf}

@@ -276,6 +276,16 @@ TEST_F(MainDialog, LooksAsItsMenuAndWindowsSayAndNoticesAClockThatJumps) {
     const HWND status = FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr);
     ASSERT_TRUE(status);
     EXPECT_TRUE(WaitFor([&] { return LOWORD(SendMessageW(status, SB_GETTEXTLENGTHW, 3, 0)) == 7; }));
+    // What the status bar offers grows with it.
+    Send(CMD_DELETE_ENTRY, kMarker);
+    const auto linkHeight = [&] {
+        RECT link;
+        GetWindowRect(GetDlgItem(status, IDC_OFFER_LINK), &link);
+        return link.bottom - link.top;
+    };
+    const LONG heightBefore = linkHeight();
+    SendMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(192, 192), 0);
+    EXPECT_GT(linkHeight(), heightBefore);
 }
 
 }  // namespace

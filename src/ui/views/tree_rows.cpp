@@ -140,6 +140,23 @@ int FindEntryNode(const EntryTree& tree, int position) {
     return IndexOf(tree, std::find_if(tree.nodes.begin(), tree.nodes.end(), isIt));
 }
 
+std::set<int> FindSameNodes(const EntryTree& before, const std::set<int>& nodes, const EntryTree& now) {
+    std::map<int, int> entries;
+    for (std::size_t index = 0; index < now.nodes.size(); ++index) {
+        const TreeNode& node = now.nodes[index];
+        if (node.kind == NodeKind::kEntry) entries[node.position] = static_cast<int>(index);
+    }
+    std::set<int> found;
+    for (const int index : nodes) {
+        const TreeNode& node = before.nodes[static_cast<std::size_t>(index)];
+        const auto entry = entries.find(node.position);
+        const bool isEntry = node.kind == NodeKind::kEntry;
+        const int same = !isEntry ? FindNode(now, node) : entry != entries.end() ? entry->second : -1;
+        if (same > 0) found.insert(same);
+    }
+    return found;
+}
+
 bool HaveSameShape(const EntryTree& a, const EntryTree& b) {
     const auto same = [](const TreeNode& one, const TreeNode& other) {
         return IsSameNode(one, other) && one.children == other.children;

@@ -5,6 +5,7 @@
 // "Letters", as in the paste menu; parts without a name make no group.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,6 +54,9 @@ bool IsSameNode(const TreeNode& a, const TreeNode& b);
 int FindNode(const EntryTree& tree, const TreeNode& node);
 // Of an entry's.
 int FindEntryNode(const EntryTree& tree, int position);
+
+// The nodes of `now` that are the same as those of `before`; what has gone is left out.
+std::set<int> FindSameNodes(const EntryTree& before, const std::set<int>& nodes, const EntryTree& now);
 
 // Whether both have the same nodes at the same places, so that at most names differ.
 bool HaveSameShape(const EntryTree& a, const EntryTree& b);

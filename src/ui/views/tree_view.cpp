@@ -1,6 +1,5 @@
 #include "ui/views/tree_view.h"
 
-#include <map>
 #include <optional>
 #include <set>
 #include <utility>
@@ -10,6 +9,7 @@
 #include "ui/state/main_window.h"
 #include "ui/views/entry_kind.h"
 #include "ui/views/list_view.h"
+#include "ui/views/open_nodes.h"
 
 namespace verbatix {
 
@@ -18,7 +18,7 @@ namespace {
 struct TreeView {
     EntryTree tree;
     std::vector<HTREEITEM> items;  // by node; null until it is made
-    std::set<std::wstring> open;   // keys of the nodes that the user has opened
+    OpenNodes open;                // by the user
     std::set<int> marked;          // selected nodes, empty while it is the control's own one alone
     bool keepsMarks = false;
     bool shownBefore = false;
@@ -37,10 +37,6 @@ TreeNode& Node(int index) {
 
 HTREEITEM& Item(int index) {
     return view.items[static_cast<std::size_t>(index)];
-}
-
-std::wstring OpenKey(const TreeNode& node) {
-    return Format(L"%u+%u/", node.modifier, node.key) + node.path;
 }
 
 void Insert(int index, HTREEITEM parent) {
@@ -86,7 +82,7 @@ void Open(int index, const Wanted& wanted) {
 
 bool StandsOpen(const TreeNode& node) {
     if (view.filtered && mainWindow.rows.size() <= kFewEntries) return true;
-    return view.open.count(OpenKey(node)) != 0;
+    return IsOpen(view.open, node);
 }
 
 std::optional<TreeNode> CopyOf(HTREEITEM item) {
@@ -147,30 +143,12 @@ void DropMarksIn(int closed) {
     FollowSelection();
 }
 
-// The marked nodes as they are called in another tree.
-std::set<int> FindMarks(const EntryTree& before, const std::set<int>& marked, const EntryTree& now) {
-    std::map<int, int> entries;
-    for (std::size_t index = 0; index < now.nodes.size(); ++index) {
-        const TreeNode& node = now.nodes[index];
-        if (node.kind == NodeKind::kEntry) entries[node.position] = static_cast<int>(index);
-    }
-    std::set<int> found;
-    for (const int index : marked) {
-        const TreeNode& node = before.nodes[static_cast<std::size_t>(index)];
-        const auto entry = entries.find(node.position);
-        const bool isEntry = node.kind == NodeKind::kEntry;
-        const int same = !isEntry ? FindNode(now, node) : entry != entries.end() ? entry->second : -1;
-        if (same > 0) found.insert(same);
-    }
-    return found;
-}
-
 void Select(int index) {
     const HTREEITEM selected = TreeView_GetSelection(mainWindow.tree);
     if (index > 0) MakeItem(index);
     // The control opens what the item lies in, and so it stays.
     for (int above = index > 0 ? Node(index).parent : 0; above > 0; above = Node(above).parent) {
-        view.open.insert(OpenKey(Node(above)));
+        SetOpen(view.open, Node(above), true);
     }
     const HTREEITEM item = index > 0 ? Item(index) : nullptr;
     if (item == selected) return;
@@ -187,14 +165,9 @@ void Refill() {
     Open(0, StandsOpen);
 }
 
-void RememberAllOpen() {
-    for (const TreeNode& node : view.tree.nodes) {
-        if (!node.children.empty()) view.open.insert(OpenKey(node));
-    }
-}
-
 void OpenAllOfFew() {
-    if (!std::exchange(view.shownBefore, true) && mainWindow.rows.size() <= kFewEntries) RememberAllOpen();
+    if (!std::exchange(view.shownBefore, true) && mainWindow.rows.size() <= kFewEntries)
+        SetAllOpen(view.open, view.tree);
 }
 
 // While a filter holds everything open the user's own state is kept.
@@ -203,8 +176,8 @@ void RememberOpen(const NMTREEVIEWW& change) {
     if (view.filling || node < 0) return;
     if (change.action == TVE_COLLAPSE) DropMarksIn(node);
     if (view.filtered) return;
-    if (change.action == TVE_EXPAND) view.open.insert(OpenKey(Node(node)));
-    if (change.action == TVE_COLLAPSE) view.open.erase(OpenKey(Node(node)));
+    if (change.action == TVE_EXPAND || change.action == TVE_COLLAPSE)
+        SetOpen(view.open, Node(node), change.action == TVE_EXPAND);
 }
 
 int PictureOf(const TreeNode& node) {
@@ -288,7 +261,7 @@ void RefreshTree(int selected, bool filtered) {
     const std::optional<TreeNode> top = CopyOf(TreeView_GetFirstVisible(control));
     EntryTree tree = BuildTree(mainWindow.entries, mainWindow.rows, settings.grouping != 0);
     const bool sameShape = filtered == view.filtered && HaveSameShape(view.tree, tree);
-    view.marked = FindMarks(view.tree, view.marked, tree);
+    view.marked = FindSameNodes(view.tree, view.marked, tree);
     view.tree = std::move(tree);
     view.filtered = filtered;
     if (sameShape) {
@@ -388,27 +361,18 @@ HTREEITEM ItemOf(int node) {
 }
 
 void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath) {
-    const std::wstring before = OpenKey(group);
-    TreeNode renamed = group;
-    renamed.path = newPath;
-    std::set<std::wstring> open;
-    for (const std::wstring& key : view.open) {
-        const bool below =
-            key.starts_with(before) && (key.size() == before.size() || key[before.size()] == L'/');
-        open.insert(below ? OpenKey(renamed) + key.substr(before.size()) : key);
-    }
-    view.open = std::move(open);
+    RenameOpen(view.open, group, newPath);
 }
 
 void ExpandAll() {
     if (!IsTreeShown()) return;
-    RememberAllOpen();
+    SetAllOpen(view.open, view.tree);
     OpenAgain();
 }
 
 void CollapseAll() {
     if (!IsTreeShown()) return;
-    view.open.clear();
+    view.open = {};
     view.filtered = false;
     // What is selected would open again what it lies in.
     for (int node = SelectedNode(); node > 0 && Node(node).kind != NodeKind::kHotkey;) {

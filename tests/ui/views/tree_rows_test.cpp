@@ -6,6 +6,7 @@
 #include "base/language.h"
 #include "ui/entries/block_moves.h"
 #include "ui/entries/entry_placing.h"
+#include "ui/views/open_nodes.h"
 
 namespace verbatix::test {
 namespace {
@@ -234,8 +235,14 @@ TEST_F(TreeTest, AGroupIsRenamedInAllItsLabelsOrInNone) {
     Fill({{'Q', L"G/H/a"}, {'Q', L"G/b"}, {'W', L"G/c"}, {'Q', L"Gx/d"}, {'Q', L"H/e"}});
     const TreeNode group = tree_.nodes[static_cast<std::size_t>(Named(L"G"))];
     const TreeNode inner = tree_.nodes[static_cast<std::size_t>(Named(L"H"))];
+    OpenNodes open;
+    SetAllOpen(open, tree_);
     ASSERT_TRUE(RenameGroup(list_, group, L"New"));
     Build();
+    RenameOpen(open, group, L"New");
+    for (const wchar_t* name : {L"New", L"H", L"Gx"})
+        EXPECT_TRUE(IsOpen(open, tree_.nodes[static_cast<std::size_t>(Named(name))]));
+    EXPECT_FALSE(IsOpen(open, group));
     EXPECT_EQ(Show(), L"<Ctrl + Q: (New: (H: a) b) (Gx: d) (H: e)> <Ctrl + W: (G: c)>");
     // Its path is another one now, so nothing is found under the old one.
     ASSERT_TRUE(RenameGroup(list_, inner, L"x"));
