@@ -15,6 +15,9 @@ ClipboardSession::ClipboardSession(DWORD patience) : open_(OpenClipboard(nullptr
     }
 }
 
+static unsigned fills = 0;
+static DWORD ourContent = 0;  // its number, as the system counts changes of the clipboard
+
 static bool OwnerAnswers() {
     constexpr DWORD kAnswerTime = 100;
     const HWND owner = GetClipboardOwner();
@@ -34,6 +37,24 @@ bool WithClipboard(DWORD patience, const std::function<bool()>& work) {
 }
 
 // The owner is asked before the clipboard is opened: one that is about to open it takes no messages either.
+bool FillClipboard(DWORD patience, const std::function<bool()>& work) {
+    const auto fill = [&] {
+        ++fills;
+        return EmptyClipboard() && work();
+    };
+    const bool isFilled = OwnerAnswers() && WithClipboard(patience, fill);
+    if (isFilled) ourContent = GetClipboardSequenceNumber();
+    return isFilled;
+}
+
+unsigned ClipboardFills() {
+    return fills;
+}
+
+bool IsOurContent() {
+    return ourContent != 0 && ourContent == GetClipboardSequenceNumber();
+}
+
 bool ReadClipboard(const std::function<bool()>& work) {
     return OwnerAnswers() && WithClipboard(kClipboardPatience, work);
 }

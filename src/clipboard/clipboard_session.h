@@ -41,11 +41,20 @@ class ClipboardSession {
 // clipboard could not be had for the whole of it within that many milliseconds.
 bool WithClipboard(DWORD patience, const std::function<bool()>& work);
 
+// The same for filling: the work finds the clipboard empty. False also while the program whose content
+// would go hangs: Windows tells it of that, and waits for its answer without an end.
+bool FillClipboard(DWORD patience, const std::function<bool()>& work);
+
+// How often the program has begun to fill the clipboard, and whether what is there now is from the last
+// time.
+unsigned ClipboardFills();
+bool IsOurContent();
+
 // The same for reading. False also while the program that filled the clipboard hangs: what it has only
 // promised would be waited for without an end.
 bool ReadClipboard(const std::function<bool()>& work);
 
-// Whether the clipboard can be opened and filled at once. Emptying it waits for an owner that hangs.
+// Whether the clipboard can be opened and filled at once.
 bool IsClipboardAtHand();
 
 // A global memory block of somebody else, locked for as long as the object lives. False for a null handle

@@ -10,8 +10,7 @@ namespace verbatix {
 
 bool ClipboardPutText(std::wstring_view text, Stay stay) {
     const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
-    return WithClipboard(kClipboardPatience, [&] {
-        EmptyClipboard();
+    return FillClipboard(kClipboardPatience, [&] {
         // Room for the terminator and one character more: some readers look one beyond the terminator.
         GiveToClipboard(CF_UNICODETEXT, MakeClipboardBlock(bytes, bytes.size() + 4));
         MarkForHistory(stay);
@@ -32,8 +31,7 @@ bool ClipboardGetText(std::wstring& text) {
 }
 
 bool ClearClipboard() {
-    return WithClipboard(kClipboardPatience, [] {
-        EmptyClipboard();
+    return FillClipboard(kClipboardPatience, [] {
         // Announced without data, and nobody is there to deliver it: programs that ask get none.
         SetClipboardData(CF_TEXT, nullptr);
         SetClipboardData(CF_UNICODETEXT, nullptr);

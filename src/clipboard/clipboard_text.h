@@ -1,4 +1,5 @@
-// Plain text on the clipboard. Each function reports a clipboard that stays busy by its result alone.
+// Plain text on the clipboard. Each function reports a clipboard that stays busy, or whose owner hangs, by
+// its result alone.
 #pragma once
 
 #include <string>

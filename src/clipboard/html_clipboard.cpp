@@ -22,8 +22,7 @@ bool HtmlClipboardPut(std::wstring_view text, Stay stay) {
     const std::string fragment = ToBytes(text.substr(0, text.find(L'\0')).substr(0, INT_MAX), CP_UTF8);
     const std::string data = BuildHtmlData(fragment);
     if (data.empty()) return false;
-    return WithClipboard(kClipboardPatience, [&] {
-        EmptyClipboard();
+    return FillClipboard(kClipboardPatience, [&] {
         if (!GiveToClipboard(HtmlFormat(), MakeClipboardBlock(data, data.size() + 4))) return false;
         // Readers of plain text get the UTF-8 bytes under the ANSI format, on purpose: it is the source
         // text of the entry, byte for byte as it stands in the HTML.

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 
 #include "base/handle.h"
 #include "clipboard/format_names.h"
@@ -51,7 +52,7 @@ int SaveClipboard(SavedClipboard& store);
 // also when the clipboard was busy; a store that was never saved into leaves the clipboard as it is.
 int RestoreClipboard(const SavedClipboard& store);
 
-// The same, with the patience of a ClipboardSession. False when the clipboard was busy.
+// The same, with the patience of a ClipboardSession. False when the clipboard was busy or its owner hangs.
 bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay = Stay::UntilReplaced);
 
 // Saves the clipboard into previousClipboard, to be given back once. Until then it does nothing more: what
@@ -60,8 +61,9 @@ bool PutSavedClipboard(const SavedClipboard& store, DWORD patience, Stay stay = 
 void KeepPreviousClipboard();
 
 // Restores what KeepPreviousClipboard has saved, if anything waits to be given back; it waits on when the
-// clipboard is not to be had within those milliseconds. Histories have it from when the user copied it, and
-// are asked not to take it again.
+// clipboard is not to be had within those milliseconds. Where nothing of the program's has come onto the
+// clipboard since, it stays as it is and nothing waits any more. Histories have it from when the user
+// copied it, and are asked not to take it again.
 void GiveBackPreviousClipboard(DWORD patience);
 
 // Whether something waits to be given back.
@@ -69,6 +71,12 @@ bool IsPreviousClipboardKept();
 
 // Lets the clipboard stay as it is now: what was saved is not given back.
 void DropPreviousClipboard();
+
+// What the user has on the clipboard: where the program's own content stands there and will be undone, that
+// is what waits to be given back. The first saves it, the second reads its text, each with the results of
+// SaveClipboard and ClipboardGetText.
+int SaveUsersClipboard(SavedClipboard& store);
+bool GetUsersText(std::wstring& text);
 
 // Frees the data of every entry and keeps the entries. Returns the store's count.
 int ReleaseSavedData(SavedClipboard& store);

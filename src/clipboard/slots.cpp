@@ -30,7 +30,7 @@ int SlotIndexFromChar(wchar_t character) {
 
 void SaveSlot(wchar_t character) {
     const int slot = SlotIndexFromChar(character);
-    SaveClipboard(clipboardSlots[slot]);
+    SaveUsersClipboard(clipboardSlots[slot]);
     DebugLine(L"Save: %d slot: %d\n", clipboardSlots[slot].Count(), slot);
 }
 

@@ -10,7 +10,7 @@ namespace verbatix {
 // "1" to "9" give 1 to 9, every other character gives 1.
 int SlotIndexFromChar(wchar_t character);
 
-// Saves the clipboard into the slot of that character.
+// Saves the user's clipboard into the slot of that character.
 void SaveSlot(wchar_t character);
 
 // Lets the foreground program copy its selection and saves that into the slot. With `restoreOldClipboard`

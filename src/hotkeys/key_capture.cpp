@@ -37,14 +37,13 @@ CaptureStep TakeRelease(DWORD key, CaptureState& state) {
 }
 
 CaptureStep TakeModifier(const KBDLLHOOKSTRUCT& event, DWORD key, CaptureState& state) {
-    constexpr DWORD kSentForAltGr = 0x200;  // in the scan code
     // The system has it down: taken now, it would never come up there.
     if (state.before[key]) return {};
     state.held |= ModifierKeyBit(key);
     if (ModifierKeyBit(key) & kShiftBits) return {false, CaptureAction::kHeld};
     if (state.taken[key]) return {true};
     state.taken.set(key);
-    if (key == VK_LCONTROL) state.controlIsAltGrs = (event.scanCode & kSentForAltGr) != 0;
+    if (key == VK_LCONTROL) state.controlIsAltGrs = IsControlOfAltGr(event);
     return {true, CaptureAction::kHeld};
 }
 

@@ -24,12 +24,14 @@ int ModifierCodeOf(unsigned stateWord) {
 void ClaimedKeys::Claim(DWORD key, ULONGLONG now) {
     claimed_.set(key);
     repeating_.set(key);
+    lost_.reset(key);
     seenAt_[key] = now;
 }
 
 bool ClaimedKeys::Takes(DWORD key, bool up, ULONGLONG now) {
     if (key >= kKeyCount || !claimed_[key]) return false;
-    const bool takes = up || (repeating_[key] && now - seenAt_[key] <= kLongestRepeatMilliseconds);
+    const bool takes =
+        up ? !lost_[key] : repeating_[key] && now - seenAt_[key] <= kLongestRepeatMilliseconds;
     claimed_.set(key, takes && !up);
     seenAt_[key] = now;
     return takes;
@@ -47,7 +49,8 @@ static bool IsModifier(DWORD key) {
 KeyDecision DecideKey(const KBDLLHOOKSTRUCT& event, const HotkeyTables& tables,
                       const DisabledHotkeys& disabled, TriggerState& state, const KeyStateReader& keys,
                       ULONGLONG now) {
-    if (event.dwExtraInfo == kSyntheticInputTag) return {};
+    // What the system makes of an Alt-Gr is no key of the user's, and may come in the middle of ours.
+    if (event.dwExtraInfo == kSyntheticInputTag || IsControlOfAltGr(event)) return {};
     const DWORD key = event.vkCode;
     const bool up = (event.flags & LLKHF_UP) != 0;
     if (!up && IsModifier(key)) state.claims.OnModifierPressed();

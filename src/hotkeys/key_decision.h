@@ -38,6 +38,9 @@ class ClaimedKeys {
     // Whether that event of the key is still part of the press that was claimed. The claim ends with the
     // key's release, and with a press.
     bool Takes(DWORD key, bool up, ULONGLONG now);
+    // Whether the program in front has got the press all the same, because the hook took too long over it:
+    // then its release is that program's, and the key would else stay down in the system.
+    void SetLost(DWORD key, bool lost) { lost_.set(key, lost); }
     // A modifier went down: no key that was held before repeats any more.
     void OnModifierPressed() { repeating_.reset(); }
     // The time since the last event does not count: nobody could see one.
@@ -47,6 +50,7 @@ class ClaimedKeys {
   private:
     std::bitset<kKeyCount> claimed_;
     std::bitset<kKeyCount> repeating_;
+    std::bitset<kKeyCount> lost_;
     std::array<ULONGLONG, kKeyCount> seenAt_ = {};
 };
 

@@ -39,6 +39,7 @@ namespace {
 // More than a person types while a stroke is sent; what goes beyond is let through.
 struct HeldBack {
     bool playing = false;
+    BYTE key = 0;  // of the event that is being sent
     std::array<KBDLLHOOKSTRUCT, 32> events;
     std::size_t count = 0;
 };
@@ -50,6 +51,8 @@ HeldBack heldBack;
 bool IsHeldBack(const KBDLLHOOKSTRUCT& event) {
     if (!heldBack.playing || event.dwExtraInfo == kSyntheticInputTag) return false;
     if (heldBack.count == heldBack.events.size()) return false;
+    // Played again as a Ctrl of its own, it would be let go by nobody.
+    if (IsControlOfAltGr(event)) return heldBack.key != VK_RMENU;
     heldBack.events[heldBack.count++] = event;
     return true;
 }
@@ -72,7 +75,10 @@ static void PlayAgain(const KBDLLHOOKSTRUCT& event) {
 
 void PlayWhole(std::span<const KeyStroke> strokes) {
     heldBack.playing = true;
-    for (const KeyStroke stroke : strokes) SendTagged(stroke);
+    for (const KeyStroke stroke : strokes) {
+        heldBack.key = stroke.key;
+        SendTagged(stroke);
+    }
     heldBack.playing = false;
     const HeldBack taken = heldBack;
     heldBack.count = 0;
@@ -142,8 +148,14 @@ bool MaySendStroke() {
     return aimed.aim == Aim::Free;
 }
 
+void LetRightControlGo() {
+    if (GetAsyncKeyState(VK_RCONTROL) < 0)
+        SendTagged({VK_CONTROL, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP});
+}
+
 bool PressKey(BYTE key) {
     ReleaseForStroke();
+    LetRightControlGo();
     if (!MaySendStroke()) return false;
     const KeyStroke strokes[] = {{key, 0}, {key, KEYEVENTF_KEYUP}};
     PlayWhole(strokes);
@@ -151,10 +163,17 @@ bool PressKey(BYTE key) {
     return true;
 }
 
+static unsigned copyStrokes = 0;
+
+unsigned CopyStrokes() {
+    return copyStrokes;
+}
+
 bool SendCopy() {
     ReleaseForStroke();
     if (!MaySendStroke()) return false;
     PlayControlStroke('C');
+    ++copyStrokes;
     ++CurrentPress().copies;
     NoteStroke();
     return true;

@@ -35,17 +35,30 @@ using HeldKeys = std::array<bool, kReleasableKeys.size()>;
 // The key-up events that let go what is held.
 std::vector<KeyStroke> ReleaseStrokes(const HeldKeys& held);
 
+// Whether the event is of the left Ctrl that the system itself presses and lets go along with right Alt
+// where that is an Alt-Gr. It does so for a right Alt of ours as well, and without our tag.
+constexpr bool IsControlOfAltGr(const KBDLLHOOKSTRUCT& event) {
+    constexpr DWORD kMadeBySystem = 0x200;  // in the scan code
+    return event.vkCode == VK_LCONTROL && (event.scanCode & kMadeBySystem) != 0;
+}
+
 // Sends one event with the key's scan code and the tag.
 void SendTagged(KeyStroke stroke);
 
 // Lets go every modifier key and mouse button that the system believes to be down, and records them.
 void ReleaseHeldModifiers(HeldKeys& held);
 
+// Lets the right Ctrl of a hotkey go, which the one above does not reach: its release lacks the extended
+// flag. To a copy and a paste that makes no difference, and a user who holds it may go on to the next
+// hotkey; Tab, Enter and what is typed would be something else with it.
+void LetRightControlGo();
+
 // Sends these events and nothing between them.
 void PlayWhole(std::span<const KeyStroke> strokes);
 
 // For the hook: whether the user's event came in the middle of a stroke. Then it has been taken over, to be
-// played again behind the stroke, and nobody may get it now.
+// played again behind the stroke, and nobody may get it now. Of his Alt-Gr right Alt alone is played again,
+// which brings its Ctrl along.
 bool IsHeldBack(const KBDLLHOOKSTRUCT& event);
 
 // Each releases the held modifiers first. SendPaste then waits that many milliseconds before its stroke.
@@ -53,6 +66,9 @@ bool IsHeldBack(const KBDLLHOOKSTRUCT& event);
 bool PressKey(BYTE key);
 bool SendCopy();
 bool SendPaste(DWORD milliseconds);
+
+// How many copy strokes were sent since the start.
+unsigned CopyStrokes();
 
 // What became of the strokes of an execution.
 enum class Aim {

@@ -83,13 +83,20 @@ static bool FitsInsideHook(const std::wstring& text) {
     return !keyboardHook.stepIsRunning && (!fits || fits(text, keyboardHook.limit));
 }
 
-static void ExecuteOrPost(const PressedEntry& entry) {
-    if (FitsInsideHook(entry.text)) {
-        isInsideHook = true;
-        Execute(entry);
-        isInsideHook = false;
-        return;
-    }
+// After the time limit the system lets the press through. It looks at the next event of the keyboard only
+// when it is done with that one, so a release that comes while the hook still is at it is of such a press.
+static void ExecuteInsideHook(const PressedEntry& entry, ULONGLONG asked) {
+    ClaimedKeys& claims = keyboardHook.trigger.claims;
+    claims.SetLost(entry.press.key, true);
+    isInsideHook = true;
+    patienceInsideHook = keyboardHook.limit / 3;
+    Execute(entry);
+    isInsideHook = false;
+    claims.SetLost(entry.press.key, GetTickCount64() - asked >= keyboardHook.limit);
+}
+
+static void ExecuteOrPost(const PressedEntry& entry, ULONGLONG asked) {
+    if (FitsInsideHook(entry.text)) return ExecuteInsideHook(entry, asked);
     pressedEntry = entry;
     PressOf(entry.press.number).way = PressWay::kAfterHook;
     keyboardHook.trigger.busy =
@@ -112,7 +119,8 @@ static void AskForRename(const KBDLLHOOKSTRUCT& event) {
 }
 
 static bool IsUsersPress(const KBDLLHOOKSTRUCT& event) {
-    return (event.flags & LLKHF_UP) == 0 && event.dwExtraInfo != kSyntheticInputTag;
+    return (event.flags & LLKHF_UP) == 0 && event.dwExtraInfo != kSyntheticInputTag &&
+           !IsControlOfAltGr(event);
 }
 
 static bool IsUsersControlRelease(const KBDLLHOOKSTRUCT& event) {
@@ -151,7 +159,7 @@ static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG no
     SendTagged({static_cast<BYTE>(key), KEYEVENTF_KEYUP});
     HeldKeys held;
     ReleaseHeldModifiers(held);
-    if (decision.action == KeyAction::TriggerEntry) ExecuteOrPost(entry);
+    if (decision.action == KeyAction::TriggerEntry) ExecuteOrPost(entry, now);
     if (decision.action == KeyAction::TriggerMenu) AskForMenu(entry.press);
 }
 

@@ -3,6 +3,7 @@
 namespace verbatix {
 
 bool isInsideHook = false;
+DWORD patienceInsideHook = 0;
 
 void ServeWaitingKeys() {
     MSG message;

@@ -11,6 +11,10 @@ namespace verbatix {
 // then, and there is nothing to serve.
 extern bool isInsideHook;
 
+// How many milliseconds that execution may wait altogether for programs that are slow; the waits that are
+// its own are not among them.
+extern DWORD patienceInsideHook;
+
 // Waits that many milliseconds. Messages that are sent to this thread, the hook's key events among them,
 // are served meanwhile; posted ones wait.
 void Pause(DWORD milliseconds);

@@ -1,5 +1,7 @@
 #include "hotkeys/stroke_target.h"
 
+#include <algorithm>
+
 #include "hotkeys/pause.h"
 
 namespace verbatix {
@@ -39,8 +41,14 @@ bool AwaitStroke(DWORD milliseconds) {
 
 void AwaitLastStroke() {
     constexpr DWORD kLimit = 500;
-    constexpr DWORD kLimitInsideHook = 100;
-    AwaitStroke(isInsideHook ? kLimitInsideHook : kLimit);
+    if (!isInsideHook) {
+        AwaitStroke(kLimit);
+        return;
+    }
+    const ULONGLONG start = GetTickCount64();
+    AwaitStroke(patienceInsideHook);
+    const ULONGLONG waited = GetTickCount64() - start;
+    patienceInsideHook -= static_cast<DWORD>(std::min<ULONGLONG>(waited, patienceInsideHook));
 }
 
 void AwaitCopy(DWORD milliseconds) {

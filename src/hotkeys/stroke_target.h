@@ -15,8 +15,9 @@ void NoteStroke();
 // the next NoteStroke. Messages that are sent to this thread are served meanwhile.
 bool AwaitStroke(DWORD milliseconds);
 
-// The same with the time that a stroke gets beyond the fixed waits: 500 ms, or 100 inside the hook, which
-// has to answer the system. A program that needs longer gets what comes then.
+// The same with the time that a stroke gets beyond the fixed waits: 500 ms, or inside the hook,
+// which has to answer the system, what is left of patienceInsideHook. A program that needs longer gets what
+// comes then.
 void AwaitLastStroke();
 
 // Waits after a copy stroke: at least that long, and until the program has got to it. One that comes to it

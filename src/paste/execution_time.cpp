@@ -22,8 +22,8 @@ bool Contains(std::wstring_view text, std::wstring_view part) {
 }
 
 // Boxes, the launch of a page, and what another program has on the clipboard.
-constexpr std::array<std::wstring_view, 5> kTakeTheirTime = {L"%C%", L"%T%", L"%plain_text_to_tmp_html%",
-                                                             kPreviousClipboardToken, kClipboardHtmlToken};
+constexpr std::array<std::wstring_view, 4> kTakeTheirTime = {
+    L"%plain_text_to_tmp_html%", kPreviousClipboardToken, kClipboardHtmlToken, kSelectionHtmlToken};
 
 DWORD TokenTime(std::wstring_view text) {
     DWORD time = 10 + 50;
@@ -34,12 +34,12 @@ DWORD TokenTime(std::wstring_view text) {
 }
 
 std::optional<DWORD> TextTime(std::wstring_view text) {
+    if (MayAskForDate(text)) return std::nullopt;
     for (const std::wstring_view token : kTakeTheirTime) {
         if (Contains(text, token)) return std::nullopt;
     }
     DWORD time = 0;
     if (UsesCopiedText(text)) time += 210 + kStroke;
-    if (Contains(text, kSelectionHtmlToken)) time += 100 + kStroke;
     if (HoldsKeyToken(text)) return time + TokenTime(text);
     if (Contains(text, L"%mix_the_string%")) return time + 225 + kStroke + kPaste;
     if (Contains(text, L"%mix_al_rows%")) return time + 150 + kStroke + kPaste;

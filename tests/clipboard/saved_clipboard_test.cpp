@@ -13,6 +13,7 @@
 
 // The import table's entry for GlobalAlloc: what the program calls, and what a test can have refused.
 extern "C" {
+extern decltype(&CloseClipboard) __imp_CloseClipboard;
 extern decltype(&GlobalAlloc) __imp_GlobalAlloc;
 }
 
@@ -209,6 +210,24 @@ TEST(SavedClipboard, SavesAndRestoresTheOthersWhenOneCannotBeAllocated) {
     const Refusal refusal(1234 * 2 + 4);
     EXPECT_TRUE(ClipboardPutText(std::wstring(1234, L'x')));
     EXPECT_EQ(CountClipboardFormats(), 0);
+}
+
+BOOL WINAPI CloseTooLate() {
+    return FALSE;
+}
+
+TEST(SavedClipboard, KeepsWhatItHasWhereAnotherTakesTheClipboardOver) {
+    ASSERT_TRUE(ClipboardPutText(L"kept"));
+    SavedClipboard store;
+    ASSERT_GT(SaveClipboard(store), 0);
+    ASSERT_TRUE(ClipboardPutText(L"another's"));
+    {
+        const test::ImportPatch patch(__imp_CloseClipboard, CloseTooLate);
+        EXPECT_EQ(SaveClipboard(store), 0);
+    }
+    CloseClipboard();
+    RestoreClipboard(store);
+    EXPECT_EQ(Text(), L"kept");
 }
 
 TEST(ClipboardReadNamedFormat, TakesTheLastOfThatExactName) {

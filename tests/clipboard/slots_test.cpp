@@ -58,7 +58,11 @@ TEST_F(Slots, AreCopiedAndPasted) {
     ASSERT_TRUE(ClipboardPutText(L"the user's"));
     KeepPreviousClipboard();
     ASSERT_TRUE(ClipboardPutText(L"the program's"));
+    SaveSlot(L'2');
     CopySlot(L'1', true);
+    EXPECT_EQ(ClipboardNow(), L"the user's");
+    ClearClipboard();
+    RestoreClipboard(clipboardSlots[2]);
     EXPECT_EQ(ClipboardNow(), L"the user's");
 
     PasteSlots(L"abc:-0");

@@ -13,6 +13,7 @@ namespace verbatix {
 namespace {
 
 constexpr unsigned kCtrlDown = 32;
+constexpr DWORD kControlOfAltGr = 0x21D;  // its scan code
 unsigned stateWord;
 int stateWordReads;
 unsigned ReadStateWord() {
@@ -45,9 +46,10 @@ class DecideKeyTest : public testing::Test {
     }
 
     // One event, after which the system believes what it was allowed to see.
-    KeyAction Event(DWORD key, bool up, ULONG_PTR tag = 0) {
+    KeyAction Event(DWORD key, bool up, ULONG_PTR tag = 0, DWORD scanCode = 0) {
         KBDLLHOOKSTRUCT event = {};
         event.vkCode = key;
+        event.scanCode = scanCode;
         event.flags = up ? LLKHF_UP : 0;
         event.dwExtraInfo = tag;
         decision = DecideKey(event, *tables, disabled, state, {ReadStateWord, IsDown, IsPaused}, now);
@@ -142,6 +144,7 @@ TEST_F(DecideKeyTest, ReadsTheKeyStateOnlyForKeysOnAHotkey) {
 
 TEST_F(DecideKeyTest, LetsPendingKeysGoAtTheNextEventThatIsNoTrigger) {
     state.pendingRelease = 0;
+    EXPECT_EQ(Event(VK_LCONTROL, false, 0, kControlOfAltGr), KeyAction::PassOn);
     EXPECT_EQ(Decide('T'), KeyAction::PassAfterRelease);
     EXPECT_EQ(Decide(300), KeyAction::PassAfterRelease);
     EXPECT_EQ(Decide('Q'), KeyAction::TriggerEntry);
@@ -187,7 +190,8 @@ TEST_F(DecideKeyTest, SwallowsRepeatsWithinTheGuard) {
 
 // What a keyboard sends, and what of it triggers (T), is swallowed (s), passes (p). A letter is its press
 // or repeat, "-" before it its release. "^" presses left Ctrl, which a trigger lets go, "~" right Ctrl,
-// which it does not. Digits are tenths of a second.
+// which it does not. "+" is the Ctrl that the system adds to an Alt-Gr; after "!" the system has let the
+// press of Q through, because the hook took too long. Digits are tenths of a second.
 TEST_F(DecideKeyTest, APressBelongsToTheHookUntilItsRelease) {
     const std::pair<std::string_view, std::string> rows[] = {
         {"^Q5QQQ-Q4^Q", "pTsssspT"},
@@ -200,6 +204,8 @@ TEST_F(DecideKeyTest, APressBelongsToTheHookUntilItsRelease) {
         {"^Q99999Q-Q", "pTpp"},  // nor after such a time
         {"~Q99999Q", "pTT"},
         {"~Q9Q9Q99Q99Q-Q4Q", "pTsssssT"},  // the slowest repeat there is
+        {"~Q4+QQ-Q", "pTpsss"},            // as a menu comes to the front by a right Alt of ours
+        {"^Q!5QQ-Q^Q", "pTssppT"},         // the program that saw it go down sees it come up
     };
     AddHotkey(*tables, 'Q', 6, L"one");
     AddHotkey(*tables, 'W', 6, L"two");
@@ -214,15 +220,16 @@ TEST_F(DecideKeyTest, APressBelongsToTheHookUntilItsRelease) {
                 now += 100 * static_cast<ULONGLONG>(sign - '0');
                 continue;
             }
-            if (sign == '-') {
-                up = true;
+            if (sign == '-' || sign == '!') {
+                up = sign == '-';
+                if (!up) state.claims.SetLost('Q', true);
                 continue;
             }
             const bool isControl = sign == '^' || sign == '~';
-            const DWORD key = !isControl    ? static_cast<DWORD>(sign)
-                              : sign == '^' ? VK_LCONTROL
-                                            : VK_RCONTROL;
-            const KeyAction action = Event(key, up);
+            const DWORD key = sign == '^' || sign == '+' ? VK_LCONTROL
+                              : sign == '~'              ? VK_RCONTROL
+                                                         : static_cast<DWORD>(sign);
+            const KeyAction action = Event(key, up, 0, sign == '+' ? kControlOfAltGr : 0);
             const bool triggers = action >= KeyAction::TriggerNothing;
             if (isControl) stateWord = up ? 0 : sign == '^' ? kCtrlDown : 16;
             if (triggers) state.lastTrigger = now;

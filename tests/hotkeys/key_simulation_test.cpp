@@ -54,11 +54,43 @@ TEST(KeySimulation, HeldModifiersGoUpFirstButShiftStays) {
     EXPECT_FALSE(AnyModifierDown());
 
     PressKeyDown(VK_LWIN);
+    PressKeyDown(VK_RCONTROL);  // a mere key, unlike a paste, would be another key with it
     mouse_event(MOUSEEVENTF_MIDDLEDOWN, 0, 0, 0, 0);
     thread.Run([] { PressKey(VK_F24); });
     EXPECT_FALSE(AnyModifierDown());
     mouse_event(MOUSEEVENTF_MIDDLEUP, 0, 0, 0, 0);
     LetKeyUp(VK_LWIN);
+}
+
+std::vector<bool> heldBackOf;
+
+// Of a layout with Alt-Gr, while a stroke of ours is played: the bench never sends it.
+LRESULT CALLBACK AskAboutControlOfAltGr(int code, WPARAM message, LPARAM parameter) noexcept {
+    const KBDLLHOOKSTRUCT control = {VK_LCONTROL, 0x21D, 0, 0, 0};
+    heldBackOf.push_back(IsHeldBack(control));
+    return CallNextHookEx(nullptr, code, message, parameter);
+}
+
+TEST(KeySimulation, TheControlOfAnAltGrGoesAlongWithOursAndComesAnewWithTheUsers) {
+    MessageThread thread;
+    KeyWatch watch;
+    const struct {
+        std::vector<KeyStroke> strokes;
+        std::vector<bool> heldBack;
+    } rows[] = {{{{VK_RMENU, KEYEVENTF_EXTENDEDKEY}, {VK_RMENU, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP}},
+                 {false, false}},
+                {{{VK_F24, 0}, {VK_F24, KEYEVENTF_KEYUP}}, {true, true}}};
+    for (const auto& [strokes, heldBack] : rows) {
+        heldBackOf.clear();
+        thread.Run([&] {
+            const HHOOK hook =
+                SetWindowsHookExW(WH_KEYBOARD_LL, AskAboutControlOfAltGr, GetModuleHandleW(nullptr), 0);
+            PlayWhole(strokes);
+            UnhookWindowsHookEx(hook);
+        });
+        EXPECT_EQ(heldBackOf, heldBack);
+        EXPECT_EQ(watch.Take().size(), strokes.size()) << "played again";
+    }
 }
 
 TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {

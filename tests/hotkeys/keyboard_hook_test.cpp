@@ -247,6 +247,21 @@ TEST_F(KeyboardHookTest, AHotkeyPressedWhileAnEntryRunsIsSwallowed) {
     }
 }
 
+// Windows has let the press through by then, and a key that never came up would trigger nothing any more.
+TEST_F(KeyboardHookTest, AReleaseIsTheProgramsWhereTheHookTookTooLong) {
+    Add(VK_F23, 4, L"text");
+    for (const DWORD limit : {60000U, 40U}) {
+        thread.Run([=] { keyboardHook.limit = limit; });
+        whileExecuting = [] {
+            Sleep(60);
+            SendTagged({VK_F23, 0});  // the press that went through
+        };
+        EXPECT_EQ(Stroke({VK_LCONTROL}, VK_F23), Texts{L"text"});
+        EXPECT_EQ(GetAsyncKeyState(VK_F23) < 0, limit != 40);
+        thread.Run([] { SendTagged({VK_F23, KEYEVENTF_KEYUP}); });
+    }
+}
+
 TEST(HookTimeLimit, IsWhatWindowsWaits) {
     EXPECT_EQ(HookTimeLimit({}), 300U);
     EXPECT_EQ(HookTimeLimit(100), 100U);

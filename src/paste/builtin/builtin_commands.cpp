@@ -55,7 +55,7 @@ std::wstring CopyPaths(HWND target) {
     if (!CopyInTarget(target)) return {};
     std::wstring paths;
     ClipboardGetShellPaths(paths);
-    ClipboardPutText(paths);
+    if (!ClipboardPutText(paths)) WithholdStrokes();
     keepClipboardOnce = true;
     return paths;
 }
@@ -114,7 +114,8 @@ std::wstring ClipboardText() {
 }
 
 void TypeClipboard(const BuiltinCall&) {
-    const std::wstring text = ClipboardText();
+    std::wstring text;
+    GetUsersText(text);
     Pause(1);
     TypeText(text);
 }

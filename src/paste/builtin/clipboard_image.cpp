@@ -42,12 +42,18 @@ std::int64_t PixelCount(const BITMAP& description) {
     return static_cast<std::int64_t>(description.bmWidth) * description.bmHeight;
 }
 
-void PutBitmap(UniqueBitmap bitmap) {
-    const ClipboardSession session;
-    if (!session) return WithholdStrokes();
-    EmptyClipboard();
-    if (SetClipboardData(CF_BITMAP, bitmap.Get())) bitmap.Release();  // the clipboard's from now on
+// A copy for each attempt: what the clipboard has taken is its own, also where another program took the
+// clipboard over. Without one there is nothing to paste.
+bool GiveCopy(HBITMAP bitmap) {
+    UniqueBitmap copy(static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0)));
+    if (!copy || !SetClipboardData(CF_BITMAP, copy.Get())) return false;
+    copy.Release();
     MarkForHistory(StayOfPastes());
+    return true;
+}
+
+void PutBitmap(const UniqueBitmap& bitmap) {
+    if (!FillClipboard(kClipboardPatience, [&] { return GiveCopy(bitmap.Get()); })) WithholdStrokes();
 }
 
 }  // namespace
@@ -89,10 +95,10 @@ void CropClipboardImage(std::wstring_view argument) {
     if (description.bmBitsPixel != 32) return Tell(L"Bitmap 32 Bit ?");
     const std::vector<std::wstring_view> pieces = Split(argument, L':');
     const int margin = pieces.size() > 1 ? ToInt(pieces[1]) : 0;
-    UniqueBitmap cropped = MakeBitmap(Crop(image, FindContent(image, margin)));
+    const UniqueBitmap cropped = MakeBitmap(Crop(image, FindContent(image, margin)));
     ClearForCopy();
     Pause(100);
-    if (cropped) PutBitmap(std::move(cropped));
+    if (cropped) PutBitmap(cropped);
     Pause(100);
     SendPaste(20);
 }
@@ -108,8 +114,8 @@ void ClipboardImageToSource() {
     const PixelImage image = ReadPixels(bitmap.Get());
     if (image.pixels.empty()) return Tell(L"No HBITMAP");
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(image.pixels.data());
-    ClipboardPutText(
-        BitmapSourceText(image.width, image.height, {bytes, image.pixels.size() * sizeof image.pixels[0]}));
+    const std::size_t size = image.pixels.size() * sizeof image.pixels[0];
+    if (!ClipboardPutText(BitmapSourceText(image.width, image.height, {bytes, size}))) WithholdStrokes();
     keepClipboardOnce = true;
 }
 

@@ -14,6 +14,7 @@
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/stroke_target.h"
 #include "paste/builtin/gdi_plus.h"
 
 namespace verbatix {
@@ -82,10 +83,14 @@ Picture LoadPicture(const std::wstring& path) {
     return DoAside(load, kLongestWait) ? std::move(*picture) : Picture();
 }
 
-void GiveFileBytes(FileBytes file) {
-    if (const wchar_t* const name = ImageFormatName(file.start)) {
-        GiveToClipboard(RegisterClipboardFormatW(name), std::move(file.block));
+// The picture itself, which may be huge: where another program took the clipboard over, none is left for a
+// second attempt, and nothing is pasted.
+bool GivePicture(Picture& picture) {
+    if (!GiveToClipboard(CF_DIB, std::move(picture.dib))) return false;
+    if (const wchar_t* const name = ImageFormatName(picture.file.start)) {
+        GiveToClipboard(RegisterClipboardFormatW(name), std::move(picture.file.block));
     }
+    return true;
 }
 
 }  // namespace
@@ -94,18 +99,14 @@ bool ImageFileToClipboard(std::wstring_view untrimmedPath) {
     const std::wstring path(TrimSpace(untrimmedPath));
     // Decoded before the clipboard is opened, so that no other program is locked out of it meanwhile.
     Picture picture = LoadPicture(path);
-    {
-        const ClipboardSession session;
-        if (!session) {
-            WithholdStrokes();
-            keepClipboardOnce = true;
-            return true;
-        }
-        EmptyClipboard();
-        if (!picture.dib) return false;
-        GiveToClipboard(CF_DIB, std::move(picture.dib));
-        GiveFileBytes(std::move(picture.file));
+    const bool isPicture = static_cast<bool>(picture.dib);
+    AwaitLastStroke();
+    if (!FillClipboard(kClipboardPatience, [&] { return !isPicture || GivePicture(picture); })) {
+        WithholdStrokes();
+        keepClipboardOnce = true;
+        return true;
     }
+    if (!isPicture) return false;
     if (!picture.file.opened) {
         ShowBoxInFront(nullptr, LanguageText(text::kCannotOpenFile) + L": " + path, L"", MB_ICONERROR);
     }

@@ -8,6 +8,7 @@
 #include "clipboard/clipboard_text.h"
 #include "clipboard/html_clipboard.h"
 #include "clipboard/paste_content.h"
+#include "clipboard/saved_clipboard.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/pause.h"
 #include "hotkeys/stroke_target.h"
@@ -51,6 +52,12 @@ static std::wstring ClipboardText() {
     return text;
 }
 
+static std::wstring UsersText() {
+    std::wstring text;
+    GetUsersText(text);
+    return text;
+}
+
 static std::wstring ClipboardHtml() {
     std::wstring fragment;
     std::wstring raw;
@@ -89,7 +96,10 @@ static ExpansionSources SystemSources(bool useDate, bool useTime) {
 }
 
 std::wstring ExpandPlaceholders(std::wstring& text, bool useDateFormat, bool useTimeFormat) {
-    if (ExpandFrom(text, SystemSources(useDateFormat, useTimeFormat))) PasteAsHtml = true;
+    ExpansionSources sources = SystemSources(useDateFormat, useTimeFormat);
+    // A run entry has copied the selection by now, and that is what it means.
+    sources.clipboardText = UsersText;
+    if (ExpandFrom(text, sources)) PasteAsHtml = true;
     return text;
 }
 

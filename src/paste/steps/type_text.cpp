@@ -35,12 +35,35 @@ DWORD ExtendedFlag(BYTE key) {
     return key == VK_RMENU ? KEYEVENTF_EXTENDEDKEY : 0;
 }
 
-using KeyScanFunction = SHORT(WINAPI*)(WCHAR);
+using KeyScanFunction = SHORT(WINAPI*)(WCHAR, HKL);
 
 KeyScanFunction FindKeyScan() {
     return reinterpret_cast<KeyScanFunction>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"USER32.DLL"), "VkKeyScanW")));
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"USER32.DLL"), "VkKeyScanExW")));
 }
+
+// Each program has a layout of its own. A console does not tell which.
+HKL LayoutInFront() {
+    const HKL layout = GetKeyboardLayout(GetWindowThreadProcessId(GetForegroundWindow(), nullptr));
+    return layout ? layout : GetKeyboardLayout(0);
+}
+
+// With Caps Lock on every letter would come out in the other case. It is off for as long as this lives.
+class WithoutCapsLock {
+  public:
+    WithoutCapsLock() : wasOn_((GetKeyState(VK_CAPITAL) & 1) != 0) { Switch(); }
+    ~WithoutCapsLock() { Switch(); }
+    WithoutCapsLock(const WithoutCapsLock&) = delete;
+    WithoutCapsLock& operator=(const WithoutCapsLock&) = delete;
+
+  private:
+    void Switch() const {
+        const KeyStroke strokes[] = {{VK_CAPITAL, 0}, {VK_CAPITAL, KEYEVENTF_KEYUP}};
+        if (wasOn_) PlayWhole(strokes);
+    }
+
+    bool wasOn_;
+};
 
 void ShowError(const std::wstring& text) {
     ShowBoxInFront(GetActiveWindow(), text, L"Error");
@@ -72,8 +95,11 @@ void TypeText(std::wstring_view text) {
     }
     const KeyScanFunction keyScan = FindKeyScan();
     if (!keyScan || !MaySendStroke()) return;
+    LetRightControlGo();
+    const WithoutCapsLock plain;
+    const HKL layout = LayoutInFront();
     for (const wchar_t character : text) {
-        PlayWhole(StrokesForKeyScan(keyScan(character)));
+        PlayWhole(StrokesForKeyScan(keyScan(character, layout)));
         PauseExactly(1);
     }
 }

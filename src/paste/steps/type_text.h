@@ -1,4 +1,5 @@
-// Typing a text as key strokes of the user's keyboard layout, for programs that take no paste.
+// Typing a text as key strokes of the keyboard layout of the program in front, for programs that take no
+// paste.
 #pragma once
 
 #include <windows.h>
@@ -14,7 +15,7 @@ namespace verbatix {
 // The longest text that is typed, in UTF-16 units: a longer one would keep the keyboard for seconds.
 inline constexpr std::size_t kMaxTypedText = 1024;
 
-// The key events of one character, from what VkKeyScanW answered for it: virtual key in the low byte,
+// The key events of one character, from what VkKeyScanExW answered for it: virtual key in the low byte,
 // shift state in the high one. A character without a key (-1) becomes what those bits say.
 std::vector<KeyStroke> StrokesForKeyScan(SHORT keyScan);
 

@@ -1,6 +1,7 @@
 // The pass over a text and the variables: one row each.
 #include "paste/text/date_codes.h"
 
+#include <algorithm>
 #include <array>
 
 #include "base/text.h"
@@ -118,6 +119,11 @@ constexpr std::array<const wchar_t*, count> Names(const Row (&rows)[count], cons
 bool HasTwoPercentSigns(std::wstring_view text) {
     const std::size_t first = text.find(L'%');
     return first != std::wstring_view::npos && text.find(L'%', first + 1) != std::wstring_view::npos;
+}
+
+bool MayAskForDate(std::wstring_view text) {
+    const auto asks = [](std::wstring_view piece) { return piece == L"C" || piece == L"T"; };
+    return HasTwoPercentSigns(text) && std::ranges::any_of(Split(text, L'%'), asks);
 }
 
 void ExpandDateTimeCodes(std::wstring& text, const DateTimePass& pass) {

@@ -14,6 +14,9 @@ namespace verbatix {
 // Whether a text can hold a code or placeholder at all.
 bool HasTwoPercentSigns(std::wstring_view text);
 
+// Whether the pass may come to a code that asks the user for a date or a time of day.
+bool MayAskForDate(std::wstring_view text);
+
 // What one pass works with.
 struct DateTimePass {
     // Local time, read once, so that all codes of a text agree even when midnight falls between them. The

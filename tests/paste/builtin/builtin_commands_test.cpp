@@ -161,6 +161,15 @@ TEST_F(BuiltinCommandsTest, TextIsTyped) {
         Run(command);
         EXPECT_TRUE(TargetShows(text)) << ToBytes(WindowText(edit), CP_UTF8);
     }
+    const auto isCapsLockOn = [] { return (GetKeyState(VK_CAPITAL) & 1) != 0; };
+    PlayStroke({}, VK_CAPITAL);
+    EXPECT_TRUE(WaitFor(isCapsLockOn));
+    Select(L"");
+    Run(L"Txt2Key:aBc");
+    EXPECT_TRUE(TargetShows(L"aBc")) << ToBytes(WindowText(edit), CP_UTF8);
+    EXPECT_TRUE(isCapsLockOn());
+    PlayStroke({}, VK_CAPITAL);
+    EXPECT_TRUE(WaitFor([&] { return !isCapsLockOn(); }));
     Select(L"");
     Run(L"Txt2Key:\x4E2D\xD83D\xDE00");  // without a key: no harm
     const std::wstring longest(1024, L'x');
