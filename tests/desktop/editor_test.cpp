@@ -1,4 +1,6 @@
 // The editor of the main window, by mouse and keyboard, down to the settings file.
+#include <functional>
+
 #include "desktop/program_window.h"
 
 namespace verbatix::test {
@@ -230,6 +232,35 @@ TEST_F(EditorTest, TheListOfCodesIsSearchedAndLeavesTheTextAlone) {
     Type(IDC_TEXT, L"%d");
     EXPECT_TRUE(Becomes(IDC_TEXT, L"on %d+1%%qfwd%%d"));
     EXPECT_TRUE(CodesAreOpen(false));
+}
+
+// The hotkey field takes every key, F1 too; from there it is opened by the menu.
+TEST_F(EditorTest, TheGuideOpensAtTheChapterOfThePlace) {
+    Start({{L"Ctrl+Q", L"text", L"label"}});
+    wchar_t folder[MAX_PATH + 1] = {};
+    GetTempPathW(MAX_PATH + 1, folder);
+    const std::wstring page = std::wstring(folder) + L"Verbatix_guide_open.html";
+    const auto opensAt = [&](const char* place, const std::function<void()>& ask) {
+        DeleteFileW(page.c_str());
+        ask();
+        EXPECT_TRUE(WaitFor([&] { return ReadBytes(page).find(place) != std::string::npos; })) << place;
+        EXPECT_TRUE(WaitFor([&] { return DeleteFileW(page.c_str()) != FALSE; }));
+    };
+    const auto pressF1 = [] { PlayStroke({}, VK_F1); };
+    SetFocusTo(IDC_FILTER);
+    opensAt("#your-list\"", pressF1);
+    AskForHotkey();
+    opensAt("#hotkeys\"", [&] { Menu(CMD_GUIDE); });
+    Press(IDC_INSERT);
+    ASSERT_TRUE(CodesAreOpen(true));
+    opensAt("#placeholders\"", pressF1);
+    PlayStroke({}, VK_ESCAPE);
+    EXPECT_TRUE(CodesAreOpen(false));
+    Menu(CMD_ABOUT);
+    HWND about = nullptr;
+    ASSERT_TRUE(WaitFor([&] { return (about = DialogOf(run_.Program().Id(), dialog_)) != nullptr; }));
+    opensAt("#when-something-goes-wrong\"", pressF1);
+    Answer(IDOK);
 }
 
 TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {

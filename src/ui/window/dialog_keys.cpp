@@ -89,11 +89,15 @@ void GoOn() {
 
 // Wherever in the window the user is; their names stand beside the rows of the menus.
 constexpr Key kWindowKeys[] = {
-    {kCtrl, 'N', Send<CMD_NEW_ENTRY>},    {kCtrl, 'D', Send<CMD_COPY_ENTRY>},
-    {kCtrl, 'F', Send<CMD_FIND>},         {kCtrl, 'S', Send<CMD_SAVE>},
-    {kNone, VK_F1, Send<CMD_GUIDE>},      {kNone, VK_F2, Send<CMD_RENAME_ENTRY>},
-    {kNone, VK_F3, Send<CMD_FIND_NEXT>},  {kShift, VK_F3, Send<CMD_FIND_PREVIOUS>},
-    {kNone, VK_F5, Send<CMD_TEST_ENTRY>}, {kNone, VK_F6, GoOn},
+    {kCtrl, 'N', Send<CMD_NEW_ENTRY>},
+    {kCtrl, 'D', Send<CMD_COPY_ENTRY>},
+    {kCtrl, 'F', Send<CMD_FIND>},
+    {kCtrl, 'S', Send<CMD_SAVE>},
+    {kNone, VK_F2, Send<CMD_RENAME_ENTRY>},
+    {kNone, VK_F3, Send<CMD_FIND_NEXT>},
+    {kShift, VK_F3, Send<CMD_FIND_PREVIOUS>},
+    {kNone, VK_F5, Send<CMD_TEST_ENTRY>},
+    {kNone, VK_F6, GoOn},
     {kNone, VK_F8, FocusSplitter},
 };
 

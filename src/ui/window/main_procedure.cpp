@@ -30,6 +30,7 @@
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
 #include "ui/shell/control_tips.h"
+#include "ui/shell/guide.h"
 #include "ui/state/entry_uses.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
@@ -225,6 +226,8 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_NOTIFY:
             SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
             return TRUE;
+        // F1, also in the dialogs that this window owns.
+        case WM_HELP: return OpenGuideHere(), TRUE;
         case WM_CONTEXTMENU:
             if (reinterpret_cast<HWND>(wParam) == DialogControl(IDC_INSERT)) {
                 return ShowInsertMenu(DialogControl(IDC_INSERT)), TRUE;
