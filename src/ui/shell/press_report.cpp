@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <ranges>
 
 #include "base/language.h"
 #include "base/product.h"
@@ -97,7 +98,7 @@ std::wstring PressLines(std::span<const LoggedPress> presses) {
     std::wstring lines =
         L"time          hotkey               in front                 run        entry       kind"
         L"         copies/pastes/other\r\n";
-    for (auto press = presses.rbegin(); press != presses.rend(); ++press) lines += PressLine(*press);
+    for (const LoggedPress& press : std::views::reverse(presses)) lines += PressLine(press);
     return lines;
 }
 
