@@ -100,7 +100,7 @@ void AddSharing(HotkeyVerdict& verdict, const std::wstring& entry) {
 }  // namespace
 
 std::wstring FormatKeyForReading(unsigned key, const std::wstring& label) {
-    const std::wstring name = FormatKeyName(key);
+    std::wstring name = FormatKeyName(key);
     if (name.size() != 1 || IsAscii(name.front())) return name;
     const bool isVisible = name.front() > L' ' && !(name.front() >= 0x7f && name.front() <= 0xa0);
     if (label.empty() || label == name) return isVisible ? name : std::wstring(1, L'?');
@@ -148,7 +148,7 @@ std::wstring FormatPressedKeys(unsigned key, unsigned held, const std::wstring& 
 std::wstring WhyNoHotkey(unsigned key, unsigned held, const std::wstring& label) {
     const std::wstring name = FormatPressedKeys(key, held, label);
     if (ModifierCodeOf(held) < 0) {
-        const std::wstring use = UseOf(HeldIn(held), key, name);
+        std::wstring use = UseOf(HeldIn(held), key, name);
         if (!use.empty()) return use;
         const int reason = held == 0 ? text::kKeyAlone : text::kNoSuchModifiers;
         return FillIn(LanguageText(reason), {name});

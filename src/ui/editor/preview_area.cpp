@@ -67,7 +67,7 @@ std::wstring HintText(const std::wstring& text, const std::vector<CodeHint>& hin
     const CodeHint& first = hints.front();
     const int sentence = first.meant.starts_with(L'%') ? text::kCodeMistyped : text::kCommandMistyped;
     const std::wstring written = text.substr(first.start, first.length);
-    const std::wstring said = FillIn(LanguageText(sentence), {written, first.meant});
+    std::wstring said = FillIn(LanguageText(sentence), {written, first.meant});
     if (hints.size() == 1) return said;
     return FillIn(LanguageText(text::kAndMore), {said, std::to_wstring(hints.size() - 1)});
 }

@@ -175,6 +175,7 @@ TEST_F(TreeTest, SeveralStepWithoutPassingEachOther) {
                  {{L"d", L"a"}, false, L"(G: d c) a b e"}};
     for (const auto& [what, down, tree] : steps) {
         std::vector<int> nodes;
+        nodes.reserve(what.size());
         for (const wchar_t* name : what) nodes.push_back(Named(name));
         Rearrange(list_, StepManyInTree(tree_, nodes, down));
         Build();
