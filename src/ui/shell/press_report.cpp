@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 
 #include "base/language.h"
 #include "base/product.h"
@@ -98,7 +97,8 @@ std::wstring PressLines(std::span<const LoggedPress> presses) {
     std::wstring lines =
         L"time          hotkey               in front                 run        entry       kind"
         L"         copies/pastes/other\r\n";
-    for (const LoggedPress& press : std::views::reverse(presses)) lines += PressLine(press);
+    std::for_each(presses.rbegin(), presses.rend(),
+                  [&](const LoggedPress& press) { lines += PressLine(press); });
     return lines;
 }
 
