@@ -5,6 +5,7 @@
 #include "app/single_instance.h"
 #include "base/product.h"
 #include "hotkeys/foreground.h"
+#include "hotkeys/pause.h"
 #include "ids.h"
 #include "store/profile.h"
 #include "store/settings.h"
@@ -182,15 +183,18 @@ static bool DismissesTooltip(UINT message) {
     }
 }
 
+static void Dispatch(MSG& message) {
+    if (DismissesTooltip(message.message)) HideTrackingTooltip(noticeTooltip);
+    if (HandleDialogKey(message)) return;
+    if (mainWindow.window && IsDialogMessageW(mainWindow.window, &message)) return;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
 int RunMessageLoop() {
+    dispatchMessage = Dispatch;
     MSG message = {};
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (DismissesTooltip(message.message)) HideTrackingTooltip(noticeTooltip);
-        if (HandleDialogKey(message)) continue;
-        if (mainWindow.window && IsDialogMessageW(mainWindow.window, &message)) continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) Dispatch(message);
     return static_cast<int>(message.wParam);
 }
 

@@ -46,6 +46,7 @@ class ClaimedKeys {
     // The time since the last event does not count: nobody could see one.
     void OnBlindTime(ULONGLONG now);
     void Clear() { claimed_.reset(); }
+    bool Any() const { return claimed_.any(); }
 
   private:
     std::bitset<kKeyCount> claimed_;

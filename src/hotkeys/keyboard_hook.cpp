@@ -133,6 +133,16 @@ bool IsControlHeldOnPurpose() {
     return GetAsyncKeyState(VK_LCONTROL) < 0;
 }
 
+void AwaitReleases() {
+    constexpr ULONGLONG kLongest = 1000;
+    constexpr DWORD kMoment = 200;  // between the releases of a key and of its modifiers
+    const ULONGLONG start = GetTickCount64();
+    const auto isQuiet = [] {
+        return !keyboardHook.trigger.claims.Any() && GetTickCount() - keyboardHook.lastEventAt > kMoment;
+    };
+    while (!isQuiet() && GetTickCount64() - start < kLongest) Pause(10);
+}
+
 static PressNumber RecordPress(const KeyDecision& decision, DWORD key, HWND foreground) {
     const PressWay way = decision.action == KeyAction::TriggerMenu    ? PressWay::kMenu
                          : decision.action == KeyAction::TriggerEntry ? PressWay::kInsideHook

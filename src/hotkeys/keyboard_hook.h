@@ -93,6 +93,9 @@ class DeferredStep {
 // Without one it does nothing.
 void RunPressedEntry();
 
+// Waits until the keys of the hotkey have come up and no key was seen for a moment, at most a second.
+void AwaitReleases();
+
 // Whether the user holds Ctrl for something else than the hotkey that he pressed: letting the right one go
 // for him does not reach the system's right Ctrl.
 bool IsControlHeldOnPurpose();

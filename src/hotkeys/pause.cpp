@@ -4,10 +4,22 @@ namespace verbatix {
 
 bool isInsideHook = false;
 DWORD patienceInsideHook = 0;
+void (*dispatchMessage)(MSG& message) = nullptr;
 
 void ServeWaitingKeys() {
     MSG message;
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+}
+
+static void Dispatch(MSG& message) {
+    if (dispatchMessage) return dispatchMessage(message);
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+}
+
+void DispatchWaitingKeys() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) Dispatch(message);
 }
 
 // The tick count moves in steps of up to 16 ms, too coarse for waits of 10 and 20 ms.

@@ -26,4 +26,10 @@ void PauseExactly(DWORD milliseconds);
 // Serves what waits for this thread now.
 void ServeWaitingKeys();
 
+// Dispatches a message as the thread's message loop does; set by whoever runs that. Null: to its window.
+extern void (*dispatchMessage)(MSG& message);
+
+// Dispatches the keys that wait for windows of this thread.
+void DispatchWaitingKeys();
+
 }  // namespace verbatix

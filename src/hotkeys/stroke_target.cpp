@@ -23,6 +23,15 @@ bool Answers(HWND window, DWORD milliseconds) {
     return GetLastError() == ERROR_ACCESS_DENIED || !IsWindow(window);
 }
 
+// A stroke into a window of ours waits in the queue of the very thread that waits for it.
+static bool ComesOn(HWND window, DWORD milliseconds) {
+    if (GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId()) {
+        return Answers(window, milliseconds);
+    }
+    if (!isInsideHook) DispatchWaitingKeys();
+    return true;
+}
+
 // A message that is sent overtakes the keys that wait in the queue: the first answer only tells that the
 // program takes its messages again. Ctrl, the key, the character made of it and the two releases are taken
 // one by one behind it, and before each of them the program answers again; while it handles one it does
@@ -33,7 +42,7 @@ bool AwaitStroke(DWORD milliseconds) {
     for (int i = 0; i < kAnswers && strokeTarget; ++i) {
         if (i > 0) PauseExactly(1);
         const ULONGLONG now = GetTickCount64();
-        if (!Answers(strokeTarget, now < deadline ? static_cast<DWORD>(deadline - now) : 1)) return false;
+        if (!ComesOn(strokeTarget, now < deadline ? static_cast<DWORD>(deadline - now) : 1)) return false;
     }
     strokeTarget = nullptr;
     return true;

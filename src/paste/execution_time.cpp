@@ -57,14 +57,14 @@ DWORD SlotsTime(std::wstring_view digits) {
 std::optional<DWORD> BuiltinTime(std::wstring_view text) {
     const BuiltinCommand* const command = FindBuiltinCommand(text);
     const std::wstring_view name = command ? command->name : L"";
-    const bool posts = name == L"MonitorOff" || name == L"MonitorOn" || name == L"ScreensaverOn";
+    const bool posts = name == L"MonitorOn" || name == L"ScreensaverOn";
     return posts ? std::optional<DWORD>(0) : std::nullopt;
 }
 
 }  // namespace
 
 std::optional<DWORD> EstimateExecution(std::wstring_view text, const ExecutionFacts& facts) {
-    if (facts.savesClipboard || facts.clipboardIsBusy) return std::nullopt;
+    if (facts.savesClipboard || facts.clipboardIsBusy || facts.targetIsOurs) return std::nullopt;
     const ParsedCommand command = ParseCommand(text);
     switch (command.kind) {
         case CommandKind::None: return TextTime(text);

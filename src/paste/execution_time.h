@@ -13,6 +13,7 @@ namespace verbatix {
 struct ExecutionFacts {
     bool savesClipboard = false;   // the user's clipboard is saved first: whatever is on it
     bool clipboardIsBusy = false;  // another program has it open, or hangs and owns it
+    bool targetIsOurs = false;     // a window of the hook's thread, which takes no stroke meanwhile
 };
 
 // The milliseconds that the waits and strokes of the entry add up to. Nothing where that depends on

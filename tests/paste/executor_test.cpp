@@ -269,6 +269,21 @@ TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
     EXPECT_EQ(Clipboard(), L"kept");
 }
 
+TEST_F(AimedExecution, AFieldOfOurOwnGetsEachPiece) {
+    const HWND own = CreateWindowExW(0, L"EDIT", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE | ES_MULTILINE, 50,
+                                     50, 300, 200, nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(own);
+    SetFocus(own);
+    EXPECT_TRUE(test::WaitFor([&] { return GetForegroundWindow() == own && GetFocus() == own; }));
+    ExecuteEntry(L"a%send_tab%b%send_enter%c");
+    EXPECT_TRUE(test::WaitFor([&] { return test::WindowText(own) == L"a\tb\r\nc"; }))
+        << test::WindowText(own);
+    SendMessageW(own, EM_SETSEL, 0, -1);
+    ExecuteEntry(L"<%copy_text%>");
+    EXPECT_TRUE(test::WaitFor([&] { return test::WindowText(own) == L"<a\tb\r\nc>"; }));
+    DestroyWindow(own);
+}
+
 LRESULT CALLBACK RunTimers(HWND window, UINT message, WPARAM id, LPARAM lParam) {
     if (message == WM_TIMER) {
         KillTimer(window, id);

@@ -10,6 +10,7 @@
 #include "clipboard/shell_paths.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/keyboard_hook.h"
 #include "hotkeys/pause.h"
 #include "hotkeys/stroke_target.h"
 #include "paste/builtin/clipboard_image.h"
@@ -31,7 +32,9 @@ void PostToAllWindows(WPARAM command, LPARAM parameter) {
     PostMessageW(HWND_BROADCAST, WM_SYSCOMMAND, command, parameter);
 }
 
+// The release of the very keys that switched the monitor off would switch it on again.
 void MonitorOff(const BuiltinCall&) {
+    AwaitReleases();
     PostToAllWindows(SC_MONITORPOWER, 2);
 }
 

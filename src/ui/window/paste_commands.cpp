@@ -40,7 +40,8 @@ void ExecuteFromHotkey(const std::wstring& text) {
 }
 
 bool FitsInsideHook(const std::wstring& text, DWORD limit) {
-    const ExecutionFacts facts = {settings.restoreOldClipboard != 0, !IsClipboardAtHand()};
+    const bool isOurs = GetWindowThreadProcessId(GetForegroundWindow(), nullptr) == GetCurrentThreadId();
+    const ExecutionFacts facts = {settings.restoreOldClipboard != 0, !IsClipboardAtHand(), isOurs};
     return FitsWell(EstimateExecution(text, facts), limit);
 }
 

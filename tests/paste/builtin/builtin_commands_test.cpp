@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "clipboard/shell_paths.h"
+#include "hotkeys/keyboard_hook.h"
 #include "image_samples.h"
 #include "paste/selection_target.h"
 #include "paste/steps/temporary_page.h"
@@ -76,7 +77,11 @@ class Recorder {
 TEST_F(BuiltinCommandsTest, MonitorAndScreenSaverArePostedToEveryWindow) {
     const Recorder first;
     const Recorder second;
+    keyboardHook.trigger.claims.Claim('Q', GetTickCount64());
+    const ULONGLONG start = GetTickCount64();
     Run(L"MonitorOff");
+    EXPECT_GE(GetTickCount64() - start, 900u) << "would be on again when the key comes up";
+    keyboardHook.trigger.claims.Clear();
     EXPECT_TRUE(first.commands.empty());  // posted, not sent
     Run(L"MonitorOn and more");
     Run(L"ScreensaverOn");

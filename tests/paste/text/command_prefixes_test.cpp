@@ -165,14 +165,14 @@ TEST(ExecutionTime, OfAnEntryDecidesWhetherItFitsIntoTheHook) {
     } rows[] = {
         {300,
          {L"plain text, %YYYY%-%MM%", L"", L"a%send_tab%b", L"C%DD", L"%Text%", L"%sleep_500%",
-          L"copy_slot:1", L"paste_slot:1", L"cpy:notepad.exe %cpy%", L"sys:MonitorOff"}},
+          L"copy_slot:1", L"paste_slot:1", L"cpy:notepad.exe %cpy%", L"sys:MonitorOn"}},
         {1000,
          {L"a%send_tab%%sleep_100%b%send_enter%", L"<%copy_text_uc%>", L"%mix_al_rows%", L"replace:a=>b"}},
         {0,
-         {L"%send_tab%%sleep_500%", L"paste_slot:12", L"sys:Txt2Key:abc", L"sys:nothing of that name",
-          L"run:notepad.exe", L"cmd:notepad.exe", L"runX:notepad.exe", L"img:C:\\picture.png", L"on %C%",
-          L"at %T%", L"C%DD%", L"%DD% %T", L"%phtml%", L"%copy_html%", L"%pptxt%",
-          L"%plain_text_to_tmp_html%"}},
+         {L"%send_tab%%sleep_500%", L"paste_slot:12", L"sys:Txt2Key:abc", L"sys:MonitorOff",
+          L"sys:nothing of that name", L"run:notepad.exe", L"cmd:notepad.exe", L"runX:notepad.exe",
+          L"img:C:\\picture.png", L"on %C%", L"at %T%", L"C%DD%", L"%DD% %T", L"%phtml%", L"%copy_html%",
+          L"%pptxt%", L"%plain_text_to_tmp_html%"}},
     };
     for (const auto& [limit, texts] : rows) {
         for (const wchar_t* const text : texts) {
@@ -183,6 +183,7 @@ TEST(ExecutionTime, OfAnEntryDecidesWhetherItFitsIntoTheHook) {
     }
     EXPECT_FALSE(EstimateExecution(L"plain text", {.savesClipboard = true}));
     EXPECT_FALSE(EstimateExecution(L"plain text", {.clipboardIsBusy = true}));
+    EXPECT_FALSE(EstimateExecution(L"plain text", {.targetIsOurs = true}));
 }
 
 }  // namespace
