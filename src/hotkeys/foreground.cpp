@@ -30,6 +30,17 @@ void TakeAltStrokesOut() {
     }
 }
 
+void ForgetReleasedModifiers() {
+    constexpr BYTE kIsDown = 0x80;
+    BYTE state[256] = {};
+    if (!GetKeyboardState(state)) return;
+    for (const int key : {VK_SHIFT, VK_LSHIFT, VK_RSHIFT, VK_CONTROL, VK_LCONTROL, VK_RCONTROL, VK_MENU,
+                          VK_LMENU, VK_RMENU, VK_LWIN, VK_RWIN}) {
+        if (GetAsyncKeyState(key) >= 0) state[key] &= static_cast<BYTE>(~kIsDown);
+    }
+    SetKeyboardState(state);
+}
+
 KeptForeground::~KeptForeground() {
     if (IsWindow(window_) && GetForegroundWindow() != window_) SetForegroundWindow(window_);
 }

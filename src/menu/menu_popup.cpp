@@ -136,6 +136,7 @@ static bool TakeKeyboard(HWND owner) {
     pasteMenu.input = {};
     pasteMenu.input.openedAt = GetTickCount();
     TakeAltStrokesOut();
+    ForgetReleasedModifiers();
     return GetForegroundWindow() == owner;
 }
 
