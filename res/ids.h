@@ -71,6 +71,14 @@
 #define IDC_KEEP_IN_FILE 1232
 #define IDC_DISCARD 1233
 
+// The question for the hotkey of several entries
+#define IDD_HOTKEY 182
+#define IDC_ASKED_HOTKEY_CAPTION 1260
+#define IDC_ASKED_HOTKEY 1261
+#define IDC_ASKED_MODIFIER 1262
+#define IDC_ASKED_KEY 1263
+#define IDC_ASKED_ADVICE 1264
+
 // About
 #define IDD_ABOUT 181
 #define IDC_ABOUT_STATE 1250
@@ -141,6 +149,8 @@
 #define CMD_SHOW_USES 40092
 #define CMD_ONLY_UNUSED 40093
 #define CMD_CLASHES 40094
+#define CMD_SORT_FIRST 40110  // the list's own order, and the five behind it: one a column, in their order
+#define CMD_SORT_REVERSED 40116
 #define CMD_LANGUAGE_FIRST 50000  // and the number of the language
 #define CMD_LANGUAGE_LAST 59999
 
@@ -198,6 +208,7 @@
 #define WM_SELECTION_CHANGED (0x8000 + 0x65)  // posted: another entry, or none, is selected
 #define WM_RENAMED (0x8000 + 0x66)            // posted: a name has been edited in place
 #define WM_LANGUAGE_CHANGED (0x8000 + 0x67)   // sent: the texts are those of another language
+#define WM_SEEN (0x8000 + 0x68)               // posted: the window stands on the screen for the first time
 #define WM_KEYS_PRESSED (0x8000 + 0x70)       // posted by the hook to the hotkey field
 
 // Timers of the main window; the one-shot ones are killed by their own handler first

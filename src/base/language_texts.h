@@ -545,6 +545,24 @@ enum : int {
     kCopyDetails = 1792,
     kDetailsCopied = 1793,
     kClose = 1794,
+
+    // The notices across the status bar
+    kShowAllEntries = 1800,
+    kOtherListHelp = 1801,
+    kMisreadHelp = 1802,
+    kTestOutOfReach = 1803,
+
+    // The editor
+    kTakenAlready = 1804,
+
+    // Sorting
+    kSortMenu = 1805,
+    kOwnOrder = 1806,
+    kSortReversed = 1807,
+
+    // The hotkey of several entries
+    kAskHotkey = 1810,
+    kAskHotkeyText = 1811,
 };
 
 }  // namespace verbatix::text

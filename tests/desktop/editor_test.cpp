@@ -1,4 +1,6 @@
 // The editor of the main window, by mouse and keyboard, down to the settings file.
+#include <functional>
+
 #include "desktop/program_window.h"
 
 namespace verbatix::test {
@@ -129,8 +131,19 @@ TEST_F(EditorTest, EntriesAreAddedCopiedAndDeleted) {
         EXPECT_TRUE(FileGets(letter));
     }
     EXPECT_TRUE(FileGets(L"=xyzone<"));
-    for (int steps = 0; steps < 5; ++steps) Menu(CMD_UNDO);
+    // By key in that field: once there and back, and on to the steps before, never to and fro.
+    SetFocusTo(IDC_TEXT);
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"one"));
+    PlayStroke({VK_LCONTROL}, 'Y');
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"xyzone"));
+    EXPECT_EQ(SendMessageW(Control(IDC_TEXT), EM_GETSEL, 0, 0), MAKELONG(3, 3)) << "behind what came back";
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"one"));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(Becomes(IDC_LABEL, L"Third"));
     EXPECT_TRUE(FileGets(L"text_002=Alt+Q=three<E<N<D|"));
+    for (int steps = 0; steps < 3; ++steps) Menu(CMD_UNDO);
     EXPECT_TRUE(WaitFor([&] { return Rows() == 2; }));
     EXPECT_TRUE(FileHolds(L"text_000=Ctrl+Q=one<E<N<D|"));
     for (int steps = 0; steps < 5; ++steps) Menu(CMD_REDO);
@@ -230,6 +243,47 @@ TEST_F(EditorTest, TheListOfCodesIsSearchedAndLeavesTheTextAlone) {
     Type(IDC_TEXT, L"%d");
     EXPECT_TRUE(Becomes(IDC_TEXT, L"on %d+1%%qfwd%%d"));
     EXPECT_TRUE(CodesAreOpen(false));
+    // In a new entry nothing is left of what only stands for a text; a step of its own in one that has one.
+    Press(CMD_NEW_ENTRY);
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"???Text"));
+    for (const wchar_t* text : {L"runx:", L"runx:runx:"}) {
+        Press(IDC_INSERT);
+        ASSERT_TRUE(CodesAreOpen(true));
+        Keys({'R', 'U', 'N', 'X', VK_RETURN});
+        EXPECT_TRUE(Becomes(IDC_TEXT, text)) << testing::PrintToString(Text(IDC_TEXT));
+    }
+    ASSERT_TRUE(SettlesInFront(dialog_));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"runx:")) << testing::PrintToString(Text(IDC_TEXT));
+}
+
+// The hotkey field takes every key, F1 too; from there it is opened by the menu.
+TEST_F(EditorTest, TheGuideOpensAtTheChapterOfThePlace) {
+    Start({{L"Ctrl+Q", L"text", L"label"}});
+    wchar_t folder[MAX_PATH + 1] = {};
+    GetTempPathW(MAX_PATH + 1, folder);
+    const std::wstring page = std::wstring(folder) + L"Verbatix_guide_open.html";
+    const auto opensAt = [&](const char* place, const std::function<void()>& ask) {
+        DeleteFileW(page.c_str());
+        ask();
+        EXPECT_TRUE(WaitFor([&] { return ReadBytes(page).find(place) != std::string::npos; })) << place;
+        EXPECT_TRUE(WaitFor([&] { return DeleteFileW(page.c_str()) != FALSE; }));
+    };
+    const auto pressF1 = [] { PlayStroke({}, VK_F1); };
+    SetFocusTo(IDC_FILTER);
+    opensAt("#your-list\"", pressF1);
+    AskForHotkey();
+    opensAt("#hotkeys\"", [&] { Menu(CMD_GUIDE); });
+    Press(IDC_INSERT);
+    ASSERT_TRUE(CodesAreOpen(true));
+    opensAt("#placeholders\"", pressF1);
+    PlayStroke({}, VK_ESCAPE);
+    EXPECT_TRUE(CodesAreOpen(false));
+    Menu(CMD_ABOUT);
+    HWND about = nullptr;
+    ASSERT_TRUE(WaitFor([&] { return (about = DialogOf(run_.Program().Id(), dialog_)) != nullptr; }));
+    opensAt("#when-something-goes-wrong\"", pressF1);
+    Answer(IDOK);
 }
 
 TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
@@ -269,6 +323,15 @@ TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
         EXPECT_TRUE(Select(0, IDC_LABEL, firstLabel)) << ::testing::PrintToString(Text(IDC_LABEL));
     }
     EXPECT_TRUE(FileHolds(L"SortDescending=0"));
+    // The same by the menu, where the direction is a row of its own.
+    for (const auto& [command, firstLabel] : {std::pair<WPARAM, const wchar_t*>{CMD_SORT_FIRST + 3, L"1"},
+                                              {CMD_SORT_REVERSED, L"3"},
+                                              {CMD_SORT_FIRST + 2, L"3"},
+                                              {CMD_SORT_REVERSED, L"1"},
+                                              {CMD_SORT_FIRST, L"2"}}) {
+        Menu(command);
+        EXPECT_TRUE(Select(0, IDC_LABEL, firstLabel)) << testing::PrintToString(Text(IDC_LABEL));
+    }
     EXPECT_TRUE(FileHolds(L"text_000=Ctrl+Q=b alpha<E<N<D|"));
 }
 
@@ -302,7 +365,7 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     EXPECT_TRUE(FileGets(L"Ctrl-Alt+R=hello<E<N<D|"));
     EXPECT_EQ(Text(IDC_KEY), L"R");
     // Tested, it goes into the window that the user came from, as it has just been typed, whatever lies
-    // above it.
+    // above it and whether it is itself always on top.
     const HWND above = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"Utility", WS_POPUP, 0, 0, 90, 9, nullptr,
                                        nullptr, nullptr, nullptr);
     ShowWindow(above, SW_SHOWNOACTIVATE);
@@ -311,6 +374,7 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     };
     SendMessageW(Control(IDC_TEXT), EM_SETSEL, 5, 5);
     Type(IDC_TEXT, L"\r!");
+    SetWindowPos(target.Window(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     PlayStroke({}, VK_F5);
     EXPECT_TRUE(targetShows(L"hello\r\n!")) << ::testing::PrintToString(target.Text());
     DestroyWindow(above);

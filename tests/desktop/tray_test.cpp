@@ -130,7 +130,8 @@ TEST_F(Tray, APauseIsSeenAndKeepsHotkeysFromOneProgramOrAll) {
 }
 
 TEST_F(Tray, UsesAreCountedApartFromTheListAndTheLastOnesOffered) {
-    Start({{L"Ctrl-Alt+W", L"text w"}, {L"Ctrl-Alt+Q", L"text q"}}, L"show_uses=1\r\n", L"-bg");
+    Start({{L"Ctrl-Alt+W", L"text w"}, {L"Ctrl-Alt+Q", L"text q"}, {L"Ctrl-Alt+E", L"text e"}},
+          L"show_uses=1\r\n", L"-bg");
     const std::wstring before = File();
     const auto uses = [&] { return ReadBytes(run_.SettingsFile() + L".uses"); };
     const Target target;
@@ -146,9 +147,18 @@ TEST_F(Tray, UsesAreCountedApartFromTheListAndTheLastOnesOffered) {
     ASSERT_TRUE(run_.Start());
     FindControls();
     Menu(CMD_ONLY_UNUSED);
-    EXPECT_TRUE(WaitFor([&] { return Rows() == 1; }) && Becomes(IDC_TEXT, L"text q"));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 2; }) && Becomes(IDC_TEXT, L"text q"));
+    // What was used while nobody saw the list is not in it when the window comes back.
+    SendMessageW(dialog_, WM_COMMAND, CMD_SEND_TO_TRAY, 0);
+    Press(target, {VK_LCONTROL, VK_LMENU}, 'E');
+    EXPECT_TRUE(WaitFor([&] { return target.Text() == L"text wtext wtext e"; })) << target.Text();
+    SendMessageW(dialog_, WM_TIMER, TIMER_CLOCK_JUMP, 0);
+    ClickTray(WM_LBUTTONDOWN);
+    EXPECT_TRUE(Shows(true));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 1; }));
+    target.SetText(L"text wtext w");
     PressKey(IDC_LIST, VK_ESCAPE);
-    EXPECT_TRUE(WaitFor([&] { return Rows() == 2; }));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 3; }));
     // An edit takes the count along; Test is no use.
     ASSERT_TRUE(Select(0, IDC_TEXT, L"text w"));
     Type(IDC_TEXT, L"X");
@@ -175,7 +185,23 @@ TEST_F(Tray, ClashesStandTogetherUntilEsc) {
     PressKey(IDC_FILTER, VK_ESCAPE);
     EXPECT_TRUE(Becomes(IDC_TEXT, L"two"));
     EXPECT_EQ(Rows(), 2);
-    PressKey(IDC_LIST, VK_ESCAPE);
+    // What was just deleted can be taken back there, before the line that tells of the view, by the
+    // keyboard alone.
+    const HWND link =
+        GetDlgItem(FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr), IDC_OFFER_LINK);
+    const auto follow = [&](std::wstring_view name) {
+        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(link) && WindowText(link) == name; }));
+        PostMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(link), TRUE);
+        PostMessageW(link, WM_KEYDOWN, VK_RETURN, 0);
+    };
+    PostMessageW(dialog_, WM_COMMAND, CMD_DELETE_ENTRY, 0);
+    EXPECT_TRUE(FileGets(L"text_002=Ctrl-Alt+W=<E<N<D|"));
+    follow(L"Undo");
+    EXPECT_TRUE(FileGets(L"text_002=Ctrl-Alt+W=two<E<N<D|"));
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 2; })) << Rows() << IsWindowVisible(list_);
+    EXPECT_TRUE(Select(0, IDC_TEXT, L"one")) << testing::PrintToString(Text(IDC_TEXT));
+    EXPECT_TRUE(Select(1, IDC_TEXT, L"two")) << testing::PrintToString(Text(IDC_TEXT));
+    follow(L"Show all");
     EXPECT_TRUE(WaitFor([&] { return Rows() == 3 && IsWindowVisible(tree_); }));
     EXPECT_TRUE(Becomes(IDC_TEXT, L"two"));
     EXPECT_EQ(run_.Exit(), 1);

@@ -242,6 +242,27 @@ TEST_F(TreeWindow, F2RenamesInPlace) {
     EXPECT_TRUE(FileGets(L"text_001=g/y"));
     EXPECT_TRUE(FileGets(L"text_003=g/three"));
     EXPECT_TRUE(TreeGets(8));
+    // A hotkey's name is asked for by its keys, for all that it has, and comes back in one step.
+    HWND box = nullptr;
+    Keys({VK_HOME, VK_F2});
+    ASSERT_TRUE(WaitFor([&] { return (box = DialogOf(run_.Program().Id(), dialog_)) != nullptr; }));
+    const HWND field = GetDlgItem(box, IDC_ASKED_HOTKEY);
+    EXPECT_TRUE(WaitFor([&] { return WindowText(field) == L"Hotkey: Press the keys"; }));
+    PressKeyDown(VK_LMENU);
+    PressKeyDown('T');
+    Linger(70);
+    LetKeyUp(VK_LMENU);
+    LetKeyUp('T');
+    EXPECT_TRUE(WaitFor([&] { return WindowText(GetDlgItem(box, IDC_ASKED_KEY)) == L"T"; }));
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(FileGets(L"text_004=Alt+T=text four<E<N<D|"));
+    for (const wchar_t* line : {L"text_000=Alt+T=text one", L"text_001=Alt+T=", L"text_003=Alt+T="})
+        EXPECT_TRUE(FileHolds(line)) << testing::PrintToString(line);
+    EXPECT_TRUE(FileHolds(L"text_002=Ctrl+W=")) << "of another hotkey";
+    EXPECT_TRUE(TreeGets(8));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(FileGets(L"text_004=Ctrl+Q=text four<E<N<D|"));
+    EXPECT_TRUE(FileHolds(L"text_000=Ctrl+Q=text one"));
 }
 
 }  // namespace

@@ -128,6 +128,21 @@ TEST_F(MainDialog, ResizesItsListAndKeepsItsPlaceOnTheScreen) {
     ProgramWindow::Start({}, maximised, L"-bg");
     EXPECT_EQ(run_.Exit(), 1);
     EXPECT_TRUE(FileHolds(maximised));
+    // On a screen of another resolution, of which Windows tells on the way there: it is the size stored
+    // there. A change that the user sees follows the resolution.
+    ProgramWindow::Start({}, L"WinRC=40;50;840;650;1;x,y,w,h,SW\r\n", L"-bg");
+    const auto width = [&] {
+        GetWindowRect(dialog_, &place);
+        return place.right - place.left;
+    };
+    SendMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(144, 144), 0);
+    EXPECT_EQ(width(), 800);
+    ClickTray(WM_LBUTTONDOWN);
+    ASSERT_TRUE(Shows(true) && ComesToFront());
+    EXPECT_EQ(width(), 800);
+    PostMessageW(dialog_, WM_DPICHANGED, MAKEWPARAM(192, 192), 0);
+    EXPECT_TRUE(WaitFor([&] { return width() == 1067; })) << width();
+    EXPECT_EQ(run_.Exit(), 1);
     // On a screen that is gone.
     Start(L"WinRC=9000;9000;9800;9600;1;x,y,w,h,SW\r\n");
     GetWindowRect(dialog_, &place);

@@ -10,6 +10,7 @@
 #include "base/window_dress.h"
 #include "hotkeys/foreground.h"
 #include "hotkeys/key_simulation.h"
+#include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "paste/text/date_operations.h"
 
@@ -32,6 +33,12 @@ void BringDialogForward(HWND dialog) {
     SendTagged({VK_MENU, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP});
     // Left in the queue, the lone Alt would open the dialog's system menu.
     TakeAltStrokesOut();
+}
+
+// The main window gets it from the dialogs that it owns; these have no owner.
+void AskForHelp(WPARAM wParam, LPARAM lParam) {
+    const HWND mainWindow = keyboardHook.client.mainWindow;
+    if (mainWindow) SendMessageW(mainWindow, WM_HELP, wParam, lParam);
 }
 
 // Makes the calendar as large as a whole month needs in this font, and the dialog around it likewise.
@@ -67,6 +74,7 @@ INT_PTR CALLBACK CalendarProcedure(HWND dialog, UINT message, WPARAM wParam, LPA
             PostMessageW(dialog, kShown, 0, 0);
             return TRUE;
         case kShown: BringDialogForward(dialog); return TRUE;
+        case WM_HELP: return AskForHelp(wParam, lParam), TRUE;
         case WM_COMMAND:
             if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL) return FALSE;
             MonthCal_GetCurSel(GetDlgItem(dialog, IDC_CALENDAR), &chosenDate);
@@ -98,6 +106,7 @@ INT_PTR CALLBACK TimeProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM 
             return TRUE;
         }
         case kShown: BringDialogForward(dialog); return TRUE;
+        case WM_HELP: return AskForHelp(wParam, lParam), TRUE;
         case WM_COMMAND:
             if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL) return FALSE;
             chosenTime.wHour = SelectedNumber(dialog, IDC_HOURS);

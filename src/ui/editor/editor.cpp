@@ -20,6 +20,7 @@
 #include "store/settings_path.h"
 #include "ui/editor/code_list.h"
 #include "ui/editor/editor_fields.h"
+#include "ui/editor/field_text.h"
 #include "ui/editor/hotkey_field.h"
 #include "ui/editor/hotkey_verdict.h"
 #include "ui/editor/long_text.h"
@@ -122,8 +123,8 @@ const KeyFacts& FactsOf(unsigned key, unsigned modifier) {
 HotkeyVerdict VerdictOnHotkey() {
     const std::optional<unsigned> key = ChosenKey();
     if (editor.position < 0) return {};
-    if (!editor.refusal.empty()) return {editor.refusal};
-    if (!key) return {FillIn(LanguageText(text::kNotAKey), {FieldText(IDC_KEY)})};
+    if (!editor.refusal.empty()) return {.text = editor.refusal};
+    if (!key) return {.text = FillIn(LanguageText(text::kNotAKey), {FieldText(IDC_KEY)})};
     return JudgeHotkey(mainWindow.entries, editor.position, *key, ChosenModifier(),
                        FactsOf(*key, ChosenModifier()), editor.choosesHotkey);
 }
@@ -133,8 +134,10 @@ HotkeyVerdict VerdictOnHotkey() {
 void ShowAdvice() {
     const int pathAdvice = PathAdvice();
     HotkeyVerdict verdict = VerdictOnHotkey();
-    if (pathAdvice && (!editor.choosesHotkey || verdict.text.empty())) verdict = {LanguageText(pathAdvice)};
+    if (pathAdvice && (!editor.choosesHotkey || verdict.text.empty()))
+        verdict = {.text = LanguageText(pathAdvice)};
     editor.sharer = verdict.other;
+    editor.more = verdict.more;
     SetLinkLine(DialogControl(IDC_CLASH), verdict.text, verdict.linkStart, verdict.linkLength);
     const HWND button = DialogControl(IDC_KEEP_PATHS);
     const bool isOffered = (GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE) != 0;
@@ -147,9 +150,10 @@ void ShowAdvice() {
 
 // In the field that takes keys as they are pressed, what the two drop-downs say.
 void ShowChosenHotkey() {
-    if (editor.position < 0) return ShowHotkeyInField({});
+    const HWND field = DialogControl(IDC_HOTKEY);
+    if (editor.position < 0) return ShowHotkeyInField(field, {});
     const unsigned key = ChosenKey().value_or(editor.key);
-    ShowHotkeyInField(FormatHotkeyForReading(key, ChosenModifier(), KeyLabel(key)));
+    ShowHotkeyInField(field, FormatHotkeyForReading(key, ChosenModifier(), KeyLabel(key)));
 }
 
 // The hotkey's key is that one now, whatever was being typed.
@@ -166,6 +170,7 @@ void ShowKey(unsigned key) {
 void KeepPathsOfText() {
     const std::optional<std::wstring> stored = StoredFromEditorText(FieldText(IDC_TEXT));
     if (!stored) return;
+    BeginStep();
     const HWND field = DialogControl(IDC_TEXT);
     SendMessageW(field, EM_SETSEL, 0, -1);
     SendMessageW(field, EM_REPLACESEL, TRUE,
@@ -185,14 +190,19 @@ void EnableControls(std::span<const int> controls, bool enable) {
     }
 }
 
-void FillFields(const ListEntry& entry) {
+// One that stands there already comes with what was done to it, undone for one: then the user goes on
+// there.
+void FillFields(const ListEntry& entry, bool isShown) {
     editor.filling = true;
-    SetFieldText(IDC_TEXT, EditorFromStoredText(entry.text));
+    const auto fill = isShown ? ChangeFieldText : [](HWND field, const std::wstring& text) {
+        SetWindowTextW(field, text.c_str());
+    };
+    fill(DialogControl(IDC_TEXT), EditorFromStoredText(entry.text));
     // What only stands for a text goes with the first letter.
     if (entry.text == *StoredFromEditorText(L"")) {
         SendMessageW(DialogControl(IDC_TEXT), EM_SETSEL, 0, -1);
     }
-    SetFieldText(IDC_LABEL, entry.label);
+    fill(DialogControl(IDC_LABEL), entry.label);
     const unsigned modifier = entry.modifier < kModifierCount ? entry.modifier : 0U;
     SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
     ShowKey(entry.keyCode);
@@ -306,6 +316,10 @@ void OnTextField(int code) {
 
 }  // namespace
 
+KeyFacts FactsOfHotkey(unsigned key, unsigned modifier) {
+    return FactsOf(key, modifier);
+}
+
 void RelabelEditor() {
     for (const Caption& caption : kCaptions) SetFieldText(caption.control, LanguageText(caption.text));
     // By the name a screen reader finds the view itself; the access key is its caption's.
@@ -325,7 +339,7 @@ void RelabelEditor() {
                  reinterpret_cast<LPARAM>(LanguageText(text::kFilterCue).c_str()));
     ShowCounter();
     ShowChosenHotkey();
-    RelabelHotkeyField();
+    RelabelHotkeyField(DialogControl(IDC_HOTKEY));
     ShowAdvice();
     RefreshPreview();
 }
@@ -340,7 +354,7 @@ static LRESULT CALLBACK KeepCaret(HWND field, UINT message, WPARAM wParam, LPARA
 }
 
 void SetUpEditor(HWND dialog) {
-    SetHotkeyFieldClient({TakePressed, ClearHotkey, ChooseHotkey});
+    SetHotkeyFieldClient(GetDlgItem(dialog, IDC_HOTKEY), {TakePressed, ClearHotkey, ChooseHotkey});
     AddSubclass(GetDlgItem(dialog, IDC_TEXT), KeepCaret, 1);
     RelabelEditor();
     for (const std::wstring& name : OfferedKeyNames()) {
@@ -362,8 +376,9 @@ void ShowInEditor(int position) {
     const bool exists = found != mainWindow.entries.end();
     SealStep(undoHistory);
     static constexpr ListEntry kNothing = {};
+    const bool isShown = exists && position == editor.position;
     editor.position = exists ? position : -1;
-    FillFields(exists ? found->second.current : kNothing);
+    FillFields(exists ? found->second.current : kNothing, isShown);
     editor.edited = false;
     editor.refusal.clear();
     if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
@@ -378,7 +393,7 @@ static void PutTextBack() {
     const auto found = mainWindow.entries.find(editor.position);
     if (found == mainWindow.entries.end()) return;
     editor.filling = true;
-    SetFieldText(IDC_TEXT, EditorFromStoredText(found->second.current.text));
+    ChangeFieldText(DialogControl(IDC_TEXT), EditorFromStoredText(found->second.current.text));
     editor.filling = false;
     editor.edited = false;
     ShowCounter();

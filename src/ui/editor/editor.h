@@ -8,6 +8,8 @@
 
 #include <string>
 
+#include "ui/editor/hotkey_verdict.h"
+
 namespace verbatix {
 
 struct Editor {
@@ -19,6 +21,7 @@ struct Editor {
     bool choosesHotkey = false;  // one of the hotkey's controls has the keyboard
     std::wstring refusal;        // why what was pressed last is no hotkey
     int sharer = -1;             // position of the entry that the link leads to
+    std::wstring more;           // to say of the hotkey than the line does
 };
 
 extern Editor editor;
@@ -47,6 +50,9 @@ bool SaveEdits(Warn warn);
 
 // The same, and writes what has not been written by earlier saves or is lost with a deleted file.
 bool SaveAll(Warn warn);
+
+// What the system knows of a hotkey that is being chosen.
+KeyFacts FactsOfHotkey(unsigned key, unsigned modifier);
 
 // TIMER_EDITOR_UPDATE has run out.
 void OnEditorTimer();

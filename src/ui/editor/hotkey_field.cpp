@@ -16,92 +16,105 @@ namespace {
 
 constexpr wchar_t kClass[] = L"VerbatixHotkey";
 
+// What belongs to a window of the class; it lasts as long as the window.
 struct HotkeyField {
-    HotkeyFieldClient client;
-    std::wstring hotkey;    // of the entry
-    std::wstring pressed;   // in place of it while the field asks; empty: the request to press something
+    HWND window = nullptr;
+    HotkeyFieldClient client = {};
+    std::wstring hotkey = {};  // the one that there is
+    std::wstring pressed =
+        {};                 // in place of it while the field asks; empty: the request to press something
     bool asks = false;      // has the keyboard
     bool complete = false;  // a combination has come since the last modifier went down
     HWND cameFrom = nullptr;
     HFONT font = nullptr;
 };
 
-HotkeyField field;
+HotkeyField* FieldOf(HWND window) {
+    return reinterpret_cast<HotkeyField*>(GetWindowLongPtrW(window, 0));
+}
 
-std::wstring ShownText() {
+std::wstring ShownText(const HotkeyField& field) {
     if (!field.asks) return field.hotkey;
     return field.pressed.empty() ? LanguageText(text::kPressKeys) : field.pressed;
 }
 
 // The window's text is what a screen reader says when it changes: the name of the field, then what it
 // shows.
-void Refresh() {
-    const HWND window = DialogControl(IDC_HOTKEY);
+void Refresh(const HotkeyField& field) {
     std::wstring name = LanguageText(text::kHotkeyFieldCaption);
     ReplaceAll(name, L"&", L"");
-    const std::wstring shown = ShownText();
+    const std::wstring shown = ShownText(field);
     if (!shown.empty()) name += L' ' + shown;
-    if (name != FieldText(IDC_HOTKEY)) SetWindowTextW(window, name.c_str());
-    InvalidateRect(window, nullptr, FALSE);
+    std::wstring before(static_cast<std::size_t>(GetWindowTextLengthW(field.window)) + 1, L'\0');
+    before.resize(static_cast<std::size_t>(
+        GetWindowTextW(field.window, before.data(), static_cast<int>(before.size()))));
+    if (name != before) SetWindowTextW(field.window, name.c_str());
+    InvalidateRect(field.window, nullptr, FALSE);
 }
 
-void ShowPressed(std::wstring shown) {
+void ShowPressed(HotkeyField& field, std::wstring shown) {
     field.pressed = std::move(shown);
-    Refresh();
+    Refresh(field);
 }
 
-void OnHeld(unsigned held) {
+void OnHeld(HotkeyField& field, unsigned held) {
     field.complete = false;
-    ShowPressed(held == 0 ? std::wstring() : FormatHeldKeys(held) + L" + ...");
+    ShowPressed(field, held == 0 ? std::wstring() : FormatHeldKeys(held) + L" + ...");
 }
 
 // What was taken stays in sight; after what was not, the field asks again.
-void OnReleased(unsigned held) {
+void OnReleased(HotkeyField& field, unsigned held) {
     const bool isTaken = field.complete && field.pressed == field.hotkey;
-    if (!field.complete || (held == 0 && !isTaken)) OnHeld(held);
+    if (!field.complete || (held == 0 && !isTaken)) OnHeld(field, held);
 }
 
-void OnCombination(DWORD key, unsigned held) {
+void OnCombination(HotkeyField& field, DWORD key, unsigned held) {
     field.complete = true;
     const bool isTaken = field.client.take && field.client.take({key, held});
-    ShowPressed(isTaken ? field.hotkey : FormatPressedKeys(key, held, KeyLabel(key)));
+    ShowPressed(field, isTaken ? field.hotkey : FormatPressedKeys(key, held, KeyLabel(key)));
 }
 
-void OnClear() {
+void OnClear(HotkeyField& field) {
     field.complete = false;
     if (field.client.clear) field.client.clear();
-    ShowPressed({});
+    ShowPressed(field, {});
 }
 
-void Leave() {
-    const bool canReturn = IsWindow(field.cameFrom) && IsChild(mainWindow.window, field.cameFrom) &&
+void Leave(const HotkeyField& field) {
+    const HWND dialog = GetParent(field.window);
+    const bool canReturn = IsWindow(field.cameFrom) && IsChild(dialog, field.cameFrom) &&
                            IsWindowVisible(field.cameFrom) && IsWindowEnabled(field.cameFrom);
-    SetFocus(canReturn ? field.cameFrom : ShownView());
+    if (canReturn) {
+        SetFocus(field.cameFrom);
+    } else {
+        SetFocus(dialog == mainWindow.window ? ShownView()
+                                             : GetNextDlgTabItem(dialog, field.window, FALSE));
+    }
 }
 
-void OnKeysPressed(CaptureAction action, DWORD key, unsigned held) {
+void OnKeysPressed(HotkeyField& field, CaptureAction action, DWORD key, unsigned held) {
     if (!field.asks) return;
     switch (action) {
-        case CaptureAction::kHeld: return OnHeld(held);
-        case CaptureAction::kReleased: return OnReleased(held);
-        case CaptureAction::kCombination: return OnCombination(key, held);
-        case CaptureAction::kClear: return OnClear();
-        case CaptureAction::kLeave: return Leave();
+        case CaptureAction::kHeld: return OnHeld(field, held);
+        case CaptureAction::kReleased: return OnReleased(field, held);
+        case CaptureAction::kCombination: return OnCombination(field, key, held);
+        case CaptureAction::kClear: return OnClear(field);
+        case CaptureAction::kLeave: return Leave(field);
         case CaptureAction::kNothing: return;
     }
 }
 
-void OnAskingChanged(HWND window, bool asks) {
+void OnAskingChanged(HotkeyField& field, bool asks) {
     field.asks = asks;
     field.complete = false;
     field.pressed.clear();
     if (asks) {
-        BeginCapture(window);
+        BeginCapture(field.window);
     } else {
-        EndCapture(window);
+        EndCapture(field.window);
     }
     if (field.client.askingChanged) field.client.askingChanged(asks);
-    Refresh();
+    Refresh(field);
 }
 
 // Between the two, as many tenths of the way.
@@ -117,7 +130,8 @@ void DrawFrame(HDC canvas, RECT place, COLORREF color) {
 }
 
 // With the colours that the dialog gives to its other fields.
-void Draw(HWND window, HDC canvas) {
+void Draw(const HotkeyField& field, HDC canvas) {
+    const HWND window = field.window;
     RECT all = {};
     GetClientRect(window, &all);
     const bool isEnabled = IsWindowEnabled(window) != FALSE;
@@ -136,15 +150,15 @@ void Draw(HWND window, HDC canvas) {
         SetTextColor(canvas, Blend(text, background, 4));
     const HGDIOBJ before = SelectObject(canvas, field.font ? field.font : GetStockObject(DEFAULT_GUI_FONT));
     InflateRect(&inner, -GetSystemMetrics(SM_CXEDGE) - 1, 0);
-    DrawTextW(canvas, ShownText().c_str(), -1, &inner,
+    DrawTextW(canvas, ShownText(field).c_str(), -1, &inner,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
     SelectObject(canvas, before);
 }
 
-void Paint(HWND window) {
+void Paint(const HotkeyField& field) {
     PAINTSTRUCT paint = {};
-    Draw(window, BeginPaint(window, &paint));
-    EndPaint(window, &paint);
+    Draw(field, BeginPaint(field.window, &paint));
+    EndPaint(field.window, &paint);
 }
 
 // Every key but a Tab that moves on.
@@ -153,16 +167,17 @@ LRESULT WantedKeys(const MSG* message) {
     return isTab ? DLGC_WANTCHARS : DLGC_WANTALLKEYS | DLGC_WANTCHARS;
 }
 
-LRESULT CALLBACK FieldProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+LRESULT OnMessage(HotkeyField& field, UINT message, WPARAM wParam, LPARAM lParam) {
+    const HWND window = field.window;
     switch (message) {
         case WM_KEYS_PRESSED:
-            OnKeysPressed(static_cast<CaptureAction>(LOWORD(wParam)), HIWORD(wParam),
+            OnKeysPressed(field, static_cast<CaptureAction>(LOWORD(wParam)), HIWORD(wParam),
                           static_cast<unsigned>(lParam));
             return 0;
         case WM_SETFOCUS:
             field.cameFrom = reinterpret_cast<HWND>(wParam);
-            return OnAskingChanged(window, true), 0;
-        case WM_KILLFOCUS: return OnAskingChanged(window, false), 0;
+            return OnAskingChanged(field, true), 0;
+        case WM_KILLFOCUS: return OnAskingChanged(field, false), 0;
         case WM_DESTROY: return EndCapture(window), 0;
         case WM_GETDLGCODE: return WantedKeys(reinterpret_cast<const MSG*>(lParam));
         // With any of the buttons held a key may follow.
@@ -178,14 +193,26 @@ LRESULT CALLBACK FieldProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
         case WM_SYSKEYUP:
         case WM_CHAR:
         case WM_SYSCHAR: return 0;
-        case WM_SETFONT: return field.font = reinterpret_cast<HFONT>(wParam), Refresh(), 0;
+        case WM_SETFONT: return field.font = reinterpret_cast<HFONT>(wParam), Refresh(field), 0;
         case WM_GETFONT: return reinterpret_cast<LRESULT>(field.font);
         case WM_ENABLE: return InvalidateRect(window, nullptr, FALSE), 0;
         case WM_ERASEBKGND: return 1;
-        case WM_PAINT: return Paint(window), 0;
-        case WM_PRINTCLIENT: return Draw(window, reinterpret_cast<HDC>(wParam)), 0;
+        case WM_PAINT: return Paint(field), 0;
+        case WM_PRINTCLIENT: return Draw(field, reinterpret_cast<HDC>(wParam)), 0;
         default: return DefWindowProcW(window, message, wParam, lParam);
     }
+}
+
+LRESULT CALLBACK FieldProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_NCCREATE) {
+        const auto field = new HotkeyField{window};
+        SetWindowLongPtrW(window, 0, reinterpret_cast<LONG_PTR>(field));
+    }
+    HotkeyField* const field = FieldOf(window);
+    if (field && message != WM_NCDESTROY) return OnMessage(*field, message, wParam, lParam);
+    SetWindowLongPtrW(window, 0, 0);
+    delete field;
+    return DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace
@@ -195,23 +222,26 @@ bool RegisterHotkeyField() {
     windowClass.cbSize = sizeof windowClass;
     windowClass.style = CS_HREDRAW | CS_VREDRAW;
     windowClass.lpfnWndProc = FieldProcedure;
+    windowClass.cbWndExtra = sizeof(LONG_PTR);
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.lpszClassName = kClass;
     return RegisterClassExW(&windowClass) != 0;
 }
 
-void SetHotkeyFieldClient(const HotkeyFieldClient& client) {
-    field.client = client;
+void SetHotkeyFieldClient(HWND window, const HotkeyFieldClient& client) {
+    if (HotkeyField* const field = FieldOf(window)) field->client = client;
 }
 
-void ShowHotkeyInField(const std::wstring& hotkey) {
-    field.hotkey = hotkey;
-    Refresh();
+void ShowHotkeyInField(HWND window, const std::wstring& hotkey) {
+    HotkeyField* const field = FieldOf(window);
+    if (!field) return;
+    field->hotkey = hotkey;
+    Refresh(*field);
 }
 
-void RelabelHotkeyField() {
-    Refresh();
+void RelabelHotkeyField(HWND window) {
+    if (const HotkeyField* const field = FieldOf(window)) Refresh(*field);
 }
 
 }  // namespace verbatix

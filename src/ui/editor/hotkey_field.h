@@ -1,6 +1,6 @@
-// The field that takes a hotkey as it is pressed: a control of its own, which shows the hotkey of the entry
-// and, while it has the keyboard, asks for another one. The keyboard hook hands it the keys, so that none
-// of them does what it does elsewhere. The dialog has one such field. UI thread only.
+// The field that takes a hotkey as it is pressed: a control of its own, which shows the hotkey that there
+// is and, while it has the keyboard, asks for another one. The keyboard hook hands it the keys, so that
+// none of them does what it does elsewhere. UI thread only.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@ struct PressedKeys {
     unsigned held = 0;
 };
 
-// What the field asks of the editor; null functions are left out.
+// What the field asks of whoever it belongs to; null functions are left out.
 struct HotkeyFieldClient {
     // Takes the hotkey over and shows it by ShowHotkeyInField. False when it is none; the old one stays.
     bool (*take)(const PressedKeys& pressed) = nullptr;
@@ -26,12 +26,12 @@ struct HotkeyFieldClient {
 // Makes the control's class known, before the dialog is created. False when Windows refuses.
 bool RegisterHotkeyField();
 
-void SetHotkeyFieldClient(const HotkeyFieldClient& client);
+void SetHotkeyFieldClient(HWND field, const HotkeyFieldClient& client);
 
-// The entry's hotkey, as it is shown; empty for none.
-void ShowHotkeyInField(const std::wstring& hotkey);
+// The hotkey, as it is shown; empty for none.
+void ShowHotkeyInField(HWND field, const std::wstring& hotkey);
 
 // Says everything anew in the language that is active now.
-void RelabelHotkeyField();
+void RelabelHotkeyField(HWND field);
 
 }  // namespace verbatix

@@ -82,7 +82,7 @@ std::wstring WarningAbout(unsigned key, unsigned modifier, const KeyFacts& facts
     std::wstring warning = UseOf(kModifierHeld[modifier], key, name);
     if (!warning.empty()) return warning;
     if (!facts.typed.empty()) return FillIn(LanguageText(text::kTypesCharacter), {name, facts.typed});
-    return facts.isTaken ? LanguageText(text::kHotkeyTaken) : std::wstring();
+    return facts.isTaken ? FillIn(LanguageText(text::kTakenAlready), {name}) : std::wstring();
 }
 
 // The name in it is the link.
@@ -100,7 +100,7 @@ void AddSharing(HotkeyVerdict& verdict, const std::wstring& entry) {
 }  // namespace
 
 std::wstring FormatKeyForReading(unsigned key, const std::wstring& label) {
-    const std::wstring name = FormatKeyName(key);
+    std::wstring name = FormatKeyName(key);
     if (name.size() != 1 || IsAscii(name.front())) return name;
     const bool isVisible = name.front() > L' ' && !(name.front() >= 0x7f && name.front() <= 0xa0);
     if (label.empty() || label == name) return isVisible ? name : std::wstring(1, L'?');
@@ -148,7 +148,7 @@ std::wstring FormatPressedKeys(unsigned key, unsigned held, const std::wstring& 
 std::wstring WhyNoHotkey(unsigned key, unsigned held, const std::wstring& label) {
     const std::wstring name = FormatPressedKeys(key, held, label);
     if (ModifierCodeOf(held) < 0) {
-        const std::wstring use = UseOf(HeldIn(held), key, name);
+        std::wstring use = UseOf(HeldIn(held), key, name);
         if (!use.empty()) return use;
         const int reason = held == 0 ? text::kKeyAlone : text::kNoSuchModifiers;
         return FillIn(LanguageText(reason), {name});
@@ -164,13 +164,17 @@ HotkeyVerdict JudgeHotkey(const EntryList& list, int position, unsigned key, uns
     if (modifier >= kModifierCount) modifier = kModifierLeftWin;
     const std::wstring name = FormatHotkeyForReading(key, modifier, facts.label);
     HotkeyVerdict verdict;
-    verdict.text = WarningAbout(key, modifier, facts, name);
+    const std::wstring warning = WarningAbout(key, modifier, facts, name);
+    // Then the link: where the line is too short for all of it, that one must not be cut.
+    if (facts.isOff) verdict.text = warning;
     if (const std::optional<int> other = FindClash(list, position, key, modifier)) {
         verdict.other = *other;
         AddSharing(verdict, EntryName(list.at(*other).current));
-    } else if (verdict.text.empty() && sayFree) {
+    } else if (warning.empty() && sayFree) {
         verdict.text = FillIn(LanguageText(text::kHotkeyFree), {name});
     }
+    if (!warning.empty() && !facts.isOff) verdict.text += (verdict.text.empty() ? L"" : L" ") + warning;
+    if (facts.isTaken) verdict.more = LanguageText(text::kHotkeyTaken);
     return verdict;
 }
 

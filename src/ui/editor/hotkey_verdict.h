@@ -32,7 +32,8 @@ std::wstring FormatPressedKeys(unsigned key, unsigned held, const std::wstring& 
 std::wstring WhyNoHotkey(unsigned key, unsigned held, const std::wstring& label);
 
 struct HotkeyVerdict {
-    std::wstring text = {};
+    std::wstring text = {};     // for one line
+    std::wstring more = {};     // that does not fit into it; empty: nothing
     std::size_t linkStart = 0;  // the name of the other entry in the text
     std::size_t linkLength = 0;
     int other = -1;  // its position

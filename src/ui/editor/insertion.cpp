@@ -3,13 +3,18 @@
 #include <windows.h>
 
 #include "ids.h"
+#include "store/entry.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
 
 void InsertIntoText(const std::wstring& text, bool atStart) {
     const HWND field = DialogControl(IDC_TEXT);
-    if (atStart) SendMessageW(field, EM_SETSEL, 0, 0);
+    BeginStep();
+    // What only stands for a text gives way, as it does to what is typed.
+    const bool isStandIn = FieldText(IDC_TEXT) == *StoredFromEditorText(L"");
+    if (isStandIn || atStart) SendMessageW(field, EM_SETSEL, 0, isStandIn ? -1 : 0);
     SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
     SetFocus(field);
 }

@@ -15,6 +15,7 @@
 #include "store/settings.h"
 #include "ui/editor/code_catalogue.h"
 #include "ui/editor/preview.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -67,7 +68,7 @@ std::wstring HintText(const std::wstring& text, const std::vector<CodeHint>& hin
     const CodeHint& first = hints.front();
     const int sentence = first.meant.starts_with(L'%') ? text::kCodeMistyped : text::kCommandMistyped;
     const std::wstring written = text.substr(first.start, first.length);
-    const std::wstring said = FillIn(LanguageText(sentence), {written, first.meant});
+    std::wstring said = FillIn(LanguageText(sentence), {written, first.meant});
     if (hints.size() == 1) return said;
     return FillIn(LanguageText(text::kAndMore), {said, std::to_wstring(hints.size() - 1)});
 }
@@ -114,6 +115,7 @@ void MendCode() {
     const std::vector<CodeHint> hints = FindHints(FieldText(IDC_TEXT));
     if (hints.empty()) return;
     const CodeHint& hint = hints.front();
+    BeginStep();
     SendMessageW(field, EM_SETSEL, hint.start, static_cast<LPARAM>(hint.start + hint.length));
     SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(hint.meant.c_str()));
     SetFocus(field);

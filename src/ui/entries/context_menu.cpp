@@ -52,10 +52,7 @@ constexpr Row kRows[] = {
 };
 
 bool HasName() {
-    const int node = SelectedNode();
-    const bool group =
-        node > 0 && ShownTree().nodes[static_cast<std::size_t>(node)].kind == NodeKind::kGroup;
-    return group || SelectedEntry() >= 0;
+    return SelectedNode() > 0 || SelectedEntry() >= 0;
 }
 
 bool IsThere(Needs needs) {

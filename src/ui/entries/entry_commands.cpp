@@ -9,6 +9,7 @@
 #include "base/product.h"
 #include "base/text.h"
 #include "hotkeys/foreground.h"
+#include "hotkeys/integrity.h"
 #include "hotkeys/keyboard_hook.h"
 #include "hotkeys/press_log.h"
 #include "ids.h"
@@ -65,8 +66,8 @@ void AddAndShow(const std::vector<ListEntry>& records, Action action) {
     SendMessageW(label, EM_SETSEL, isCopy ? 0 : wcslen(records.front().label), -1);
 }
 
-void Tell(int text) {
-    MessageBoxW(mainWindow.window, LanguageText(text).c_str(), kProductName, MB_OK | MB_ICONINFORMATION);
+void Tell(const std::wstring& text) {
+    MessageBoxW(mainWindow.window, text.c_str(), kProductName, MB_OK | MB_ICONINFORMATION);
 }
 
 }  // namespace
@@ -142,7 +143,9 @@ void TestEntry() {
     if (settings.setFocus) FocusAfterAction();
     const HWND target = TestTarget();
     const std::wstring name = TestTargetName();
-    if (!target || !GiveForeground(target)) return Tell(text::kNoWindowToTest);
+    // Its strokes would come to nothing, and nobody would say so.
+    if (KeepsKeysFromUs(target)) return Tell(FillIn(LanguageText(text::kTestOutOfReach), {name}));
+    if (!target || !GiveForeground(target)) return Tell(LanguageText(text::kNoWindowToTest));
     TellInStatusBar(FillIn(LanguageText(text::kTestedIn), {name}));
     executorClient.targetWindow = target;
     executorClient.pressWindow = target;

@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "base/language.h"
@@ -23,15 +24,22 @@ namespace verbatix {
 
 void SaveAndShow(Action action) {
     const std::vector<int> positions = action.after;
+    // Beside what was deleted: what does not clash any more without it does not end the view of clashes.
+    const Hidden hidden = action.act == Act::kDelete ? Hidden::kStay : Hidden::kBringUp;
     NoteAction(std::move(action));
-    ShowKept(positions);
+    ShowKept(positions, hidden);
 }
 
-void ShowKept(const std::vector<int>& positions) {
+void ShowKept(const std::vector<int>& positions, Hidden hidden) {
     // The entry that the editor shows may stand at another place now.
     editor.edited = false;
     KeepEntries();
-    SelectEntries(positions);
+    const bool isShown = std::all_of(positions.begin(), positions.end(), HasListRow);
+    if (isShown || hidden == Hidden::kBringUp) {
+        SelectEntries(positions);
+    } else {
+        SelectFirstEntry();
+    }
     // What is offered now stands until the user selects something else.
     CountSelected();
     ShowInEditor(SelectedEntry());

@@ -11,8 +11,10 @@ namespace verbatix {
 // The list has changed by that action: writes it, renews the hotkeys and shows it, with the entries
 // selected that the action names; none leaves the selection to the views.
 void SaveAndShow(Action action);
-// The same when the change has been noted already.
-void ShowKept(const std::vector<int>& positions);
+// The same when the change has been noted already. For one that filter or mode hides these are taken away,
+// or they stay and the first one of the view is selected.
+enum class Hidden { kBringUp, kStay };
+void ShowKept(const std::vector<int>& positions, Hidden hidden = Hidden::kBringUp);
 
 // Carries a placement of that entry out, which the user knows as that kind of action. A label that would
 // become too long is told of.

@@ -13,10 +13,13 @@
 #include "ids.h"
 #include "ui/editor/editor.h"
 #include "ui/editor/editor_fields.h"
+#include "ui/entries/ask_hotkey.h"
 #include "ui/entries/entry_placing.h"
 #include "ui/entries/move_entry.h"
+#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 #include "ui/state/status_bar.h"
+#include "ui/views/entry_views.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 
@@ -76,12 +79,14 @@ bool Rename(const Renaming& what) {
         TreeNode renamed = what.node;
         renamed.path.resize(parent == std::wstring::npos ? 0 : parent + 1);
         renamed.path += what.name;
-        KeepOpenUnder(what.node, renamed.path);
+        KeepOpenUnder(what.node, renamed);
         Action action = {Act::kRename, QuotedName(what.node.name)};
         const std::vector<int> below = EntriesBelow(ShownTree(), FindNode(ShownTree(), what.node));
         if (!below.empty()) action.before = {below.front()};
         SaveAndShow(std::move(action));
         SelectNode(renamed);
+        // So that what is offered now stands until the user selects something else.
+        CountSelected();
         return true;
     }
     const auto found = list.find(what.node.position);
@@ -95,6 +100,31 @@ bool Rename(const Renaming& what) {
     return true;
 }
 
+// A hotkey's name is the hotkey: another one is that of all entries below.
+void ChangeHotkeyOf(const TreeNode& node) {
+    EntryList& list = mainWindow.entries;
+    const std::vector<int> below = EntriesBelow(ShownTree(), FindNode(ShownTree(), node));
+    if (below.empty()) return;
+    const ListEntry& first = list.at(below.front()).current;
+    const std::wstring subject = NameOfEntries(list, below);
+    const auto hotkey = AskHotkey(subject, {RecordKey(first.keyCode), node.modifier}, below.front());
+    if (!hotkey) return;
+    for (const int position : below) {
+        const auto found = list.find(position);
+        if (found == list.end()) continue;
+        found->second.current.keyCode = hotkey->key;
+        found->second.current.modifier = hotkey->modifier;
+    }
+    TreeNode changed = node;
+    changed.key = hotkey->key & 0xff;
+    changed.modifier = changed.key ? hotkey->modifier : 0;
+    KeepOpenUnder(node, changed);
+    NoteAction({Act::kHotkey, subject, below, below});
+    ShowKept({});
+    SelectNode(changed);
+    CountSelected();
+}
+
 }  // namespace
 
 void RenameSelected() {
@@ -103,6 +133,9 @@ void RenameSelected() {
         const int node = SelectedNode();
         if (node <= 0) return TellInStatusBar(LanguageText(text::kNoneSelected));
         SetFocus(mainWindow.tree);
+        const TreeNode& selected = ShownTree().nodes[static_cast<std::size_t>(node)];
+        // A copy: the tree is another one afterwards.
+        if (selected.kind == NodeKind::kHotkey) return ChangeHotkeyOf(TreeNode(selected));
         TreeView_EditLabel(mainWindow.tree, ItemOf(node));
         return;
     }

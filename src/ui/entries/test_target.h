@@ -10,8 +10,9 @@ namespace verbatix {
 // Takes note of a window that is in front, where it is one to paste into.
 void NoteFrontWindow(HWND front);
 
-// The one that was noted last, while it can be pasted into, else the uppermost such window; null when there
-// is none. Never a window that stays above all others, nor one that the system keeps out of sight.
+// The one that was noted last, while it can be pasted into, else the uppermost such window, but none that
+// stays above all others; null when there is none. Never one that the system keeps out of sight. It may
+// belong to a program with more rights, which nothing can be pasted into.
 HWND TestTarget();
 
 // What its title bar says, cut to a length that fits into a tip; empty where there is none.

@@ -34,13 +34,15 @@ void Redo() {
     if (!IsReady()) return;
     const std::optional<Action> action = RedoStepIn(undoHistory, mainWindow.entries);
     if (!action) return;
-    ShowKept(action->after);
+    ShowKept(action->after, action->act == Act::kDelete ? Hidden::kStay : Hidden::kBringUp);
     const std::wstring done = DoneText(*action);
     if (!done.empty()) OfferInStatusBar(done, Offer::kUndo);
 }
 
 void FollowOffer() {
-    return StandingOffer() == Offer::kUndo ? Undo() : Redo();
+    const std::optional<Offer> offer = StandingOffer();
+    if (!offer) return OnStatusBarClick();
+    return *offer == Offer::kUndo ? Undo() : Redo();
 }
 
 }  // namespace verbatix

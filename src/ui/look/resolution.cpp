@@ -1,6 +1,7 @@
 #include "ui/look/resolution.h"
 
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "base/handle.h"
@@ -43,7 +44,9 @@ void OnResolutionChanged(HWND dialog, UINT dpi, const RECT* suggested) {
     if (dpi == 0) return;
     RECT place = {};
     GetWindowRect(dialog, &place);
-    if (suggested) {
+    if (const std::optional<RECT> stored = PlaceUntilSeen()) {
+        place = *stored;
+    } else if (suggested) {
         place = *suggested;
     } else {
         place.right = place.left + MulDiv(place.right - place.left, static_cast<int>(dpi),

@@ -6,6 +6,8 @@
 
 namespace verbatix {
 
+static std::optional<RECT> placeUntilSeen;
+
 void RememberWindowPlace(HWND window) {
     // Never shown in this run, it would be taken for a window of ordinary size.
     if (mainWindow.maximizeWhenShown) return;
@@ -45,9 +47,18 @@ bool RestoreWindowPlace(HWND window) {
         }
         place = PlaceOnScreen(place, monitor.rcWork);
     }
+    placeUntilSeen = place;
     SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     return stored->show == SW_SHOWMAXIMIZED;
+}
+
+std::optional<RECT> PlaceUntilSeen() {
+    return placeUntilSeen;
+}
+
+void ForgetPlaceUntilSeen() {
+    placeUntilSeen.reset();
 }
 
 }  // namespace verbatix

@@ -11,11 +11,12 @@
 #include "base/screen_scale.h"
 #include "base/text.h"
 #include "base/window_dress.h"
+#include "hotkeys/integrity.h"
 #include "ids.h"
+#include "ui/editor/editor.h"
 #include "ui/entries/test_target.h"
 #include "ui/state/hotkey_state.h"
 #include "ui/state/main_window.h"
-#include "ui/state/notice.h"
 #include "ui/state/status_bar.h"
 
 namespace verbatix {
@@ -43,12 +44,13 @@ ControlTips tips;
 std::wstring TestTip() {
     const std::wstring target = TestTargetName();
     if (target.empty()) return LanguageText(text::kNoWindowToTest);
-    return FillIn(LanguageText(text::kTestTip), {target});
+    return FillIn(LanguageText(KeepsKeysFromUs(TestTarget()) ? text::kTestOutOfReach : text::kTestTip),
+                  {target});
 }
 
 std::wstring StatusTip() {
-    const std::wstring notice = ShownNotice();
-    if (!notice.empty()) return notice;
+    const std::wstring across = LineAcross();
+    if (!across.empty()) return across;
     switch (tips.statusPart) {
         case 0: return {};
         case 1: return HotkeyStateText();
@@ -56,10 +58,34 @@ std::wstring StatusTip() {
     }
 }
 
+// What stands in a line or on a button that is too narrow for it; else nothing.
+std::wstring TextIfCut(HWND control) {
+    const std::wstring text = FieldText(GetDlgCtrlID(control));
+    RECT room = {};
+    GetClientRect(control, &room);
+    const HDC canvas = GetDC(control);
+    const HGDIOBJ before =
+        SelectObject(canvas, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    RECT needed = {};
+    DrawTextW(canvas, text.c_str(), -1, &needed, DT_SINGLELINE | DT_NOPREFIX | DT_CALCRECT);
+    SelectObject(canvas, before);
+    ReleaseDC(control, canvas);
+    const bool isButton = GetDlgCtrlID(control) == IDC_MEND_CODE;
+    const LONG edges = isButton ? 4 * GetSystemMetrics(SM_CXEDGE) : 0;
+    return needed.right + edges > room.right ? text : std::wstring();
+}
+
+std::wstring VerdictTip(HWND line) {
+    const std::wstring text = TextIfCut(line);
+    return text + (text.empty() || editor.more.empty() ? L"" : L"\n") + editor.more;
+}
+
 std::wstring TipOf(HWND control) {
     if (control == mainWindow.statusBar) return StatusTip();
     const int id = GetDlgCtrlID(control);
     if (id == CMD_TEST_ENTRY) return TestTip();
+    if (id == IDC_CLASH) return VerdictTip(control);
+    if (id == IDC_MEND_CODE) return TextIfCut(control);
     for (const ButtonTip& tip : kButtonTips) {
         if (tip.button == id) return LanguageText(tip.text);
     }
@@ -110,6 +136,7 @@ void SetUpControlTips(HWND dialog) {
     DressWindow(tips.window);
     SendMessageW(tips.window, TTM_SETMAXTIPWIDTH, 0, Scaled(kMaximumWidth, DpiOf(dialog)));
     for (const ButtonTip& tip : kButtonTips) AddTip(dialog, GetDlgItem(dialog, tip.button));
+    for (const int line : {IDC_CLASH, IDC_MEND_CODE}) AddTip(dialog, GetDlgItem(dialog, line));
     AddTip(dialog, mainWindow.statusBar);
     AddSubclass(mainWindow.statusBar, WithPartTips, 1);
 }

@@ -4,6 +4,8 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "base/product.h"
@@ -46,15 +48,37 @@ struct Chapter {
 };
 
 constexpr Chapter kChapters[] = {
-    {IDC_TEXT, L"placeholders"},    {IDC_INSERT, L"placeholders"},
-    {IDC_MODIFIER, L"hotkeys"},     {IDC_KEY, L"hotkeys"},
-    {IDC_LABEL, L"hotkeys"},        {IDC_LIST, L"your-list"},
-    {IDC_TREE, L"your-list"},       {IDC_FILTER, L"your-list"},
-    {IDC_PREVIEW, L"placeholders"}, {IDC_MEND_CODE, L"placeholders"},
+    {IDC_TEXT, L"placeholders"},
+    {IDC_INSERT, L"placeholders"},
+    {IDC_HOTKEY, L"hotkeys"},
+    {IDC_MODIFIER, L"hotkeys"},
+    {IDC_KEY, L"hotkeys"},
+    {IDC_LABEL, L"hotkeys"},
+    {IDC_LIST, L"your-list"},
+    {IDC_TREE, L"your-list"},
+    {IDC_FILTER, L"your-list"},
+    {IDC_PREVIEW, L"placeholders"},
+    {IDC_MEND_CODE, L"placeholders"},
 };
+
+// Other windows, by a control that they have.
+constexpr Chapter kDialogs[] = {
+    {IDC_CODE_LIST, L"placeholders"}, {IDC_CALENDAR, L"placeholders"},
+    {IDC_HOURS, L"placeholders"},     {IDC_GROUP_NAME, L"your-list"},
+    {IDC_CUT_OFF, L"your-list"},      {IDC_ABOUT_COPY, L"when-something-goes-wrong"},
+};
+
+const wchar_t* PlaceOfDialog(HWND dialog) {
+    const auto found = std::find_if(std::begin(kDialogs), std::end(kDialogs), [=](const Chapter& chapter) {
+        return GetDlgItem(dialog, chapter.control) != nullptr;
+    });
+    return found != std::end(kDialogs) ? found->place : L"";
+}
 
 // Of the control with the keyboard, or the one that it is a part of, such as the field of a drop-down.
 const wchar_t* PlaceOf(HWND focus) {
+    const HWND window = GetAncestor(focus, GA_ROOT);
+    if (window != mainWindow.window) return PlaceOfDialog(window);
     for (; focus && focus != mainWindow.window; focus = GetParent(focus)) {
         for (const Chapter& chapter : kChapters) {
             if (focus == DialogControl(chapter.control)) return chapter.place;

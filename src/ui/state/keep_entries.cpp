@@ -21,6 +21,11 @@ void NoteAction(Action action) {
     OfferInStatusBar(done, Offer::kUndo);
 }
 
+void BeginStep() {
+    if (mainWindow.listClient.collectEdits) mainWindow.listClient.collectEdits();
+    SealStep(undoHistory);
+}
+
 void ForgetActions() {
     ForgetSteps(undoHistory, mainWindow.entries);
     WithdrawOffer();

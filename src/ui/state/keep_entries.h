@@ -14,6 +14,9 @@ void NoteAction(Action action);
 // What could not be written is told by the list and stays marked as changed.
 void KeepEntries(Action action = {});
 
+// What is done next is a step of its own, whatever was typed before it.
+void BeginStep();
+
 // Another list has taken the place of the one so far.
 void ForgetActions();
 

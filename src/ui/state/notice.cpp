@@ -7,13 +7,13 @@ namespace verbatix {
 
 struct StandingNotice {
     std::wstring text;
-    void (*onClick)() = nullptr;
+    NoticeHelp help;
 };
 
 static std::map<Notice, StandingNotice> notices;
 
-void PutNotice(Notice notice, std::wstring text, void (*onClick)()) {
-    notices[notice] = {std::move(text), onClick};
+void PutNotice(Notice notice, std::wstring text, NoticeHelp help) {
+    notices[notice] = {std::move(text), help};
 }
 
 bool TakeNoticeDown(Notice notice) {
@@ -28,10 +28,8 @@ std::wstring ShownNotice() {
     return notices.empty() ? std::wstring() : notices.begin()->second.text;
 }
 
-void OnNoticeClick() {
-    if (notices.empty()) return;
-    // The click may take the notice away.
-    if (const auto onClick = notices.begin()->second.onClick) onClick();
+NoticeHelp ShownHelp() {
+    return notices.empty() ? NoticeHelp{} : notices.begin()->second.help;
 }
 
 }  // namespace verbatix

@@ -9,16 +9,19 @@ namespace verbatix {
 // The most urgent first.
 enum class Notice { kListUnread, kNotSaved, kOtherList, kMisreadLines, kListMode };
 
-// Puts a notice up; a click on it calls `onClick`, unless that is null.
-void PutNotice(Notice notice, std::wstring text, void (*onClick)() = nullptr);
+// What helps: a click on the notice, or the button behind it, of that name.
+struct NoticeHelp {
+    int name = 0;  // language text; 0: nothing helps
+    void (*run)() = nullptr;
+};
+
+void PutNotice(Notice notice, std::wstring text, NoticeHelp help = {});
 // False when it was not up.
 bool TakeNoticeDown(Notice notice);
 bool IsNoticeUp(Notice notice);
 
 // The text to show now; empty when there is nothing to say.
 std::wstring ShownNotice();
-
-// The status bar was clicked.
-void OnNoticeClick();
+NoticeHelp ShownHelp();
 
 }  // namespace verbatix

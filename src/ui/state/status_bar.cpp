@@ -47,13 +47,17 @@ void HideLink() {
     ShowWindow(link, SW_HIDE);
 }
 
-void ShowOffer() {
+void ShowAcross(const std::wstring& text) {
     SendMessageW(mainWindow.statusBar, SB_SIMPLE, TRUE, 0);
-    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, SB_SIMPLEID,
-                 reinterpret_cast<LPARAM>(standing.text.c_str()));
+    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, SB_SIMPLEID, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+// `linkName` is the number of a text.
+void ShowWithLink(const std::wstring& text, int linkName) {
+    ShowAcross(text);
     const HWND link = OfferLink();
     if (!link) return;
-    std::wstring name = LanguageText(standing.offer == Offer::kUndo ? text::kUndo : text::kRedo);
+    std::wstring name = LanguageText(linkName);
     ReplaceAll(name, L"&", L"");
     SetWindowTextW(link, name.c_str());
     RECT bar = {};
@@ -61,8 +65,8 @@ void ShowOffer() {
     const SIZE size = SizeOf(name);
     const int margin = static_cast<int>(size.cy) / 2;
     const int width = static_cast<int>(size.cx) + margin;
-    // A long name is cut rather than the link.
-    const int left = std::min(static_cast<int>(SizeOf(standing.text).cx) + 2 * margin,
+    // A long text is cut rather than the link.
+    const int left = std::min(static_cast<int>(SizeOf(text).cx) + 2 * margin,
                               static_cast<int>(bar.right) - width - GetSystemMetrics(SM_CXVSCROLL));
     SetWindowPos(link, HWND_TOP, left, 1, width, static_cast<int>(bar.bottom) - 1,
                  SWP_SHOWWINDOW | SWP_NOACTIVATE);
@@ -71,8 +75,18 @@ void ShowOffer() {
 
 }  // namespace
 
-Offer StandingOffer() {
-    return standing.offer;
+std::optional<Offer> StandingOffer() {
+    return standing.text.empty() ? std::nullopt : std::optional(standing.offer);
+}
+
+std::wstring LineAcross() {
+    return standing.text.empty() ? ShownNotice() : standing.text;
+}
+
+void OnStatusBarClick() {
+    if (StandingOffer()) return;
+    // It may take the notice away.
+    if (const auto help = ShownHelp().run) help();
 }
 
 void OfferInStatusBar(const std::wstring& text, Offer offer) {
@@ -85,19 +99,22 @@ void OfferInStatusBar(const std::wstring& text, Offer offer) {
 void WithdrawOffer() {
     if (standing.text.empty()) return;
     standing = {};
-    HideLink();
     UpdateStatusBar();
 }
 
 void PlaceOffer() {
     const HWND link = OfferLink();
-    if (link && (GetWindowLongPtrW(link, GWL_STYLE) & WS_VISIBLE)) ShowOffer();
+    if (link && (GetWindowLongPtrW(link, GWL_STYLE) & WS_VISIBLE)) UpdateStatusBar();
 }
 
 void UpdateStatusBar() {
+    // The notice comes back by itself; what has just been done is easily taken back only now.
+    if (!standing.text.empty())
+        return ShowWithLink(standing.text, standing.offer == Offer::kUndo ? text::kUndo : text::kRedo);
     const std::wstring notice = ShownNotice();
+    if (const int help = ShownHelp().name) return ShowWithLink(notice, help);
     if (!notice.empty()) return TellInStatusBar(notice);
-    if (!standing.text.empty()) return ShowOffer();
+    HideLink();
     SendMessageW(mainWindow.statusBar, SB_SIMPLE, FALSE, 0);
     const std::wstring total = std::to_wstring(mainWindow.entryCount);
     std::wstring count = FillIn(LanguageText(text::kEntryCount), {total});
@@ -113,8 +130,7 @@ void UpdateStatusBar() {
 
 void TellInStatusBar(const std::wstring& text) {
     HideLink();
-    SendMessageW(mainWindow.statusBar, SB_SIMPLE, TRUE, 0);
-    SendMessageW(mainWindow.statusBar, SB_SETTEXTW, SB_SIMPLEID, reinterpret_cast<LPARAM>(text.c_str()));
+    ShowAcross(text);
 }
 
 }  // namespace verbatix

@@ -1,11 +1,12 @@
 // The status bar of the main window. UI thread only.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace verbatix {
 
-// Shows a notice that stands (see notice.h), else what is offered, else the number of entries, whether
+// Shows what is offered, else a notice that stands (see notice.h), else the number of entries, whether
 // hotkeys are on, and nothing else: part 3 of the status bar is the clock watch's own.
 void UpdateStatusBar();
 
@@ -21,7 +22,13 @@ void WithdrawOffer();
 // Puts the link where it belongs now that the bar has another width or font.
 void PlaceOffer();
 
-// What the link does.
-Offer StandingOffer();
+// What the link does; nothing while it is not an offer that stands: then it is the shown notice's.
+std::optional<Offer> StandingOffer();
+
+// What stands across the bar now, by an offer or a notice, and may be cut; empty when nothing does.
+std::wstring LineAcross();
+
+// The bar itself was clicked: help for a notice. What is offered has its link.
+void OnStatusBarClick();
 
 }  // namespace verbatix

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/language.h"
 #include "ids.h"
 #include "store/settings.h"
 #include "store/settings_commit.h"
@@ -43,7 +44,7 @@ static void TellMode() {
     if (line.empty()) {
         TakeNoticeDown(Notice::kListMode);
     } else {
-        PutNotice(Notice::kListMode, line, [] { ShowListMode(ListMode::kAll); });
+        PutNotice(Notice::kListMode, line, {text::kShowAllEntries, [] { ShowListMode(ListMode::kAll); }});
     }
 }
 
@@ -205,9 +206,10 @@ void ShowUsesAnew() {
     const HWND list = mainWindow.list;
     const bool isSorted = settings.sortColumn == kLastUsedColumn || settings.sortColumn == kUsesColumn;
     const bool isSeen = settings.showUses || mainWindow.listMode == ListMode::kUnused;
-    if (!isSeen || !IsWindowVisible(mainWindow.window)) return;
+    if (!isSeen) return;
     // Not under the user's hands: rows that go while he is here stay until he does something.
-    const bool isAway = GetActiveWindow() != mainWindow.window && !mainWindow.listCommandsBlocked;
+    const bool isHere = IsWindowVisible(mainWindow.window) && GetActiveWindow() == mainWindow.window;
+    const bool isAway = !isHere && !mainWindow.listCommandsBlocked;
     if (isAway && (isSorted || mainWindow.listMode == ListMode::kUnused)) return RefreshViews(true);
     InvalidateRect(list, nullptr, FALSE);
 }
@@ -218,11 +220,12 @@ void SwitchUseColumns() {
     RefreshViews(true);
 }
 
-static void SortByColumn(int column) {
-    if (mainWindow.listMode == ListMode::kClashes) return;
-    int sortColumn = settings.sortColumn;
-    int descending = settings.sortDescending;
-    ClickColumn(column, sortColumn, descending);
+bool CanSort() {
+    return !IsTreeShown() && mainWindow.listMode != ListMode::kClashes;
+}
+
+void SortEntries(int sortColumn, int descending) {
+    if (!CanSort()) return;
     const SettingsBatch together;
     if (sortColumn != settings.sortColumn) ChangeSetting(&Settings::sortColumn, sortColumn);
     if (descending != settings.sortDescending) ChangeSetting(&Settings::sortDescending, descending);
@@ -232,7 +235,10 @@ static void SortByColumn(int column) {
 void OnViewNotify(const NMHDR& header) {
     if (header.hwndFrom == mainWindow.tree) return OnTreeNotify(header);
     if (header.code != LVN_COLUMNCLICK) return OnListNotify(header);
-    SortByColumn(ColumnAt(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem));
+    int column = settings.sortColumn;
+    int descending = settings.sortDescending;
+    ClickColumn(ColumnAt(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem), column, descending);
+    SortEntries(column, descending);
 }
 
 }  // namespace verbatix

@@ -59,6 +59,11 @@ void OnSelectionChanged();
 // been selected before is, unless the user has turned to a hit.
 void OnFilterNotification(int code);
 
+// Sorts the list by a column, a ListColumn, or shows it in its own order with one below 0, and keeps that.
+// The tree and the clashes have an order of their own.
+bool CanSort();
+void SortEntries(int sortColumn, int descending);
+
 // A notification of either view about what it shows.
 void OnViewNotify(const NMHDR& header);
 

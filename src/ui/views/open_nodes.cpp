@@ -28,14 +28,13 @@ void SetAllOpen(OpenNodes& open, const EntryTree& tree) {
     }
 }
 
-void RenameOpen(OpenNodes& open, const TreeNode& group, std::wstring_view newPath) {
-    const std::wstring before = KeyOf(group);
-    TreeNode renamed = group;
-    renamed.path = newPath;
+void RenameOpen(OpenNodes& open, const TreeNode& node, const TreeNode& renamed) {
+    const std::wstring before = KeyOf(node);
+    const bool isWhole = before.ends_with(L'/');  // a hotkey's
     std::set<std::wstring> keys;
     for (const std::wstring& key : open.keys) {
-        const bool below =
-            key.starts_with(before) && (key.size() == before.size() || key[before.size()] == L'/');
+        const bool below = key.starts_with(before) &&
+                           (isWhole || key.size() == before.size() || key[before.size()] == L'/');
         keys.insert(below ? KeyOf(renamed) + key.substr(before.size()) : key);
     }
     open.keys = std::move(keys);

@@ -4,7 +4,6 @@
 
 #include <set>
 #include <string>
-#include <string_view>
 
 #include "ui/views/tree_rows.h"
 
@@ -20,7 +19,8 @@ void SetOpen(OpenNodes& open, const TreeNode& node, bool on);
 // All of a tree that have something in them.
 void SetAllOpen(OpenNodes& open, const EntryTree& tree);
 
-// A group has a new path: it stands open, or not, under that one, and so does what is in it.
-void RenameOpen(OpenNodes& open, const TreeNode& group, std::wstring_view newPath);
+// A group has a new path, or a hotkey is another one: it stands open, or not, under that one, and so does
+// what is in it.
+void RenameOpen(OpenNodes& open, const TreeNode& node, const TreeNode& renamed);
 
 }  // namespace verbatix

@@ -360,8 +360,8 @@ HTREEITEM ItemOf(int node) {
     return node > 0 ? Item(node) : nullptr;
 }
 
-void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath) {
-    RenameOpen(view.open, group, newPath);
+void KeepOpenUnder(const TreeNode& node, const TreeNode& renamed) {
+    RenameOpen(view.open, node, renamed);
 }
 
 void ExpandAll() {

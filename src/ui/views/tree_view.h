@@ -43,8 +43,9 @@ bool NodeRectangle(HTREEITEM node, bool nameOnly, RECT& item);
 HTREEITEM ItemOf(int node);
 int NodeOf(HTREEITEM item);
 
-// A group has a new path: what was open in it stays open under its new name at the next refresh.
-void KeepOpenUnder(const TreeNode& group, std::wstring_view newPath);
+// A group has a new path, or all entries of a hotkey another one: what was open in it stays open under its
+// new name at the next refresh.
+void KeepOpenUnder(const TreeNode& node, const TreeNode& renamed);
 
 void ExpandAll();
 void CollapseAll();

@@ -155,6 +155,14 @@ void SwitchTree(int id) {
     RefreshMenuChecks(mainWindow.menuBar);
 }
 
+void SortBy(int id) {
+    SortEntries(id - CMD_SORT_FIRST - 1, id == CMD_SORT_FIRST ? 0 : settings.sortDescending);
+}
+
+void ReverseSorting() {
+    if (settings.sortColumn >= 0) SortEntries(settings.sortColumn, settings.sortDescending ? 0 : 1);
+}
+
 // The mode of that command, or all entries again.
 void SwitchListMode(int id) {
     const ListMode mode = id == CMD_CLASHES ? ListMode::kClashes : ListMode::kUnused;
@@ -286,6 +294,13 @@ constexpr Command kMenuBarCommands[] = {
     {CMD_SYSTEM_ICONS, CallWithId<SwitchLook>},
     {CMD_EXPAND_ALL, Call<ExpandAll>},
     {CMD_COLLAPSE_ALL, Call<CollapseAll>},
+    {CMD_SORT_FIRST, CallWithId<SortBy>},
+    {CMD_SORT_FIRST + 1, CallWithId<SortBy>},
+    {CMD_SORT_FIRST + 2, CallWithId<SortBy>},
+    {CMD_SORT_FIRST + 3, CallWithId<SortBy>},
+    {CMD_SORT_FIRST + 4, CallWithId<SortBy>},
+    {CMD_SORT_FIRST + 5, CallWithId<SortBy>},
+    {CMD_SORT_REVERSED, Call<ReverseSorting>},
     {CMD_SHOW_USES, Call<SwitchUseColumns>},
     {CMD_ONLY_UNUSED, CallWithId<SwitchListMode>},
     {CMD_CLASHES, CallWithId<SwitchListMode>},

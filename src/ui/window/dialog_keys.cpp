@@ -6,6 +6,7 @@
 #include <span>
 
 #include "ids.h"
+#include "store/entry.h"
 #include "ui/editor/code_list.h"
 #include "ui/editor/word_completion.h"
 #include "ui/entries/drag_entry.h"
@@ -89,11 +90,15 @@ void GoOn() {
 
 // Wherever in the window the user is; their names stand beside the rows of the menus.
 constexpr Key kWindowKeys[] = {
-    {kCtrl, 'N', Send<CMD_NEW_ENTRY>},    {kCtrl, 'D', Send<CMD_COPY_ENTRY>},
-    {kCtrl, 'F', Send<CMD_FIND>},         {kCtrl, 'S', Send<CMD_SAVE>},
-    {kNone, VK_F1, Send<CMD_GUIDE>},      {kNone, VK_F2, Send<CMD_RENAME_ENTRY>},
-    {kNone, VK_F3, Send<CMD_FIND_NEXT>},  {kShift, VK_F3, Send<CMD_FIND_PREVIOUS>},
-    {kNone, VK_F5, Send<CMD_TEST_ENTRY>}, {kNone, VK_F6, GoOn},
+    {kCtrl, 'N', Send<CMD_NEW_ENTRY>},
+    {kCtrl, 'D', Send<CMD_COPY_ENTRY>},
+    {kCtrl, 'F', Send<CMD_FIND>},
+    {kCtrl, 'S', Send<CMD_SAVE>},
+    {kNone, VK_F2, Send<CMD_RENAME_ENTRY>},
+    {kNone, VK_F3, Send<CMD_FIND_NEXT>},
+    {kShift, VK_F3, Send<CMD_FIND_PREVIOUS>},
+    {kNone, VK_F5, Send<CMD_TEST_ENTRY>},
+    {kNone, VK_F6, GoOn},
     {kNone, VK_F8, FocusSplitter},
 };
 
@@ -122,13 +127,21 @@ bool HandleModeKey(HWND focus, WPARAM key, unsigned held) {
     return true;
 }
 
-// A field takes back its own typing first; only where it has none the list's last step is meant.
+// What is typed there is a step of the list like all the others. Not a text that is too long for an entry,
+// which the list does not have.
+bool TypesSteps(HWND focus) {
+    if (focus == DialogControl(IDC_LABEL)) return true;
+    return focus == DialogControl(IDC_TEXT) &&
+           GetWindowTextLengthW(focus) <= static_cast<int>(kEditorTextLimit);
+}
+
+// The undo of a field can itself be undone: asked again and again, it goes to and fro.
 bool HandleUndoKey(HWND focus, WPARAM key, unsigned held) {
-    const bool isUndo = held == kCtrl && key == 'Z';
+    const bool isUndo = (held == kCtrl && key == 'Z') || (held == kAlt && key == VK_BACK);
     const bool isRedo = (held == kCtrl && key == 'Y') || (held == (kCtrl | kShift) && key == 'Z');
     // A name that is being edited in place.
     if ((!isUndo && !isRedo) || GetParent(focus) == ShownView()) return false;
-    if (isUndo && SendMessageW(focus, EM_CANUNDO, 0, 0)) return false;
+    if (isUndo && !TypesSteps(focus) && SendMessageW(focus, EM_CANUNDO, 0, 0)) return false;
     return isUndo ? Send<CMD_UNDO>() : Send<CMD_REDO>(), true;
 }
 

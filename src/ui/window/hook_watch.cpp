@@ -45,6 +45,8 @@ void StartHookWatch(HWND window) {
     SetWinEventHook(EVENT_SYSTEM_DESKTOPSWITCH, EVENT_SYSTEM_DESKTOPSWITCH, nullptr, OnDesktopSwitch, 0, 0,
                     WINEVENT_OUTOFCONTEXT);
     OnTaskBarChange();
+    // Where the user was before the program's own window came up.
+    NoteFrontWindow(GetForegroundWindow());
 }
 
 void RenewHook() {

@@ -30,10 +30,10 @@
 #include "ui/look/view_look.h"
 #include "ui/look/window_place.h"
 #include "ui/shell/control_tips.h"
+#include "ui/shell/guide.h"
 #include "ui/state/entry_uses.h"
 #include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
-#include "ui/state/notice.h"
 #include "ui/state/status_bar.h"
 #include "ui/views/empty_note.h"
 #include "ui/views/entry_pictures.h"
@@ -131,7 +131,7 @@ static void OnInitDialog(HWND dialog) {
 
 static LRESULT OnNotify(NMHDR& header) {
     OnTipNotify(header);
-    if (header.hwndFrom == mainWindow.statusBar && header.code == NM_CLICK) OnNoticeClick();
+    if (header.hwndFrom == mainWindow.statusBar && header.code == NM_CLICK) OnStatusBarClick();
     if (header.hwndFrom != mainWindow.list && header.hwndFrom != mainWindow.tree) return 0;
     if (header.code == NM_DBLCLK && SelectedEntry() >= 0) SetFocus(DialogControl(IDC_TEXT));
     if (header.code == NM_CLICK && header.hwndFrom == mainWindow.list) OnCellClick();
@@ -170,6 +170,10 @@ static bool OnSystemCommand(WPARAM command, LPARAM lParam) {
 
 // A window that was maximised when it was last seen comes up so, once it is shown at all.
 static void OnShowWindow(bool shown) {
+    // Not seen yet, so nothing moves under anybody's eyes.
+    if (shown && HaveUsesChanged()) ShowUsesAnew();
+    // Posted: not every Windows tells a hidden window of its resolution, but then on the way to the screen.
+    if (shown && PlaceUntilSeen()) PostMessageW(mainWindow.window, WM_SEEN, 0, 0);
     if (!shown || !mainWindow.maximizeWhenShown) return;
     mainWindow.maximizeWhenShown = false;
     PostMessageW(mainWindow.window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
@@ -225,12 +229,15 @@ static INT_PTR CALLBACK MainProcedure(HWND dialog, UINT message, WPARAM wParam, 
         case WM_NOTIFY:
             SetWindowLongPtrW(dialog, DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
             return TRUE;
+        // F1, also in the dialogs that this window owns.
+        case WM_HELP: return OpenGuideHere(), TRUE;
         case WM_CONTEXTMENU:
             if (reinterpret_cast<HWND>(wParam) == DialogControl(IDC_INSERT)) {
                 return ShowInsertMenu(DialogControl(IDC_INSERT)), TRUE;
             }
             return OnContextMenu(reinterpret_cast<HWND>(wParam), lParam);
         case WM_RENAMED: return OnRenamed(), TRUE;
+        case WM_SEEN: return ForgetPlaceUntilSeen(), TRUE;
         case WM_SELECTION_CHANGED: return OnSelectionChanged(), TRUE;
         case WM_LANGUAGE_CHANGED: return OnLanguageChanged(), TRUE;
         // Asked and told: whichever comes first, nothing may be waiting for a timer then. No question: the

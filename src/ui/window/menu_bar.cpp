@@ -15,6 +15,7 @@
 #include "ui/state/main_window.h"
 #include "ui/state/undo_texts.h"
 #include "ui/views/entry_views.h"
+#include "ui/views/list_rows.h"
 #include "ui/views/list_view.h"
 #include "ui/views/tree_view.h"
 
@@ -118,6 +119,15 @@ constexpr Row kViewRows[] = {{1, CMD_SHOW_TREE, text::kShowTree},
                              {1, CMD_EXPAND_ALL, text::kExpandAll},
                              {1, CMD_COLLAPSE_ALL, text::kCollapseAll},
                              {1, 0, 0},
+                             {1, 0, text::kSortMenu},
+                             {2, CMD_SORT_FIRST, text::kOwnOrder},
+                             {2, CMD_SORT_FIRST + 1, text::kHotkeyColumn},
+                             {2, CMD_SORT_FIRST + 2, text::kLabelColumn},
+                             {2, CMD_SORT_FIRST + 3, text::kTextColumn},
+                             {2, CMD_SORT_FIRST + 4, text::kLastUsedColumn},
+                             {2, CMD_SORT_FIRST + 5, text::kUsesColumn},
+                             {2, 0, 0},
+                             {2, CMD_SORT_REVERSED, text::kSortReversed},
                              {1, CMD_SHOW_PREVIEW, text::kShowPreview},
                              {1, CMD_FIXED_WIDTH, text::kFixedWidth},
                              {1, CMD_SYSTEM_ICONS, text::kSystemIcons},
@@ -179,8 +189,16 @@ void AppendRows(HMENU menu, std::span<const Row> rows) {
     }
 }
 
+// Of a row of the columns to sort by: below 0 for the order of the list itself. Nothing for other rows.
+std::optional<int> SortColumnOf(int id) {
+    if (id < CMD_SORT_FIRST || id >= CMD_SORT_REVERSED) return std::nullopt;
+    return id - CMD_SORT_FIRST - 1;
+}
+
 std::optional<bool> IsChecked(int id) {
+    if (const std::optional<int> column = SortColumnOf(id)) return settings.sortColumn == *column;
     switch (id) {
+        case CMD_SORT_REVERSED: return settings.sortColumn >= 0 && settings.sortDescending != 0;
         case CMD_START_WITH_WINDOWS: return StartsWithWindows();
         case CMD_ONLY_UNUSED: return mainWindow.listMode == ListMode::kUnused;
         case CMD_CLASHES: return mainWindow.listMode == ListMode::kClashes;
@@ -190,7 +208,10 @@ std::optional<bool> IsChecked(int id) {
 
 // What would do nothing is grey.
 bool IsEnabled(int id) {
+    if (const std::optional<int> column = SortColumnOf(id))
+        return CanSort() && (*column <= kTextColumn || settings.showUses);
     switch (id) {
+        case CMD_SORT_REVERSED: return CanSort() && settings.sortColumn >= 0;
         case CMD_EXPAND_ALL:
         case CMD_COLLAPSE_ALL: return IsTreeShown();
         case CMD_UNDO: return editor.edited || NextUndo(undoHistory);
@@ -199,7 +220,7 @@ bool IsEnabled(int id) {
         case CMD_COPY_ENTRY:
         case CMD_EXPORT_SELECTION: return !SelectedEntries().empty();
         case CMD_TEST_ENTRY: return SelectedEntry() >= 0;
-        case CMD_RENAME_ENTRY: return SelectedEntry() >= 0 || SelectedNode() >= 0;
+        case CMD_RENAME_ENTRY: return SelectedEntry() >= 0 || SelectedNode() > 0;
         case CMD_FIND_NEXT:
         case CMD_FIND_PREVIOUS: return IsFiltered();
         default: return true;

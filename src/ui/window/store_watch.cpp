@@ -100,7 +100,7 @@ void OnNotWritten(DWORD error) {
 void OnOtherListKept(const std::wstring& copy) {
     keptList = copy;
     PutNotice(Notice::kOtherList, FillIn(LanguageText(text::kOtherListKept), {FileNameOf(settingsPath)}),
-              OfferKept);
+              {text::kOtherListHelp, OfferKept});
 }
 
 void Tell(int text, UINT icon) {
@@ -127,7 +127,7 @@ void OnListRead() {
         PutNotice(Notice::kMisreadLines,
                   FillIn(LanguageText(text::kMisreadLines),
                          {std::to_wstring(MisreadLines()), FileNameOf(settingsPath)}),
-                  OpenSettingsFile);
+                  {text::kMisreadHelp, OpenSettingsFile});
     } else {
         TakeNoticeDown(Notice::kMisreadLines);
     }

@@ -63,7 +63,8 @@ void ReinstallHook() {
 // A clock that jumps means that the machine has slept, after which Windows may have dropped the hook.
 void WatchClock() {
     WatchForeground();
-    if (HaveUsesChanged()) ShowUsesAnew();
+    // While nobody sees them they wait for the window to be shown.
+    if (IsWindowVisible(mainWindow.window) && HaveUsesChanged()) ShowUsesAnew();
     WriteUsesInTime();
     if (!ClockJumped(clockWatch, std::time(nullptr))) return;
     const std::wstring figures = HookStatusText(clockWatch.jumps, keyboardHook.installCount);

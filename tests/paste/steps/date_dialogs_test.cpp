@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "base/text.h"
+#include "hotkeys/keyboard_hook.h"
 #include "ids.h"
 #include "paste/selection_target.h"
 #include "support/keys.h"
@@ -64,7 +65,19 @@ TEST_F(DateDialogs, CalendarGivesTheDayWhicheverWayItCloses) {
     }
 }
 
-TEST_F(DateDialogs, TimeIsPickedByKeyboardOrStays) {
+int helpAsked;
+
+LRESULT CALLBACK CountHelp(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_HELP) ++helpAsked;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(DateDialogs, TimeIsPickedByKeyboardOrStaysAndHelpIsAskedOfTheMainWindow) {
+    helpAsked = 0;
+    const HWND mainWindow =
+        CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(mainWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(CountHelp));
+    keyboardHook.client.mainWindow = mainWindow;
     for (const bool accept : {true, false}) {
         SYSTEMTIME time = {2026, 3, 4, 5, 9, 58, 7, 300};
         WithUser(
@@ -72,13 +85,16 @@ TEST_F(DateDialogs, TimeIsPickedByKeyboardOrStays) {
             [&](HWND dialog) {
                 EXPECT_EQ(test::WindowText(GetDlgItem(dialog, IDC_HOURS)), L"09");
                 EXPECT_EQ(test::WindowText(GetDlgItem(dialog, IDC_MINUTES)), L"58");
-                for (const BYTE key : {BYTE{VK_DOWN}, BYTE{VK_TAB}, BYTE{VK_DOWN}})
+                for (const BYTE key : {BYTE{VK_F1}, BYTE{VK_DOWN}, BYTE{VK_TAB}, BYTE{VK_DOWN}})
                     test::PlayStroke({}, key);
                 test::PlayStroke({}, accept ? BYTE{VK_RETURN} : BYTE{VK_ESCAPE});
             },
             [&] { EXPECT_EQ(ChooseTime(time), accept); });
         EXPECT_EQ(Text(time), accept ? L"2026-03-05 weekday 4 10:59:00" : L"2026-03-05 weekday 4 09:58:07");
     }
+    EXPECT_EQ(helpAsked, 2);
+    keyboardHook.client.mainWindow = nullptr;
+    DestroyWindow(mainWindow);
 }
 
 }  // namespace

@@ -175,6 +175,7 @@ TEST_F(TreeTest, SeveralStepWithoutPassingEachOther) {
                  {{L"d", L"a"}, false, L"(G: d c) a b e"}};
     for (const auto& [what, down, tree] : steps) {
         std::vector<int> nodes;
+        nodes.reserve(what.size());
         for (const wchar_t* name : what) nodes.push_back(Named(name));
         Rearrange(list_, StepManyInTree(tree_, nodes, down));
         Build();
@@ -239,10 +240,16 @@ TEST_F(TreeTest, AGroupIsRenamedInAllItsLabelsOrInNone) {
     SetAllOpen(open, tree_);
     ASSERT_TRUE(RenameGroup(list_, group, L"New"));
     Build();
-    RenameOpen(open, group, L"New");
+    RenameOpen(open, group, tree_.nodes[static_cast<std::size_t>(Named(L"New"))]);
     for (const wchar_t* name : {L"New", L"H", L"Gx"})
         EXPECT_TRUE(IsOpen(open, tree_.nodes[static_cast<std::size_t>(Named(name))]));
     EXPECT_FALSE(IsOpen(open, group));
+    OpenNodes moved = open;
+    TreeNode hotkey = tree_.nodes[1];
+    hotkey.key = 'T';
+    RenameOpen(moved, tree_.nodes[1], hotkey);
+    EXPECT_TRUE(IsOpen(moved, hotkey));
+    EXPECT_FALSE(IsOpen(moved, tree_.nodes[1]));
     EXPECT_EQ(Show(), L"<Ctrl + Q: (New: (H: a) b) (Gx: d) (H: e)> <Ctrl + W: (G: c)>");
     // Its path is another one now, so nothing is found under the old one.
     ASSERT_TRUE(RenameGroup(list_, inner, L"x"));

@@ -43,6 +43,8 @@ TEST(MenuBar, ShowsWhatIsOn) {
         settings.showTree = tree;
         RefreshMenuChecks(bar);
         EXPECT_EQ(isGrey(CMD_EXPAND_ALL), tree == 0);
+        EXPECT_EQ(isGrey(CMD_SORT_FIRST + 2), tree == 1);
+        EXPECT_TRUE(isGrey(CMD_SORT_FIRST + 5)) << "the column is not shown";
         EXPECT_TRUE(isGrey(CMD_EXPORT_SELECTION)) << "nothing is selected";
     }
     SetLanguageTexts({}, {{1431, L"Undo {1}"}, {1434, L"Ctrl+Z"}, {1446, L"delete of {1}"}});
