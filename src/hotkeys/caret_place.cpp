@@ -57,20 +57,22 @@ static RECT ToScreen(HWND window, RECT rectangle) {
 
 // A program that does not know the resolution is shown larger by Windows, and tells where its caret is in
 // the measures that it believes in.
-static RECT CaretOnScreen(HWND window, const RECT& caret) {
+static std::optional<RECT> CaretInOwnMeasures(HWND window, const RECT& caret) {
     static const auto toScreen =
         FindInUser32<BOOL(WINAPI*)(HWND, POINT*)>("LogicalToPhysicalPointForPerMonitorDPI");
-    RECT place = caret;
-    {
-        const MeasuresOf measures(window);
-        if (!measures || !toScreen) return ToScreen(window, caret);
-        place = ToScreen(window, caret);
-    }
+    const MeasuresOf measures(window);
+    if (!measures || !toScreen) return std::nullopt;
+    const RECT place = ToScreen(window, caret);
     POINT corners[] = {{place.left, place.top}, {place.right, place.bottom}};
     for (POINT& corner : corners) {
-        if (!toScreen(window, &corner)) return ToScreen(window, caret);  // outside of the window
+        if (!toScreen(window, &corner)) return std::nullopt;  // outside of the window
     }
-    return {corners[0].x, corners[0].y, corners[1].x, corners[1].y};
+    return RECT{corners[0].x, corners[0].y, corners[1].x, corners[1].y};
+}
+
+static RECT CaretOnScreen(HWND window, const RECT& caret) {
+    const std::optional<RECT> place = CaretInOwnMeasures(window, caret);
+    return place ? *place : ToScreen(window, caret);
 }
 
 static std::optional<CaretPlace> FindCaret(HWND foreground) {
