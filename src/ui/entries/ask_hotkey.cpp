@@ -110,8 +110,15 @@ void SetUp(HWND dialog) {
     SetWindowTextW(dialog, LanguageText(text::kAskHotkey).c_str());
     SetDlgItemTextW(dialog, IDC_ASKED_HOTKEY_CAPTION,
                     FillIn(LanguageText(text::kAskHotkeyText), {question.subject}).c_str());
-    SetDlgItemTextW(dialog, IDOK, LanguageText(text::kOk).c_str());
-    SetDlgItemTextW(dialog, IDCANCEL, LanguageText(text::kCancel).c_str());
+    const std::pair<int, int> captions[] = {
+        {IDOK, text::kOk},
+        {IDCANCEL, text::kCancel},
+        // Unseen: by them a screen reader tells what the drop-downs are.
+        {IDC_ASKED_MODIFIER_CAPTION, text::kModifierCaption},
+        {IDC_ASKED_KEY_CAPTION, text::kKeyCaption},
+    };
+    for (const auto& [control, caption] : captions)
+        SetDlgItemTextW(dialog, control, LanguageText(caption).c_str());
     for (unsigned code = 0; code < kModifierCount; ++code) {
         std::wstring name;
         AppendModifierDisplayName(code, name);

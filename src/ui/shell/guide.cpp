@@ -63,9 +63,13 @@ constexpr Chapter kChapters[] = {
 
 // Other windows, by a control that they have.
 constexpr Chapter kDialogs[] = {
-    {IDC_CODE_LIST, L"placeholders"}, {IDC_CALENDAR, L"placeholders"},
-    {IDC_HOURS, L"placeholders"},     {IDC_GROUP_NAME, L"your-list"},
-    {IDC_CUT_OFF, L"your-list"},      {IDC_ABOUT_COPY, L"when-something-goes-wrong"},
+    {IDC_CODE_LIST, L"placeholders"},
+    {IDC_CALENDAR, L"placeholders"},
+    {IDC_HOURS, L"placeholders"},
+    {IDC_GROUP_NAME, L"your-list"},
+    {IDC_ASKED_KEY, L"hotkeys"},
+    {IDC_CUT_OFF, L"your-list"},
+    {IDC_ABOUT_COPY, L"when-something-goes-wrong"},
 };
 
 const wchar_t* PlaceOfDialog(HWND dialog) {

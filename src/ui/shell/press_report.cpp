@@ -97,7 +97,8 @@ std::wstring PressLines(std::span<const LoggedPress> presses) {
     std::wstring lines =
         L"time          hotkey               in front                 run        entry       kind"
         L"         copies/pastes/other\r\n";
-    for (auto press = presses.rbegin(); press != presses.rend(); ++press) lines += PressLine(*press);
+    std::for_each(presses.rbegin(), presses.rend(),
+                  [&](const LoggedPress& press) { lines += PressLine(press); });
     return lines;
 }
 
