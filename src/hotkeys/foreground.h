@@ -19,8 +19,9 @@ bool GiveForeground(HWND window);
 // window's own. Whatever window they are for: while the focus moves, that is not settled. Other keys stay.
 void TakeAltStrokesOut();
 
-// Takes modifiers for up that are up, in what the calling thread has read of the keyboard: they may have gone
-// up while another program had it, and a letter with a Ctrl that it believes down would choose no menu row.
+// Takes modifiers for up that are up, in what the calling thread has read of the keyboard: they may have
+// gone up while another program had it, and a letter with a Ctrl that it believes down would choose no menu
+// row.
 void ForgetReleasedModifiers();
 
 // Gives the foreground back, when it goes, to the window that had it when this was made: for boxes and
