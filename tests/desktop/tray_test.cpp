@@ -157,7 +157,7 @@ TEST_F(Tray, UsesAreCountedApartFromTheListAndTheLastOnesOffered) {
     EXPECT_TRUE(Shows(true));
     EXPECT_TRUE(WaitFor([&] { return Rows() == 1; }));
     target.SetText(L"text wtext w");
-    PressKey(IDC_LIST, VK_ESCAPE);
+    Menu(CMD_ONLY_UNUSED);
     EXPECT_TRUE(WaitFor([&] { return Rows() == 3; }));
     // An edit takes the count along; Test is no use.
     ASSERT_TRUE(Select(0, IDC_TEXT, L"text w"));
@@ -202,6 +202,10 @@ TEST_F(Tray, ClashesStandTogetherUntilEsc) {
     EXPECT_TRUE(Select(0, IDC_TEXT, L"one")) << testing::PrintToString(Text(IDC_TEXT));
     EXPECT_TRUE(Select(1, IDC_TEXT, L"two")) << testing::PrintToString(Text(IDC_TEXT));
     follow(L"Show all");
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 3 && IsWindowVisible(tree_); }));
+    Menu(CMD_CLASHES);
+    EXPECT_TRUE(WaitFor([&] { return Rows() == 2 && IsWindowVisible(list_); }));
+    PressKey(IDC_LIST, VK_ESCAPE);
     EXPECT_TRUE(WaitFor([&] { return Rows() == 3 && IsWindowVisible(tree_); }));
     EXPECT_TRUE(Becomes(IDC_TEXT, L"two"));
     EXPECT_EQ(run_.Exit(), 1);
