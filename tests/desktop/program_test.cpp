@@ -123,7 +123,7 @@ TEST_F(ProgramTest, ATextTooLongIsNeverLost) {
     EXPECT_TRUE(FileHolds(L"_unsaved.txt"));
     SendMessageW(dialog_, WM_ENDSESSION, FALSE, 0);
     EXPECT_FALSE(FileHolds(L"_unsaved.txt"));
-    ASSERT_TRUE(RemoveDirectoryW(backups.c_str())) << "not empty";
+    ASSERT_TRUE(RemoveDirectoryW(backups.c_str())) << GetLastError() << NamesIn(backups);
     WriteBytes(backups, "in the way of the folder");
     EXPECT_TRUE(SendMessageW(dialog_, WM_QUERYENDSESSION, 0, 0));
     const UINT message = RegisterWindowMessageW(L"Verbatix");

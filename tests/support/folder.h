@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -57,10 +58,21 @@ class Folder {
     std::wstring path_;
 };
 
+// What the folder holds, for the message of a test that has failed.
+inline std::wstring NamesIn(const std::wstring& folder) {
+    std::wstring names;
+    std::error_code error;
+    for (const auto& item : std::filesystem::directory_iterator(folder, error))
+        names += L" " + item.path().filename().wstring();
+    return names;
+}
+
 // The whole file as bytes; empty when it cannot be read.
 inline std::string ReadBytes(const std::wstring& path) {
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      nullptr, OPEN_EXISTING, 0, nullptr));
+    // Whoever replaces the file meanwhile may.
+    constexpr DWORD kSharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const UniqueFile file(
+        CreateFileW(path.c_str(), GENERIC_READ, kSharing, nullptr, OPEN_EXISTING, 0, nullptr));
     std::string bytes(file ? GetFileSize(file.Get(), nullptr) : 0, '\0');
     DWORD read = 0;
     if (file) ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
