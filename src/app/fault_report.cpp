@@ -52,26 +52,35 @@ std::wstring DumpFileOf(const std::wstring& name) {
 }
 
 // The minidump suspends every other thread and then needs the heap and the list of modules. The thread that
-// crashed or hangs may hold either. So they are taken first: where the heap is not to be had, this thread
-// waits, not the suspended rest of the program.
+// crashed or hangs may hold either. So they are taken first, in the order in which whoever loads a library
+// takes them: where the heap is not to be had, this thread waits, not the suspended rest of the program.
+// The list of modules may be in other hands for a moment only.
 class LocksOfTheDump {
   public:
     LocksOfTheDump() {
-        constexpr ULONG kTry = 2;
-        constexpr ULONG kTaken = 1;
-        ULONG state = 0;
-        HeapLock(GetProcessHeap());
-        owned_ = prepared.lockLoader && prepared.lockLoader(kTry, &state, &cookie_) >= 0 && state == kTaken;
+        constexpr int kTries = 50;
+        constexpr DWORD kPause = 20;  // ms
+        for (int tried = 0; !TakeLoader() && tried < kTries; ++tried) Sleep(kPause);
+        if (owned_) HeapLock(GetProcessHeap());
     }
     ~LocksOfTheDump() {
-        if (owned_) prepared.unlockLoader(0, cookie_);
+        if (!owned_) return;
         HeapUnlock(GetProcessHeap());
+        prepared.unlockLoader(0, cookie_);
     }
     LocksOfTheDump(const LocksOfTheDump&) = delete;
     LocksOfTheDump& operator=(const LocksOfTheDump&) = delete;
     explicit operator bool() const { return owned_; }
 
   private:
+    bool TakeLoader() {
+        constexpr ULONG kTry = 2;
+        constexpr ULONG kTaken = 1;
+        ULONG state = 0;
+        owned_ = prepared.lockLoader && prepared.lockLoader(kTry, &state, &cookie_) >= 0 && state == kTaken;
+        return owned_;
+    }
+
     ULONG_PTR cookie_ = 0;
     bool owned_ = false;
 };

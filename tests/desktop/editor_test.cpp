@@ -348,7 +348,8 @@ TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     Keys({'L', 'B'});
     EXPECT_TRUE(Becomes(IDC_LABEL, L"lb"));
     PlayStroke({VK_LMENU}, 'X');
-    ASSERT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
+    ASSERT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }))
+        << ::testing::PrintToString(Text(IDC_LABEL));
     Keys({'H', 'E', 'L', 'L', 'O'});
     EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
     PlayStroke({VK_LMENU}, 'K');

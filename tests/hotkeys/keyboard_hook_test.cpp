@@ -61,6 +61,7 @@ class KeyboardHookTest : public testing::Test {
             InstallKeyboardHook();
         });
         EXPECT_TRUE(WaitFor([] { return !AnyModifierDown(); }));
+        EXPECT_TRUE(SettlesInFront(target.Window()));  // the pointer has moved
         EXPECT_TRUE(ArrivesAfter(L""));
         watch.Take();
     }

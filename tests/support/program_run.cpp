@@ -30,6 +30,9 @@ std::wstring SettingsText(const std::vector<StoredLine>& lines, std::wstring_vie
 }
 
 ProgramRun::ProgramRun(std::wstring_view programName) : programName_(programName) {
+    // Beside all windows: one that comes up below the pointer has the bench read the keyboard anew, and
+    // what is held there is let go.
+    SetCursorPos(1270, 600);
     CopyFileW(HelperPath(L"..\\Verbatix.exe").c_str(), folder_.File(programName_).c_str(), FALSE);
 }
 
