@@ -79,16 +79,53 @@ void ForgetOldest(UndoHistory& history) {
     history.steps.erase(history.steps.begin(), history.steps.end() - static_cast<std::ptrdiff_t>(kept));
 }
 
-bool GoesOn(const UndoHistory& history, const Action& action, std::uint64_t now) {
-    if (!action.isTyping || history.isSealed || history.steps.empty()) return false;
-    const UndoStep& last = history.steps.back();
-    return last.action.isTyping && last.action.act == action.act && last.action.after == action.before &&
-           now - last.time <= kTypingPauseMilliseconds;
+void AddTyped(UndoStep::Typed& typed, std::wstring_view before, std::wstring_view after) {
+    const std::size_t shorter = std::min(before.size(), after.size());
+    std::size_t start = 0;
+    while (start < shorter && before[start] == after[start]) ++start;
+    std::size_t end = 0;
+    while (end < shorter - start && before[before.size() - 1 - end] == after[after.size() - 1 - end]) ++end;
+    typed.added += after.size() - start - end;
+    typed.removed += before.size() - start - end;
 }
 
-// Takes changes into the step before them.
-void Join(UndoStep& step, std::vector<Change>& changes) {
-    for (Change& change : changes) {
+// Nothing where a hotkey was chosen.
+UndoStep::Typed TypedIn(const std::vector<Change>& changes) {
+    UndoStep::Typed typed;
+    for (const Change& change : changes) {
+        if (!change.before || !change.after) continue;
+        AddTyped(typed, change.before->text, change.after->text);
+        AddTyped(typed, change.before->label, change.after->label);
+    }
+    return typed;
+}
+
+bool IsByItself(const UndoStep::Typed& typed) {
+    return typed.added + typed.removed > kMostTypedAtOnce;
+}
+
+// What has been typed and is deleted then is in a step to come back from; so is what was deleted first.
+bool TurnsRound(const UndoStep::Typed& before, const UndoStep::Typed& typed) {
+    return before.added > 0 ? typed.removed > 0 : before.removed > 0 && typed.added > 0;
+}
+
+bool GoesOn(const UndoHistory& history, const UndoStep& step) {
+    if (!step.action.isTyping || history.isSealed || history.steps.empty()) return false;
+    const UndoStep& last = history.steps.back();
+    const std::size_t all = last.typed.added + last.typed.removed + step.typed.added + step.typed.removed;
+    return last.action.isTyping && last.action.act == step.action.act &&
+           last.action.after == step.action.before && step.time - last.time <= kTypingPauseMilliseconds &&
+           step.time - last.begun <= kTypingMilliseconds && all <= kMostTyped && !IsByItself(step.typed) &&
+           !TurnsRound(last.typed, step.typed);
+}
+
+// Takes a step into the one before it.
+void Join(UndoStep& step, UndoStep& next) {
+    step.action.subject = std::move(next.action.subject);
+    step.time = next.time;
+    step.typed.added += next.typed.added;
+    step.typed.removed += next.typed.removed;
+    for (Change& change : next.changes) {
         const auto found = std::find_if(step.changes.begin(), step.changes.end(),
                                         [&](const Change& row) { return row.position == change.position; });
         if (found == step.changes.end()) {
@@ -140,18 +177,19 @@ bool NoteStep(UndoHistory& history, const EntryList& list, Action action, std::u
     const std::size_t bytes = ShareContents(changes, list);
     for (const Change& change : changes) history.known[change.position] = change.after;
     history.steps.resize(history.done);
-    if (GoesOn(history, action, now)) {
+    const UndoStep::Typed typed = TypedIn(changes);
+    UndoStep step = {std::move(action), std::move(changes), now, bytes, typed, now};
+    if (GoesOn(history, step)) {
         UndoStep& last = history.steps.back();
-        Join(last, changes);
-        last.action.subject = std::move(action.subject);
-        last.time = now;
+        Join(last, step);
         if (last.changes.empty()) history.steps.pop_back();
     } else {
-        history.steps.push_back({std::move(action), std::move(changes), now, bytes});
+        history.steps.push_back(std::move(step));
         ForgetOldest(history);
     }
     history.done = history.steps.size();
-    history.isSealed = false;
+    // Nor does anything go on in what was put in.
+    history.isSealed = IsByItself(typed);
     return true;
 }
 

@@ -43,10 +43,17 @@ struct UndoStep {
         SharedContent before;
         SharedContent after;
     };
+    // Of typing, in characters.
+    struct Typed {
+        std::size_t added = 0;
+        std::size_t removed = 0;
+    };
     Action action;
     std::vector<Change> changes;
-    std::uint64_t time = 0;
+    std::uint64_t time = 0;  // of what was joined last
     std::size_t bytes = 0;
+    Typed typed = {};
+    std::uint64_t begun = 0;
 };
 
 struct UndoHistory {
@@ -59,8 +66,12 @@ struct UndoHistory {
 // Beyond these the oldest steps are forgotten. The bytes hold a hundred moves across ten thousand entries.
 inline constexpr std::size_t kMostUndoSteps = 1000;
 inline constexpr std::size_t kMostUndoBytes = std::size_t{64} << 20;
-// Typing that goes on within this time is one step.
+// Typing that goes on within this time is one step, until it is that old or that long: a step is about what
+// the user would type again without a sigh. More at once than is typed at once is a step by itself.
 inline constexpr std::uint64_t kTypingPauseMilliseconds = 3000;
+inline constexpr std::uint64_t kTypingMilliseconds = 10000;
+inline constexpr std::size_t kMostTyped = 20;
+inline constexpr std::size_t kMostTypedAtOnce = 8;
 
 // Another list: there is nothing to take back any more.
 void ForgetSteps(UndoHistory& history, const EntryList& list);

@@ -95,14 +95,57 @@ TEST_F(UndoTest, TypingIsOneStepUntilAPauseOrAnotherKindOrPlace) {
     Type(L"again", 8000, 1, Act::kRename);
     EXPECT_EQ(Steps(), 5U);
     // Back to where the step began: there is nothing to take back.
-    Type(L"renamed", 8000, 1, Act::kRename);
-    EXPECT_EQ(Steps(), 4U);
-    for (int i = 0; i < 3; ++i) UndoStepIn(history_, list_);
+    for (const unsigned key : {'W', 'Q'}) {
+        list_.at(1).current.keyCode = key;
+        Note({Act::kHotkey, L"", {1}, {1}, true}, 8000);
+        EXPECT_EQ(Steps(), key == 'W' ? 6U : 5U);
+    }
+    for (int i = 0; i < 4; ++i) UndoStepIn(history_, list_);
     EXPECT_STREQ(list_.at(0).current.text, L"xyz");
     // Typing after that begins anew, and what was taken back is gone.
     Type(L"xyz2", 8000);
     EXPECT_EQ(Steps(), 2U);
     EXPECT_FALSE(NextRedo(history_));
+}
+
+// The whole text after every edit, at its second, and where each step leads back to.
+TEST_F(UndoTest, TypingIsCutIntoStepsWorthTakingBack) {
+    struct Edit {
+        int second;
+        const wchar_t* text;
+    };
+    struct Row {
+        const char* what;
+        std::vector<Edit> edits;
+        std::vector<std::wstring> back;
+    };
+    const Row rows[] = {
+        {"typed, then all deleted", {{0, L"ab"}, {1, L"abc"}, {2, L"?"}}, {L"abc", L"a"}},
+        {"a letter taken back", {{0, L"ab"}, {1, L"abx"}, {2, L"ab"}, {3, L"abc"}}, {L"ab", L"abx", L"a"}},
+        {"deleted by and by", {{0, L"abcd"}, {4, L"abc"}, {5, L"ab"}, {6, L"b"}}, {L"abcd", L"a"}},
+        {"over a selection", {{0, L"abc"}, {4, L"ax"}, {5, L"axyz"}}, {L"abc", L"a"}},
+        {"put in between",
+         {{0, L"ab"}, {1, L"a 123456789 b"}, {2, L"a 123456789 bc"}},
+         {L"a 123456789 b", L"ab", L"a"}},
+        {"the same letters", {{0, L"aa"}, {1, L"aaa"}, {2, L"aaaa"}}, {L"a"}},
+        {"20 characters",
+         {{0, L"a1234567"},
+          {1, L"a12345671234567"},
+          {2, L"a12345671234567123456"},
+          {3, L"a123456712345671234567"}},
+         {L"a12345671234567123456", L"a"}},
+        {"10 seconds",
+         {{0, L"ab"}, {3, L"abc"}, {6, L"abcd"}, {9, L"abcde"}, {11, L"abcdef"}},
+         {L"abcde", L"a"}},
+    };
+    for (const Row& row : rows) {
+        SetText(list_, 0, L"a");
+        ForgetSteps(history_, list_);
+        for (const Edit& edit : row.edits) Type(edit.text, static_cast<std::uint64_t>(edit.second) * 1000);
+        std::vector<std::wstring> back;
+        while (UndoStepIn(history_, list_)) back.push_back(list_.at(0).current.text);
+        EXPECT_EQ(back, row.back) << row.what;
+    }
 }
 
 TEST_F(UndoTest, AListThatIsNotWhatTheStepLeftIsNotTouched) {
