@@ -24,6 +24,11 @@ struct Offered {
 
 Offered standing;
 
+// Not over a notice that the user's work is in danger.
+bool IsOfferShown() {
+    return !standing.text.empty() && !IsNoticeUp(Notice::kListUnread) && !IsNoticeUp(Notice::kNotSaved);
+}
+
 HWND OfferLink() {
     return GetDlgItem(mainWindow.statusBar, IDC_OFFER_LINK);
 }
@@ -76,15 +81,15 @@ void ShowWithLink(const std::wstring& text, int linkName) {
 }  // namespace
 
 std::optional<Offer> StandingOffer() {
-    return standing.text.empty() ? std::nullopt : std::optional(standing.offer);
+    return IsOfferShown() ? std::optional(standing.offer) : std::nullopt;
 }
 
 std::wstring LineAcross() {
-    return standing.text.empty() ? ShownNotice() : standing.text;
+    return IsOfferShown() ? standing.text : ShownNotice();
 }
 
 void OnStatusBarClick() {
-    if (StandingOffer()) return;
+    if (IsOfferShown()) return;
     // It may take the notice away.
     if (const auto help = ShownHelp().run) help();
 }
@@ -108,8 +113,8 @@ void PlaceOffer() {
 }
 
 void UpdateStatusBar() {
-    // The notice comes back by itself; what has just been done is easily taken back only now.
-    if (!standing.text.empty())
+    // Such a notice comes back by itself; what has just been done is easily taken back only now.
+    if (IsOfferShown())
         return ShowWithLink(standing.text, standing.offer == Offer::kUndo ? text::kUndo : text::kRedo);
     const std::wstring notice = ShownNotice();
     if (const int help = ShownHelp().name) return ShowWithLink(notice, help);
