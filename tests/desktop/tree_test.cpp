@@ -243,6 +243,9 @@ TEST_F(TreeWindow, F2RenamesInPlace) {
     EXPECT_TRUE(FileGets(L"text_003=g/three"));
     EXPECT_TRUE(TreeGets(8));
     // A hotkey's name is asked for by its keys, for all that it has, and comes back in one step.
+    // Also for what the filter hides, which shows all then.
+    SetWindowTextW(Control(IDC_FILTER), L"four");
+    ASSERT_TRUE(TreeGets(2));
     HWND box = nullptr;
     Keys({VK_HOME, VK_F2});
     ASSERT_TRUE(WaitFor([&] { return (box = DialogOf(run_.Program().Id(), dialog_)) != nullptr; }));

@@ -154,6 +154,14 @@ bool RenameGroup(EntryList& list, const TreeNode& group, std::wstring_view name)
     return true;
 }
 
+std::vector<int> EntriesOn(const EntryList& list, unsigned key, unsigned modifier) {
+    std::vector<int> positions;
+    for (const auto& [position, slot] : list) {
+        if (IsOn(slot.current, key, modifier)) positions.push_back(position);
+    }
+    return positions;
+}
+
 std::vector<std::wstring> GroupsOn(const EntryList& list, unsigned key, unsigned modifier) {
     std::vector<std::wstring> paths;
     for (const auto& [position, slot] : list) {

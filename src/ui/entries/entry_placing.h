@@ -50,6 +50,9 @@ bool SetLabel(EntryList& list, int position, std::wstring_view label);
 // nothing.
 bool RenameGroup(EntryList& list, const TreeNode& group, std::wstring_view name);
 
+// The entries of that hotkey, shown or not.
+std::vector<int> EntriesOn(const EntryList& list, unsigned key, unsigned modifier);
+
 // Paths of the groups on that hotkey, in the order in which they come up, outer ones before inner ones.
 std::vector<std::wstring> GroupsOn(const EntryList& list, unsigned key, unsigned modifier);
 

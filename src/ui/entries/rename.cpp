@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -100,16 +101,16 @@ bool Rename(const Renaming& what) {
     return true;
 }
 
-// A hotkey's name is the hotkey: another one is that of all entries below.
+// A hotkey's name is the hotkey: another one is that of all its entries, also of those that a filter hides.
 void ChangeHotkeyOf(const TreeNode& node) {
     EntryList& list = mainWindow.entries;
-    const std::vector<int> below = EntriesBelow(ShownTree(), FindNode(ShownTree(), node));
-    if (below.empty()) return;
-    const ListEntry& first = list.at(below.front()).current;
-    const std::wstring subject = NameOfEntries(list, below);
-    const auto hotkey = AskHotkey(subject, {RecordKey(first.keyCode), node.modifier}, below.front());
+    const std::vector<int> entries = EntriesOn(list, node.key, node.modifier);
+    if (entries.empty()) return;
+    const ListEntry& first = list.at(entries.front()).current;
+    const std::wstring subject = NameOfEntries(list, entries);
+    const auto hotkey = AskHotkey(subject, {RecordKey(first.keyCode), node.modifier}, entries.front());
     if (!hotkey) return;
-    for (const int position : below) {
+    for (const int position : entries) {
         const auto found = list.find(position);
         if (found == list.end()) continue;
         found->second.current.keyCode = hotkey->key;
@@ -119,8 +120,10 @@ void ChangeHotkeyOf(const TreeNode& node) {
     changed.key = hotkey->key & 0xff;
     changed.modifier = changed.key ? hotkey->modifier : 0;
     KeepOpenUnder(node, changed);
-    NoteAction({Act::kHotkey, subject, below, below});
+    NoteAction({Act::kHotkey, subject, entries, entries});
     ShowKept({});
+    // Nothing that was changed stays out of sight, nor does what the filter found by its hotkey go there.
+    if (!std::all_of(entries.begin(), entries.end(), HasListRow)) SelectEntries(entries);
     SelectNode(changed);
     CountSelected();
 }
