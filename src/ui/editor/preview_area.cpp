@@ -14,8 +14,8 @@
 #include "paste/text/code_hints.h"
 #include "store/settings.h"
 #include "ui/editor/code_catalogue.h"
+#include "ui/editor/insertion.h"
 #include "ui/editor/preview.h"
-#include "ui/state/keep_entries.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -115,9 +115,8 @@ void MendCode() {
     const std::vector<CodeHint> hints = FindHints(FieldText(IDC_TEXT));
     if (hints.empty()) return;
     const CodeHint& hint = hints.front();
-    BeginStep();
     SendMessageW(field, EM_SETSEL, hint.start, static_cast<LPARAM>(hint.start + hint.length));
-    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(hint.meant.c_str()));
+    ReplaceSelectedText(hint.meant);
     SetFocus(field);
 }
 

@@ -14,6 +14,7 @@
 #include "ids.h"
 #include "store/settings.h"
 #include "store/word_list.h"
+#include "ui/editor/insertion.h"
 #include "ui/state/main_window.h"
 
 namespace verbatix {
@@ -98,7 +99,6 @@ void Show(const std::vector<std::wstring>& words) {
     SetWindowPos(popup, HWND_TOPMOST, place.x, place.y, size.cx, size.cy, SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
-// By the edit control's own replacement, so that Ctrl+Z takes the word back.
 void Take(LRESULT row) {
     std::wstring word(0x1000, L'\0');
     const LRESULT length = SendMessageW(completion.popup, LB_GETTEXTLEN, static_cast<WPARAM>(row), 0);
@@ -108,7 +108,7 @@ void Take(LRESULT row) {
     word.resize(static_cast<std::size_t>(length));
     CloseSuggestions();
     SendMessageW(TextField(), EM_SETSEL, completion.start, static_cast<LPARAM>(completion.caret));
-    SendMessageW(TextField(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(word.c_str()));
+    ReplaceSelectedText(word);
 }
 
 void Move(int rows) {

@@ -26,6 +26,11 @@ void BeginStep() {
     SealStep(undoHistory);
 }
 
+void EndStep() {
+    KeepEntries();
+    SealStep(undoHistory);
+}
+
 void ForgetActions() {
     ForgetSteps(undoHistory, mainWindow.entries);
     WithdrawOffer();

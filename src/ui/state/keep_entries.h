@@ -17,6 +17,9 @@ void KeepEntries(Action action = {});
 // What is done next is a step of its own, whatever was typed before it.
 void BeginStep();
 
+// What has just been done is a step of its own, whatever is typed after it; saved at once.
+void EndStep();
+
 // Another list has taken the place of the one so far.
 void ForgetActions();
 
