@@ -23,6 +23,7 @@
 #include "ui/editor/field_text.h"
 #include "ui/editor/hotkey_field.h"
 #include "ui/editor/hotkey_verdict.h"
+#include "ui/editor/insertion.h"
 #include "ui/editor/long_text.h"
 #include "ui/editor/preview_area.h"
 #include "ui/editor/word_completion.h"
@@ -170,11 +171,9 @@ void ShowKey(unsigned key) {
 void KeepPathsOfText() {
     const std::optional<std::wstring> stored = StoredFromEditorText(FieldText(IDC_TEXT));
     if (!stored) return;
-    BeginStep();
     const HWND field = DialogControl(IDC_TEXT);
     SendMessageW(field, EM_SETSEL, 0, -1);
-    SendMessageW(field, EM_REPLACESEL, TRUE,
-                 reinterpret_cast<LPARAM>(EditorFromStoredText(KeepPaths(*stored)).c_str()));
+    ReplaceSelectedText(EditorFromStoredText(KeepPaths(*stored)));
     SetFocus(field);
 }
 
@@ -209,10 +208,16 @@ void FillFields(const ListEntry& entry, bool isShown) {
     editor.filling = false;
 }
 
+ULONGLONG unsavedSince = 0;  // while the timer runs
+
+// Who types without a pause is not kept waiting for ever, nor is all of it one step to take back.
 void Changed() {
     if (editor.filling || editor.position < 0) return;
     editor.edited = true;
     constexpr UINT kUpdateMilliseconds = 200;
+    constexpr ULONGLONG kLongestMilliseconds = 2000;
+    if (unsavedSince == 0) unsavedSince = GetTickCount64();
+    if (GetTickCount64() - unsavedSince > kLongestMilliseconds) return;
     SetTimer(mainWindow.window, TIMER_EDITOR_UPDATE, kUpdateMilliseconds, nullptr);
 }
 
@@ -459,6 +464,7 @@ bool TakeEditsOver(Warn warn) {
 
 bool SaveEdits(Warn warn) {
     KillTimer(mainWindow.window, TIMER_EDITOR_UPDATE);
+    unsavedSince = 0;
     if (!editor.edited) return true;
     const bool isWhole = TakeEditsOver(warn);
     KeepEntries();
