@@ -18,10 +18,17 @@ ClipboardSession::ClipboardSession(DWORD patience) : open_(OpenClipboard(nullptr
 static unsigned fills = 0;
 static DWORD ourContent = 0;  // its number, as the system counts changes of the clipboard
 
-static bool OwnerAnswers() {
-    constexpr DWORD kAnswerTime = 100;
+// Inside the hook there is as little time for it as for a program that takes a stroke.
+static bool OwnerAnswers(DWORD patience) {
     const HWND owner = GetClipboardOwner();
-    return !owner || Answers(owner, kAnswerTime);
+    if (!owner) return true;
+    const DWORD longest = isInsideHook ? std::min(patience, patienceInsideHook) : patience;
+    const ULONGLONG start = GetTickCount64();
+    const bool answers = Answers(owner, std::max<DWORD>(longest, 1));
+    const ULONGLONG waited = GetTickCount64() - start;
+    if (isInsideHook)
+        patienceInsideHook -= static_cast<DWORD>(std::min<ULONGLONG>(waited, patienceInsideHook));
+    return answers;
 }
 
 bool WithClipboard(DWORD patience, const std::function<bool()>& work) {
@@ -42,7 +49,7 @@ bool FillClipboard(DWORD patience, const std::function<bool()>& work) {
         ++fills;
         return EmptyClipboard() && work();
     };
-    const bool isFilled = OwnerAnswers() && WithClipboard(patience, fill);
+    const bool isFilled = OwnerAnswers(kClipboardPatience) && WithClipboard(patience, fill);
     if (isFilled) ourContent = GetClipboardSequenceNumber();
     return isFilled;
 }
@@ -56,11 +63,12 @@ bool IsOurContent() {
 }
 
 bool ReadClipboard(const std::function<bool()>& work) {
-    return OwnerAnswers() && WithClipboard(kClipboardPatience, work);
+    return OwnerAnswers(kClipboardPatience) && WithClipboard(kClipboardPatience, work);
 }
 
 bool IsClipboardAtHand() {
-    return OwnerAnswers() && ClipboardSession(0);
+    constexpr DWORD kAtOnce = 100;
+    return OwnerAnswers(kAtOnce) && ClipboardSession(0);
 }
 
 UniqueGlobal MakeClipboardBlock(std::string_view bytes, std::size_t size) {

@@ -1,5 +1,8 @@
 #include "hotkeys/key_simulation.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "hotkeys/pause.h"
 #include "hotkeys/press_log.h"
 #include "hotkeys/stroke_target.h"
@@ -39,7 +42,8 @@ namespace {
 // More than a person types while a stroke is sent; what goes beyond is let through.
 struct HeldBack {
     bool playing = false;
-    BYTE key = 0;  // of the event that is being sent
+    BYTE key = 0;                 // of the event that is being sent
+    std::optional<bool> control;  // of an Alt-Gr: whether it went up
     std::array<KBDLLHOOKSTRUCT, 32> events;
     std::size_t count = 0;
 };
@@ -52,7 +56,11 @@ bool IsHeldBack(const KBDLLHOOKSTRUCT& event) {
     if (!heldBack.playing || event.dwExtraInfo == kSyntheticInputTag) return false;
     if (heldBack.count == heldBack.events.size()) return false;
     // Played again as a Ctrl of its own, it would be let go by nobody.
-    if (IsControlOfAltGr(event)) return heldBack.key != VK_RMENU;
+    if (IsControlOfAltGr(event)) {
+        if (heldBack.key == VK_RMENU) return false;
+        heldBack.control = (event.flags & LLKHF_UP) != 0;
+        return true;
+    }
     heldBack.events[heldBack.count++] = event;
     return true;
 }
@@ -73,6 +81,15 @@ static void PlayAgain(const KBDLLHOOKSTRUCT& event) {
     SendInput(1, &input, sizeof input);
 }
 
+// Whether the right Alt of the Ctrl that was held back was so too, and brings it along.
+static bool BringsControl(const HeldBack& taken) {
+    return std::any_of(
+        taken.events.begin(), taken.events.begin() + static_cast<std::ptrdiff_t>(taken.count),
+        [&](const KBDLLHOOKSTRUCT& event) {
+            return event.vkCode == VK_RMENU && ((event.flags & LLKHF_UP) != 0) == *taken.control;
+        });
+}
+
 void PlayWhole(std::span<const KeyStroke> strokes) {
     heldBack.playing = true;
     for (const KeyStroke stroke : strokes) {
@@ -82,6 +99,10 @@ void PlayWhole(std::span<const KeyStroke> strokes) {
     heldBack.playing = false;
     const HeldBack taken = heldBack;
     heldBack.count = 0;
+    heldBack.control.reset();
+    // Its Alt comes only now, behind the stroke, and by itself.
+    if (taken.control && !BringsControl(taken))
+        SendTagged({VK_LCONTROL, *taken.control ? DWORD{KEYEVENTF_KEYUP} : 0});
     for (std::size_t i = 0; i < taken.count; ++i) PlayAgain(taken.events[i]);
 }
 

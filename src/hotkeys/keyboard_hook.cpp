@@ -143,6 +143,14 @@ void AwaitReleases() {
     while (!isQuiet() && GetTickCount64() - start < kLongest) Pause(10);
 }
 
+// How long the event waited for this thread, which counts for the time limit too. A time that cannot be,
+// as some drivers tell one, counts as none.
+static DWORD WaitedFor(const KBDLLHOOKSTRUCT& event) {
+    constexpr DWORD kLongest = 10000;
+    const DWORD waited = GetTickCount() - event.time;
+    return waited < kLongest ? waited : 0;
+}
+
 static PressNumber RecordPress(const KeyDecision& decision, DWORD key, HWND foreground) {
     const PressWay way = decision.action == KeyAction::TriggerMenu    ? PressWay::kMenu
                          : decision.action == KeyAction::TriggerEntry ? PressWay::kInsideHook
@@ -158,7 +166,7 @@ static void AskForMenu(const HotkeyPress& press) {
     PostCommand(CMD_SHOW_PASTE_MENU);
 }
 
-static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG now) {
+static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG now, ULONGLONG asked) {
     const HWND foreground = GetForegroundWindow();
     const PressedEntry entry = {decision.text ? *decision.text : std::wstring(),
                                 {key, decision.modifier, GetFocus(), foreground,
@@ -169,7 +177,7 @@ static void CarryOutTrigger(const KeyDecision& decision, DWORD key, ULONGLONG no
     SendTagged({static_cast<BYTE>(key), KEYEVENTF_KEYUP});
     HeldKeys held;
     ReleaseHeldModifiers(held);
-    if (decision.action == KeyAction::TriggerEntry) ExecuteOrPost(entry, now);
+    if (decision.action == KeyAction::TriggerEntry) ExecuteOrPost(entry, asked);
     if (decision.action == KeyAction::TriggerMenu) AskForMenu(entry.press);
 }
 
@@ -234,7 +242,7 @@ static LRESULT CALLBACK KeyboardHookProcedure(int code, WPARAM message, LPARAM p
         case KeyAction::PassAfterRelease: ReleasePendingKeys(); return 0;
         case KeyAction::SwallowAfterRelease: ReleasePendingKeys(); break;
         case KeyAction::Swallow: break;
-        default: CarryOutTrigger(decision, event.vkCode, now);
+        default: CarryOutTrigger(decision, event.vkCode, now, now - WaitedFor(event));
     }
     return 1;
 }

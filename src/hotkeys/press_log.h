@@ -65,6 +65,18 @@ PressNumber BeginPress(unsigned modifier, unsigned key, HWND foreground, PressWa
 void ContinuePress(PressNumber number);
 PressNumber CurrentPressNumber();
 
+// For a step that comes by itself, maybe in the middle of another press, which goes on afterwards.
+class PressInterlude {
+  public:
+    explicit PressInterlude(PressNumber number) : before_(CurrentPressNumber()) { ContinuePress(number); }
+    ~PressInterlude() { ContinuePress(before_); }
+    PressInterlude(const PressInterlude&) = delete;
+    PressInterlude& operator=(const PressInterlude&) = delete;
+
+  private:
+    PressNumber before_;
+};
+
 // The record of that press, to be added to. Of none, or of one so long ago that it has gone, it is a record
 // that nobody sees.
 LoggedPress& PressOf(PressNumber number);

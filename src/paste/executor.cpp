@@ -221,7 +221,7 @@ bool ExecuteCommandPrefixes(const std::wstring& text) {
 }
 
 void OnCpyCopyTimer() {
-    ContinuePress(pendingPress);
+    const PressInterlude step(pendingPress);
     Aimed(std::exchange(pendingWindow, nullptr));
     if (!SendCopy()) {
         pendingProgram = {};
@@ -236,7 +236,7 @@ void OnCpyCopyTimer() {
 }
 
 void OnCpyLaunchTimer() {
-    ContinuePress(pendingPress);
+    const PressInterlude step(pendingPress);
     SendCopy();
     AwaitCopy(100);
     // Taken out, because a hotkey pressed while the shell is at it may name the next program.

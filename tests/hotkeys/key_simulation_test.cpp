@@ -71,7 +71,7 @@ LRESULT CALLBACK AskAboutControlOfAltGr(int code, WPARAM message, LPARAM paramet
     return CallNextHookEx(nullptr, code, message, parameter);
 }
 
-TEST(KeySimulation, TheControlOfAnAltGrGoesAlongWithOursAndComesAnewWithTheUsers) {
+TEST(KeySimulation, TheControlOfAnAltGrGoesAlongWithOursAndComesBehindThemWithTheUsers) {
     MessageThread thread;
     KeyWatch watch;
     const struct {
@@ -79,7 +79,7 @@ TEST(KeySimulation, TheControlOfAnAltGrGoesAlongWithOursAndComesAnewWithTheUsers
         std::vector<bool> heldBack;
     } rows[] = {{{{VK_RMENU, KEYEVENTF_EXTENDEDKEY}, {VK_RMENU, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP}},
                  {false, false}},
-                {{{VK_F24, 0}, {VK_F24, KEYEVENTF_KEYUP}}, {true, true}}};
+                {{{VK_F24, 0}, {VK_F24, KEYEVENTF_KEYUP}}, {true, true, false}}};
     for (const auto& [strokes, heldBack] : rows) {
         heldBackOf.clear();
         thread.Run([&] {
@@ -89,7 +89,12 @@ TEST(KeySimulation, TheControlOfAnAltGrGoesAlongWithOursAndComesAnewWithTheUsers
             UnhookWindowsHookEx(hook);
         });
         EXPECT_EQ(heldBackOf, heldBack);
-        EXPECT_EQ(watch.Take().size(), strokes.size()) << "played again";
+        // The right Alt of the one that was held back is still to come, and will bring none along.
+        const std::vector<SeenKey> seen = watch.Take();
+        EXPECT_EQ(seen.size(), heldBack.size());
+        EXPECT_EQ(seen.back() == (SeenKey{VK_LCONTROL, false, 444}), heldBack[0]);
+        LetKeyUp(VK_LCONTROL);
+        watch.Take();
     }
 }
 

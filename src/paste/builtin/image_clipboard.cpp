@@ -101,9 +101,11 @@ bool ImageFileToClipboard(std::wstring_view untrimmedPath) {
     Picture picture = LoadPicture(path);
     const bool isPicture = static_cast<bool>(picture.dib);
     AwaitLastStroke();
+    const unsigned before = ClipboardFills();
     if (!FillClipboard(kClipboardPatience, [&] { return !isPicture || GivePicture(picture); })) {
         WithholdStrokes();
-        keepClipboardOnce = true;
+        // What is there stays, unless it has gone all the same.
+        keepClipboardOnce = ClipboardFills() == before;
         return true;
     }
     if (!isPicture) return false;
