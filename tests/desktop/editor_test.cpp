@@ -247,6 +247,10 @@ TEST_F(EditorTest, TheListOfCodesIsSearchedAndLeavesTheTextAlone) {
         EXPECT_TRUE(Becomes(IDC_TEXT, text)) << testing::PrintToString(Text(IDC_TEXT));
     }
     ASSERT_TRUE(SettlesInFront(dialog_));
+    Type(IDC_TEXT, L"x");
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"runx:runx:x"));
+    PlayStroke({VK_LCONTROL}, 'Z');
+    EXPECT_TRUE(Becomes(IDC_TEXT, L"runx:runx:")) << "what was typed behind it is a step of its own";
     PlayStroke({VK_LCONTROL}, 'Z');
     EXPECT_TRUE(Becomes(IDC_TEXT, L"runx:")) << testing::PrintToString(Text(IDC_TEXT));
 }
