@@ -7,7 +7,8 @@
 namespace verbatix {
 
 // Shows what is offered, else a notice that stands (see notice.h), else the number of entries, whether
-// hotkeys are on, and nothing else: part 3 of the status bar is the clock watch's own.
+// hotkeys are on, and nothing else: part 3 of the status bar is the clock watch's own. A list that is
+// unread or not saved goes before what is offered.
 void UpdateStatusBar();
 
 // Shows a text across the status bar until its own come again: at the next selection or change.
