@@ -20,9 +20,10 @@ windows() {
 }
 # The desktop of these tests has one keyboard and one session: nothing of ours may stay.
 wine() { command wine "$@" </dev/null >/dev/null 2>&1; }
-# A command line with these very quotes: Wine would put what holds a blank in quotes as a whole.
-as_written() { printf '"%s" %s\r\n' "$(windows "$1")" "$2" >"$folder.bat" &&
-    wine cmd /c "$(windows "$folder.bat")"; }
+# A command line with these very quotes: Wine would put what holds a blank in quotes as a whole. In a place
+# whose name the command prompt understands, whatever folder this stands in.
+as_written() { printf '"%s" %s\r\n' "$(windows "$1")" "$2" >"$WINEPREFIX/drive_c/as_written.bat" &&
+    wine cmd /c 'C:\as_written.bat'; }
 running() { wine "$build/tests/running_copy.exe" "$@"; }
 value() { command wine reg query "$1" /v "$2" 2>/dev/null | tr -d '\r' | sed -n "s/^ *$2 *REG_[A-Z]* *//p"; }
 wait_until() {
@@ -47,7 +48,9 @@ say_paste() {
 }
 
 scripts/package "$build/Verbatix.exe" "$folder" >"$folder.log" || { cat "$folder.log"; exit 1; }
-setup=$(echo "$folder"/*-setup.exe)
+rm -f "$WINEPREFIX"/drive_c/*-setup.exe
+cp "$folder"/*-setup.exe "$WINEPREFIX/drive_c/"
+setup=$(echo "$WINEPREFIX"/drive_c/*-setup.exe)
 version=$(basename "$setup" -setup.exe)
 version=${version#Verbatix-}
 # Of the one user who has such a folder.
