@@ -246,8 +246,11 @@ TEST_F(TreeWindow, F2RenamesInPlace) {
     // Also for what the filter hides, which shows all then.
     SetWindowTextW(Control(IDC_FILTER), L"four");
     ASSERT_TRUE(TreeGets(2));
+    ASSERT_TRUE(Becomes(IDC_LABEL, L"four"));
     HWND box = nullptr;
-    Keys({VK_HOME, VK_F2});
+    Keys({VK_HOME});
+    ASSERT_TRUE(Becomes(IDC_LABEL, L""));
+    Keys({VK_F2});
     ASSERT_TRUE(WaitFor([&] { return (box = DialogOf(run_.Program().Id(), dialog_)) != nullptr; }));
     const HWND field = GetDlgItem(box, IDC_ASKED_HOTKEY);
     EXPECT_TRUE(WaitFor([&] { return WindowText(field) == L"Hotkey: Press the keys"; }));
