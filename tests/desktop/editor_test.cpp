@@ -336,27 +336,27 @@ TEST_F(EditorTest, FilterAndColumnsChangeWhatTheListShows) {
 TEST_F(EditorTest, TheKeyboardAloneMakesAnEntryThatPastes) {
     const Target target;
     Start({{L"Ctrl+Q", L"one", L"First"}});
-    PlayStroke({VK_LMENU}, 'X');
+    Chord(VK_LMENU, 'X');
     EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
     // The caret stays where it is, and nothing is replaced.
     Keys({VK_RIGHT, VK_TAB});
-    PlayStroke({VK_LMENU}, 'X');
+    Chord(VK_LMENU, 'X');
     ASSERT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }));
     Keys({'X'});
     EXPECT_TRUE(Becomes(IDC_TEXT, L"oxne"));
-    PlayStroke({VK_LMENU}, 'R');
+    Chord(VK_LMENU, 'R');
     EXPECT_TRUE(WaitFor([&] { return HasKeyboard(IDC_LIST); }));
-    PlayStroke({VK_LCONTROL}, 'N');
+    Chord(VK_LCONTROL, 'N');
     ASSERT_TRUE(Becomes(IDC_TEXT, L"???Text"));
     EXPECT_TRUE(HasKeyboard(IDC_LABEL));
     Keys({'L', 'B'});
     EXPECT_TRUE(Becomes(IDC_LABEL, L"lb"));
-    PlayStroke({VK_LMENU}, 'X');
+    Chord(VK_LMENU, 'X');
     ASSERT_TRUE(WaitFor([&] { return HasKeyboard(IDC_TEXT); }))
         << ::testing::PrintToString(Text(IDC_LABEL));
     Keys({'H', 'E', 'L', 'L', 'O'});
     EXPECT_TRUE(Becomes(IDC_TEXT, L"hello"));
-    PlayStroke({VK_LMENU}, 'K');
+    Chord(VK_LMENU, 'K');
     ASSERT_TRUE(WaitFor([&] { return HasKeyboard(IDC_KEY); }));
     PlayStroke({}, 'R');
     EXPECT_TRUE(Becomes(IDC_KEY, L"r"));

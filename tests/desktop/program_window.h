@@ -65,6 +65,11 @@ class ProgramWindow : public ::testing::Test {
     static void Keys(std::initializer_list<BYTE> keys) {
         for (const BYTE key : keys) PlayStroke({}, key);
     }
+    // A key with modifiers, which stay down now: the bench may just have read the keyboard anew.
+    void Chord(BYTE held, BYTE key) const {
+        EXPECT_TRUE(SettlesInFront(dialog_));
+        PlayStroke({held}, key);
+    }
     void PressKey(int id, WPARAM key) const { PostMessageW(Control(id), WM_KEYDOWN, key, 0); }
     std::wstring File() const {
         const std::string bytes = ReadBytes(run_.SettingsFile());
