@@ -9,11 +9,6 @@
 #include "base/language.h"
 #include "base/product.h"
 #include "base/text.h"
-#include "hotkeys/hotkey_names.h"
-#include "hotkeys/hotkey_simulation.h"
-#include "hotkeys/key_decision.h"
-#include "hotkeys/keyboard_hook.h"
-#include "hotkeys/keyboard_layout.h"
 #include "ids.h"
 #include "paste/text/command_prefixes.h"
 #include "paste/text/path_breaks.h"
@@ -21,8 +16,7 @@
 #include "ui/editor/code_list.h"
 #include "ui/editor/editor_fields.h"
 #include "ui/editor/field_text.h"
-#include "ui/editor/hotkey_field.h"
-#include "ui/editor/hotkey_verdict.h"
+#include "ui/editor/hotkey_controls.h"
 #include "ui/editor/insertion.h"
 #include "ui/editor/long_text.h"
 #include "ui/editor/preview_area.h"
@@ -70,11 +64,6 @@ void SetFieldText(int control, const std::wstring& text) {
     SetWindowTextW(DialogControl(control), text.c_str());
 }
 
-unsigned ChosenModifier() {
-    const LRESULT chosen = SendMessageW(DialogControl(IDC_MODIFIER), CB_GETCURSEL, 0, 0);
-    return chosen < 0 ? 0U : static_cast<unsigned>(chosen);
-}
-
 void ShowCounter() {
     std::wstring counter;
     const int length = GetWindowTextLengthW(DialogControl(IDC_TEXT));
@@ -97,45 +86,12 @@ int PathAdvice() {
     return fallsApart ? text::kPathBreaks : text::kPathShownBroken;
 }
 
-// The key in the field; nothing while a name stands there that no key has, or none of this keyboard.
-std::optional<unsigned> ChosenKey() {
-    const std::wstring input = FieldText(IDC_KEY);
-    if (input == editor.keyName) return editor.key;
-    const std::optional<unsigned> key = KeyFromInput(input);
-    return key && *key && !IsOnKeyboard(*key) ? std::nullopt : key;
-}
-
-// Asked anew only for another hotkey, and when one is being chosen: typing a text changes nothing here.
-// What the settings file says costs nothing, and another program may change it.
-const KeyFacts& FactsOf(unsigned key, unsigned modifier) {
-    static KeyFacts facts;
-    static std::pair<unsigned, unsigned> known = {0U, 0U};
-    if (editor.choosesHotkey || known != std::pair(key, modifier)) {
-        known = {key, modifier};
-        facts = {KeyLabel(key)};
-        if (modifier == kModifierCtrlAlt || modifier == kModifierAltGr) facts.typed = TypedWithCtrlAlt(key);
-        const bool withWin = modifier == kModifierLeftWin || modifier == kModifierRightWin;
-        facts.isTaken = withWin && key != 0 && IsWinHotkeyTaken(mainWindow.window, key, false);
-    }
-    facts.isOff = IsHotkeyDisabled(keyboardHook.disabled, modifier, key & 0xff);
-    return facts;
-}
-
-HotkeyVerdict VerdictOnHotkey() {
-    const std::optional<unsigned> key = ChosenKey();
-    if (editor.position < 0) return {};
-    if (!editor.refusal.empty()) return {.text = editor.refusal};
-    if (!key) return {.text = FillIn(LanguageText(text::kNotAKey), {FieldText(IDC_KEY)})};
-    return JudgeHotkey(mainWindow.entries, editor.position, *key, ChosenModifier(),
-                       FactsOf(*key, ChosenModifier()), editor.choosesHotkey);
-}
-
 // What the user should know of the entry: a path that falls apart first, it will not run; but while he
 // chooses a hotkey, of that.
 void ShowAdvice() {
     const int pathAdvice = PathAdvice();
-    HotkeyVerdict verdict = VerdictOnHotkey();
-    if (pathAdvice && (!editor.choosesHotkey || verdict.text.empty()))
+    HotkeyVerdict verdict = VerdictOnHotkey(mainWindow.entries, editor.position);
+    if (pathAdvice && (!ChoosesHotkey() || verdict.text.empty()))
         verdict = {.text = LanguageText(pathAdvice)};
     editor.sharer = verdict.other;
     editor.more = verdict.more;
@@ -147,24 +103,6 @@ void ShowAdvice() {
     ShowWindow(button, pathAdvice ? SW_SHOW : SW_HIDE);
     // Sizes the two that share the line.
     SendMessageW(mainWindow.window, WM_SIZE, 0, 0);
-}
-
-// In the field that takes keys as they are pressed, what the two drop-downs say.
-void ShowChosenHotkey() {
-    const HWND field = DialogControl(IDC_HOTKEY);
-    if (editor.position < 0) return ShowHotkeyInField(field, {});
-    const unsigned key = ChosenKey().value_or(editor.key);
-    ShowHotkeyInField(field, FormatHotkeyForReading(key, ChosenModifier(), KeyLabel(key)));
-}
-
-// The hotkey's key is that one now, whatever was being typed.
-void ShowKey(unsigned key) {
-    const bool wasFilling = std::exchange(editor.filling, true);
-    editor.key = key;
-    editor.keyName = FormatKeyName(key);
-    if (FieldText(IDC_KEY) != editor.keyName) SetFieldText(IDC_KEY, editor.keyName);
-    editor.filling = wasFilling;
-    ShowChosenHotkey();
 }
 
 // One change, which Ctrl+Z takes back.
@@ -202,9 +140,6 @@ void FillFields(const ListEntry& entry, bool isShown) {
         SendMessageW(DialogControl(IDC_TEXT), EM_SETSEL, 0, -1);
     }
     fill(DialogControl(IDC_LABEL), entry.label);
-    const unsigned modifier = entry.modifier < kModifierCount ? entry.modifier : 0U;
-    SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
-    ShowKey(entry.keyCode);
     editor.filling = false;
 }
 
@@ -221,77 +156,13 @@ void Changed() {
     SetTimer(mainWindow.window, TIMER_EDITOR_UPDATE, kUpdateMilliseconds, nullptr);
 }
 
-// A combo box tells of the choice before it shows it.
-void ShowChosenKey() {
-    const HWND box = DialogControl(IDC_KEY);
-    const LRESULT chosen = SendMessageW(box, CB_GETCURSEL, 0, 0);
-    wchar_t name[64] = {};
-    if (chosen < 0 || SendMessageW(box, CB_GETLBTEXTLEN, static_cast<WPARAM>(chosen), 0) > 60) return;
-    SendMessageW(box, CB_GETLBTEXT, static_cast<WPARAM>(chosen), reinterpret_cast<LPARAM>(name));
-    SetWindowTextW(box, name);
+// No timer here: nobody wants what stands there on the way to a key's name.
+void OnHotkeyTyped() {
+    editor.edited = editor.edited || editor.position >= 0;
 }
 
-void ChooseHotkey(bool chooses) {
-    editor.choosesHotkey = chooses;
-    editor.refusal.clear();
-    ShowAdvice();
-}
-
-void ShowChange() {
-    editor.refusal.clear();
-    ShowChosenHotkey();
-    ShowAdvice();
-}
-
-void OnKeyField(int code) {
-    switch (code) {
-        case CBN_SETFOCUS: ChooseHotkey(true); break;
-        case CBN_SELCHANGE:
-            ShowChosenKey();
-            Changed();
-            ShowChange();
-            break;
-        // No timer here: "F1" on the way to "F12" is no hotkey that anybody wants.
-        case CBN_EDITCHANGE:
-            if (editor.filling) break;
-            editor.edited = editor.edited || editor.position >= 0;
-            ShowChange();
-            break;
-        case CBN_KILLFOCUS:
-            // What is no key gives way to the one that the entry has.
-            ShowKey(ChosenKey().value_or(editor.key));
-            ChooseHotkey(false);
-            if (editor.edited) SaveEdits(Warn::kNever);
-            break;
-        default: break;
-    }
-}
-
-void OnModifierField(int code) {
-    if (code == CBN_SETFOCUS || code == CBN_KILLFOCUS) ChooseHotkey(code == CBN_SETFOCUS);
-    if (code != CBN_SELCHANGE) return;
-    Changed();
-    ShowChange();
-}
-
-void SetHotkey(unsigned key, unsigned modifier) {
-    SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, modifier, 0);
-    ShowKey(RecordKey(key));
-    Changed();
-    ShowChange();
-}
-
-bool TakePressed(const PressedKeys& pressed) {
-    if (editor.position < 0) return false;
-    editor.refusal = WhyNoHotkey(pressed.key, pressed.held, KeyLabel(pressed.key));
-    const bool isHotkey = editor.refusal.empty();
-    if (isHotkey) SetHotkey(pressed.key, static_cast<unsigned>(ModifierCodeOf(pressed.held)));
-    ShowAdvice();
-    return isHotkey;
-}
-
-void ClearHotkey() {
-    SetHotkey(0, ChosenModifier());
+void OnHotkeySettled() {
+    if (editor.edited) SaveEdits(Warn::kNever);
 }
 
 // Another command's business: the selection is what decides which entry is shown.
@@ -321,30 +192,16 @@ void OnTextField(int code) {
 
 }  // namespace
 
-KeyFacts FactsOfHotkey(unsigned key, unsigned modifier) {
-    return FactsOf(key, modifier);
-}
-
 void RelabelEditor() {
     for (const Caption& caption : kCaptions) SetFieldText(caption.control, LanguageText(caption.text));
     // By the name a screen reader finds the view itself; the access key is its caption's.
     std::wstring views = LanguageText(text::kEntriesCaption);
     ReplaceAll(views, L"&", L"");
     for (const int view : {IDC_LIST, IDC_TREE}) SetFieldText(view, views);
-    const HWND modifiers = DialogControl(IDC_MODIFIER);
-    const LRESULT chosen = SendMessageW(modifiers, CB_GETCURSEL, 0, 0);
-    SendMessageW(modifiers, CB_RESETCONTENT, 0, 0);
-    for (unsigned code = 0; code < kModifierCount; ++code) {
-        std::wstring name;
-        AppendModifierDisplayName(code, name);
-        SendMessageW(modifiers, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    }
-    SendMessageW(modifiers, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
     SendMessageW(DialogControl(IDC_FILTER), EM_SETCUEBANNER, TRUE,
                  reinterpret_cast<LPARAM>(LanguageText(text::kFilterCue).c_str()));
     ShowCounter();
-    ShowChosenHotkey();
-    RelabelHotkeyField(DialogControl(IDC_HOTKEY));
+    RelabelHotkeyControls();
     ShowAdvice();
     RefreshPreview();
 }
@@ -359,12 +216,9 @@ static LRESULT CALLBACK KeepCaret(HWND field, UINT message, WPARAM wParam, LPARA
 }
 
 void SetUpEditor(HWND dialog) {
-    SetHotkeyFieldClient(GetDlgItem(dialog, IDC_HOTKEY), {TakePressed, ClearHotkey, ChooseHotkey});
+    SetUpHotkeyControls(dialog, {Changed, OnHotkeyTyped, OnHotkeySettled, ShowAdvice});
     AddSubclass(GetDlgItem(dialog, IDC_TEXT), KeepCaret, 1);
     RelabelEditor();
-    for (const std::wstring& name : OfferedKeyNames()) {
-        SendDlgItemMessageW(dialog, IDC_KEY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    }
     SendDlgItemMessageW(dialog, IDC_LABEL, EM_SETLIMITTEXT, kLabelLimit - 1, 0);
     // More than is accepted, so that a long text that is pasted is told of and not cut without a word.
     constexpr WPARAM kFieldLimit = 60000;
@@ -384,9 +238,12 @@ void ShowInEditor(int position) {
     const bool isShown = exists && position == editor.position;
     editor.position = exists ? position : -1;
     FillFields(exists ? found->second.current : kNothing, isShown);
+    if (exists) {
+        ShowHotkey(found->second.current.keyCode, found->second.current.modifier);
+    } else {
+        ShowNoHotkey();
+    }
     editor.edited = false;
-    editor.refusal.clear();
-    if (!exists) SendMessageW(DialogControl(IDC_MODIFIER), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     EnableControls(kEntryControls, exists);
     EnableSelectionButtons();
     ShowCounter();
@@ -491,8 +348,6 @@ bool OnEditorNotification(int control, int code) {
         case IDC_LABEL:
             if (code == EN_CHANGE) Changed();
             return true;
-        case IDC_MODIFIER: return OnModifierField(code), true;
-        case IDC_KEY: return OnKeyField(code), true;
         case IDC_CLASH: return OnLink(code), true;
         case IDC_KEEP_PATHS:
             if (code == BN_CLICKED) KeepPathsOfText();
@@ -500,7 +355,7 @@ bool OnEditorNotification(int control, int code) {
         case IDC_MEND_CODE:
             if (code == BN_CLICKED) MendCode();
             return true;
-        default: return false;
+        default: return OnHotkeyNotification(control, code);
     }
 }
 

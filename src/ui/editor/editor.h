@@ -8,20 +8,14 @@
 
 #include <string>
 
-#include "ui/editor/hotkey_verdict.h"
-
 namespace verbatix {
 
 struct Editor {
     int position = -1;    // of the entry that is shown; -1: none
     bool edited = false;  // the fields hold what the list does not
     bool filling = false;
-    unsigned key = 0;            // of the hotkey, as the record holds it, and
-    std::wstring keyName;        // its name in the field; another one there is still being typed
-    bool choosesHotkey = false;  // one of the hotkey's controls has the keyboard
-    std::wstring refusal;        // why what was pressed last is no hotkey
-    int sharer = -1;             // position of the entry that the link leads to
-    std::wstring more;           // to say of the hotkey than the line does
+    int sharer = -1;    // position of the entry that the link leads to
+    std::wstring more;  // to say of the hotkey than the line does
 };
 
 extern Editor editor;
@@ -50,9 +44,6 @@ bool SaveEdits(Warn warn);
 
 // The same, and writes what has not been written by earlier saves or is lost with a deleted file.
 bool SaveAll(Warn warn);
-
-// What the system knows of a hotkey that is being chosen.
-KeyFacts FactsOfHotkey(unsigned key, unsigned modifier);
 
 // TIMER_EDITOR_UPDATE has run out.
 void OnEditorTimer();

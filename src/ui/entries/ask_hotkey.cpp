@@ -12,8 +12,8 @@
 #include "hotkeys/key_decision.h"
 #include "hotkeys/keyboard_layout.h"
 #include "ids.h"
-#include "ui/editor/editor.h"
 #include "ui/editor/editor_fields.h"
+#include "ui/editor/hotkey_controls.h"
 #include "ui/editor/hotkey_field.h"
 #include "ui/state/main_window.h"
 

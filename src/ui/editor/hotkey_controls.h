@@ -1,0 +1,50 @@
+// The editor's controls of a hotkey: the field that takes one as it is pressed, the two drop-downs that
+// spell it out, and what there is to say of the hotkey they show. What the user chooses is told to whoever
+// shows an entry in them. UI thread only.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+#include "ui/editor/hotkey_verdict.h"
+
+namespace verbatix {
+
+// What the controls tell. No function may be null.
+struct HotkeyControlsClient {
+    void (*changed)() = nullptr;  // another hotkey is chosen, to be kept soon
+    void (*edited)() = nullptr;   // a key's name is being typed: "F1" on the way to "F12" is none yet
+    void (*settled)() = nullptr;  // the user turns elsewhere
+    void (*verdictChanged)() = nullptr;  // VerdictOnHotkey may say something else
+};
+
+// Fills the drop-down of keys. Once, before anything else of this module.
+void SetUpHotkeyControls(HWND dialog, const HotkeyControlsClient& client);
+
+// Shows all of it in the language that is active now.
+void RelabelHotkeyControls();
+
+// Shows the hotkey of an entry, whatever was being typed or refused. A modifier beyond the table shows as
+// the first one. And: that there is no entry.
+void ShowHotkey(unsigned key, unsigned modifier);
+void ShowNoHotkey();
+
+// The key that is chosen, as the record holds it; nothing while a name stands there that no key has, or
+// none of this keyboard.
+std::optional<unsigned> ChosenKey();
+unsigned ChosenModifier();
+
+// Whether one of the controls has the keyboard.
+bool ChoosesHotkey();
+
+// On what the controls show, for the entry at that position.
+HotkeyVerdict VerdictOnHotkey(const EntryList& list, int position);
+
+// What the system knows of a hotkey that is being chosen.
+KeyFacts FactsOfHotkey(unsigned key, unsigned modifier);
+
+// A notification of one of the drop-downs. False when `control` is none of them.
+bool OnHotkeyNotification(int control, int code);
+
+}  // namespace verbatix
