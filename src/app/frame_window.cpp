@@ -183,10 +183,17 @@ static bool DismissesTooltip(UINT message) {
     }
 }
 
+// The dialog whose keys Tab, Enter and Esc are: the main one, or the one that it waits for.
+static HWND DialogOfKeys(HWND target) {
+    const HWND main = mainWindow.window;
+    return main && !IsWindowEnabled(main) ? GetAncestor(target, GA_ROOT) : main;
+}
+
 static void Dispatch(MSG& message) {
     if (DismissesTooltip(message.message)) HideTrackingTooltip(noticeTooltip);
     if (HandleDialogKey(message)) return;
-    if (mainWindow.window && IsDialogMessageW(mainWindow.window, &message)) return;
+    const HWND dialog = DialogOfKeys(message.hwnd);
+    if (dialog && IsDialogMessageW(dialog, &message)) return;
     TranslateMessage(&message);
     DispatchMessageW(&message);
 }
