@@ -29,11 +29,9 @@ class EntryCommands : public ::testing::Test {
         return std::wstring(reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t));
     }
     // As a hand does it: the modifiers first, then the key for a moment, which comes up before they do.
-    void Press(BYTE key) const {
-        Linger(kGuardMilliseconds);
-        HoldDown(VK_LCONTROL);
-        HoldDown(VK_LMENU);
-        Linger(30);
+    void Press(BYTE key, DWORD pause = kGuardMilliseconds) const {
+        Linger(pause);
+        Hold({VK_LCONTROL, VK_LMENU});
         PressKeyDown(key);
         Linger(70);
         LetKeyUp(key);
@@ -98,7 +96,7 @@ TEST_P(EntryCommandsWithRestore, KeepReplaceExpandPlayAndStart) {
     }
     ASSERT_TRUE(ClipboardPutText(L"two"));
     Press('S');
-    Linger(300);
+    EXPECT_TRUE(run_.IsThrough());
     const std::tuple<const wchar_t*, char, const wchar_t*> pastes[] = {
         {L"", 'P', L"one,nine,two"},
         {L"banana\tx", 'R', L"bbnbnb, x"},
@@ -125,11 +123,12 @@ TEST_P(EntryCommandsWithRestore, KeepReplaceExpandPlayAndStart) {
         }
     }
     Press('E');  // says nothing and goes on
+    EXPECT_TRUE(run_.IsThrough());
     Select(L"");
     Press('F');
     EXPECT_TRUE(Shows(L"later"));
     EXPECT_FALSE(run_.Program().WaitForVisibleWindow(L"#32770", nullptr, 0));
-    EXPECT_FALSE(AnyModifierDown());
+    EXPECT_TRUE(WaitFor([] { return !AnyModifierDown(); }));
 }
 
 TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
@@ -138,13 +137,14 @@ TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
           L"restore_old_clipboard=1\r\n");
     ASSERT_TRUE(ClipboardPutText(L"the user's"));
     for (const wchar_t* shown : {L"a\t", L"a\ta\t", L"a\ta\ta\t"}) {
-        Press('A');
+        Press('A', 0);
         EXPECT_TRUE(Shows(shown)) << ::testing::PrintToString(target_->Text());
+        EXPECT_TRUE(run_.IsThrough());
     }
     EXPECT_TRUE(ClipboardGets(L"the user's")) << ::testing::PrintToString(Clipboard());
     // A command whose result is the clipboard's content keeps it there.
     Press('P');
-    EXPECT_TRUE(WaitFor([] { return Clipboard() != L"the user's"; }));
+    EXPECT_TRUE(ClipboardGets(L""));
     Linger(400);
     EXPECT_EQ(Clipboard(), L"");
 }
@@ -197,11 +197,12 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
 // Held for longer than Windows, and the bench, wait for a hook.
 TEST_F(EntryCommands, AHeldKeyDoesNotReachTheBoxOfItsEntry) {
     Start({{L"Ctrl-Alt+Space", L"sys:ShellBrowser"}});
-    for (const BYTE modifier : {BYTE{VK_LCONTROL}, BYTE{VK_LMENU}}) HoldDown(modifier);
-    PressKeyDown(VK_SPACE);
+    Hold({VK_LCONTROL, VK_LMENU});
     HWND box = nullptr;
-    ASSERT_TRUE(
-        WaitFor([&] { return (box = FindWindowW(L"#32770", L"")) && GetForegroundWindow() == box; }));
+    ASSERT_TRUE(WaitFor([&] {
+        PressKeyDown(VK_SPACE);
+        return (box = FindWindowW(L"#32770", L"")) && GetForegroundWindow() == box;
+    }));
     const ULONGLONG start = GetTickCount64();
     while (GetTickCount64() - start < 2500) {
         PressKeyDown(VK_SPACE);

@@ -15,13 +15,15 @@ class Exchange : public ProgramWindow {
     void AnswerFileDialog(const std::wstring& path) const {
         HWND box = nullptr;
         HWND name = nullptr;
-        ASSERT_TRUE(WaitFor([&] {
-            box = DialogOf(run_.Program().Id(), dialog_);
-            for (const int id : {0x47c, 0x480}) {
-                if (!name && box) name = GetDlgItem(box, id);
-            }
-            return name != nullptr;
-        }));
+        ASSERT_TRUE(WaitFor(
+            [&] {
+                box = DialogOf(run_.Program().Id(), dialog_);
+                for (const int id : {0x47c, 0x480}) {
+                    if (!name && box) name = GetDlgItem(box, id);
+                }
+                return name != nullptr;
+            },
+            20000));
         SendMessageW(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
         PostMessageW(box, WM_COMMAND, IDOK, 0);
         ASSERT_TRUE(WaitFor([&] { return !IsWindow(box); }));
@@ -56,6 +58,7 @@ TEST_F(Exchange, AllGoesToTheClipboardAndIntoFilesAndComesBack) {
     EXPECT_EQ(run_.Exit(), 1);
     Start({{L"Ctrl+W", L"other"}});
     for (const int answer : {IDNO, IDYES}) {
+        EXPECT_TRUE(run_.IsThrough());
         EXPECT_FALSE(FileHolds(L"one <E"));
         Menu(1118);
         EXPECT_TRUE(Answer(answer).starts_with(L"Entries found: 4\n"));

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "ids.h"
 #include "support/keys.h"
+#include "support/mouse.h"
 #include "support/program_run.h"
 #include "support/wait.h"
 
@@ -50,14 +51,14 @@ TEST(HotkeyRoad, EveryModifierKeyAndTextArrivesAndWhatIsNoHotkeyIsUntouched) {
     ProgramRun run;
     ASSERT_TRUE(run.WriteSettings(SettingsText(lines, L"m_disables_keys=Ctrl+I|\r\n")));
     ASSERT_TRUE(run.Start(L"-bg"));
-    SetCursorPos(900, 300);
+    MoveMouse({900, 300});
     const Target target;
     const auto shows = [&](const std::wstring& text) {
         return WaitFor([&] { return target.Text() == text; });
     };
     for (const Press& press : kPresses) {
         target.SetText(L"");
-        ASSERT_TRUE(target.Activate());
+        ASSERT_TRUE(target.Activate() && SettlesInFront(target.Window()));
         Play(press);
         std::wstring expected = press.text;
         ReplaceAll(expected, L"\\n", L"\r\n");
@@ -90,6 +91,7 @@ TEST(HotkeyRoad, AReportTellsWhatBecameOfThePressesAndNoneOfTheirTexts) {
     EXPECT_TRUE(WaitFor([&] { return target.Text() == L"secret text"; }));
     PlayStroke({VK_LCONTROL}, 'I');
     Linger(kGuardMilliseconds);
+    ASSERT_TRUE(run.IsThrough());
     PlayStroke({VK_LCONTROL}, 'J');
     constexpr LPARAM kMenuBar = 0xAFFE0000;
     std::wstring report;
@@ -108,10 +110,6 @@ TEST(HotkeyRoad, AReportTellsWhatBecameOfThePressesAndNoneOfTheirTexts) {
         EXPECT_NE(report.find(words), std::wstring::npos) << ::testing::PrintToString(words);
     }
     EXPECT_EQ(report.find(L"secret"), std::wstring::npos);
-    // The editor that shows it must not be in the way of the next test.
-    const HWND editor = FindTopWindow(L"Notepad", [](HWND) { return true; });
-    PostMessageW(editor, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(WaitFor([&] { return !IsWindow(editor); }));
 }
 
 }  // namespace

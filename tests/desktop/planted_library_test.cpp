@@ -1,6 +1,6 @@
 // Libraries that somebody has put beside the program.
 #include "desktop/program_window.h"
-#include "support/keys.h"
+#include "support/desktop.h"
 
 namespace verbatix::test {
 namespace {
@@ -29,6 +29,7 @@ std::string TinyBitmap() {
 class PlantedLibrary : public ProgramWindow {
   protected:
     PlantedLibrary() {
+        WaitForClipboard();
         // The bench takes most of its own libraries first, other than Windows, unless it is told so.
         for (const wchar_t* name : kLookedUp) {
             RegSetKeyValueW(HKEY_CURRENT_USER, kOrderKey, name, REG_SZ, kNativeFirst, sizeof kNativeFirst);
@@ -70,9 +71,10 @@ TEST_F(PlantedLibrary, NeverRuns) {
     Answer(IDCANCEL);
 
     const Target target;
-    ASSERT_TRUE(OpenClipboard(nullptr) && EmptyClipboard() && CloseClipboard());
+    ASSERT_TRUE(WaitFor([] { return OpenClipboard(nullptr) && EmptyClipboard() && CloseClipboard(); }));
     PlayStroke({VK_LCONTROL}, 'Q');
     Linger(400);  // a press too soon after another counts as its repeat
+    ASSERT_TRUE(run_.IsThrough());
     PlayStroke({VK_LCONTROL}, 'W');
     EXPECT_TRUE(WaitFor([] { return IsClipboardFormatAvailable(CF_DIB) != FALSE; })) << "GDI+ was there";
     EXPECT_EQ(WhoRan(), L"");

@@ -55,8 +55,9 @@ TEST_F(ProgramTest, RestartsWithWhatWasTyped) {
         dialog_ = OtherDialog(first);
         EXPECT_TRUE(Becomes(IDC_TEXT, L"new old"));
         EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(dialog_); }));
+        const UniqueKernelObject second(OpenProcess(SYNCHRONIZE, FALSE, ProcessOf(dialog_)));
         PostMessageW(dialog_, WM_COMMAND, CMD_EXIT, 0);
-        ASSERT_TRUE(WaitFor([&] { return OtherDialog(0) == nullptr; }));
+        ASSERT_TRUE(WaitFor([&] { return WaitForSingleObject(second.Get(), 0) == WAIT_OBJECT_0; }));
     }
 }
 
@@ -170,7 +171,7 @@ TEST_F(ProgramTest, SuggestsWordsWithoutGettingInTheWay) {
     ASSERT_TRUE(Becomes(IDC_TEXT, L" end"));
     SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_TEXT)), TRUE);
     SendMessageW(Control(IDC_TEXT), EM_SETSEL, 0, 0);
-    const auto list = [&] { return run_.Program().WaitForVisibleWindow(L"ListBox", nullptr, 2000); };
+    const auto list = [&] { return run_.Program().WaitForVisibleWindow(L"ListBox"); };
     const auto closed = [&] {
         return WaitFor([&] { return !run_.Program().WaitForVisibleWindow(L"ListBox", nullptr, 0); });
     };

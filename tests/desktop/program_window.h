@@ -65,11 +65,6 @@ class ProgramWindow : public ::testing::Test {
     static void Keys(std::initializer_list<BYTE> keys) {
         for (const BYTE key : keys) PlayStroke({}, key);
     }
-    // A key with modifiers, which stay down now: the bench may just have read the keyboard anew.
-    void Chord(BYTE held, BYTE key) const {
-        EXPECT_TRUE(SettlesInFront(dialog_));
-        PlayStroke({held}, key);
-    }
     void PressKey(int id, WPARAM key) const { PostMessageW(Control(id), WM_KEYDOWN, key, 0); }
     std::wstring File() const {
         const std::string bytes = ReadBytes(run_.SettingsFile());
@@ -116,10 +111,11 @@ class ProgramWindow : public ::testing::Test {
     // Waits for the next message box, gives that answer and returns what it said.
     std::wstring Answer(int button) const {
         HWND box = nullptr;
-        if (!WaitFor([&] { return (box = DialogOf(run_.Program().Id(), dialog_)) != nullptr; })) return {};
+        const auto comes = [&] { return (box = DialogOf(run_.Program().Id(), dialog_)) != nullptr; };
+        EXPECT_TRUE(WaitFor(comes, 20000));
         std::wstring text = WindowText(GetDlgItem(box, 0xffff));
         PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
-        WaitFor([&] { return !IsWindow(box); });
+        EXPECT_TRUE(WaitFor([&] { return !IsWindow(box); }));
         return text;
     }
 

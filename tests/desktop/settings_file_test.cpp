@@ -44,7 +44,7 @@ TEST_F(SettingsFileTest, AMistypedLineIsOneClickAway) {
     EXPECT_EQ(Rows(), 1);
     SetFileAttributesW(run_.SettingsFile().c_str(), FILE_ATTRIBUTE_READONLY);
     ASSERT_TRUE(ComesToFront());
-    ClickAt(OnScreen(FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr), 20, 8));
+    Click(FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr), 20, 8);
     EXPECT_TRUE(Answer(IDOK).starts_with(L"The settings file is write-protected."));
     HWND editor = nullptr;
     EXPECT_TRUE(WaitFor([&] { return (editor = FindWindowW(L"Notepad", nullptr)) != nullptr; }, 10000));
@@ -62,7 +62,7 @@ TEST_F(SettingsFileTest, AnotherListInItIsKeptAndOffered) {
     Menu(2);
     EXPECT_TRUE(FileGets(L"tray_if_close=0") && FileHolds(L"=mine<E<N<D|") && FileHolds(L"topmost=0"));
     ASSERT_TRUE(ComesToFront());
-    ClickAt(OnScreen(FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr), 20, 8));
+    Click(FindWindowExW(dialog_, nullptr, STATUSCLASSNAMEW, nullptr), 20, 8);
     EXPECT_TRUE(Answer(IDYES).starts_with(L"Another program had changed the list"));
     EXPECT_TRUE(WaitFor([&] { return Rows() == 2; }));
     EXPECT_TRUE(Becomes(IDC_TEXT, L"theirs"));

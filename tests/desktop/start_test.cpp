@@ -3,8 +3,6 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
-#include <shellapi.h>
 #include <shlobj.h>
 
 #include "base/text.h"
@@ -16,20 +14,6 @@ namespace verbatix::test {
 namespace {
 
 constexpr DWORD kSecondCopyExitCode = 45054;
-
-// As the program does it, so that the task bar takes it for the program's word.
-bool ChangeIcon(DWORD message, HWND frame) {
-    NOTIFYICONDATAW data = {};
-    data.cbSize = NOTIFYICONDATAW_V1_SIZE;
-    data.hWnd = frame;
-    data.uID = IDI_VERBATIX;
-    return Shell_NotifyIconW(message, &data) != FALSE;
-}
-
-// Asks the task bar through the one door there is: an icon that is not there cannot be changed.
-bool HasTrayIcon(HWND frame) {
-    return ChangeIcon(NIM_MODIFY, frame);
-}
 
 std::wstring ReadSetting(const std::wstring& file, const wchar_t* key) {
     wchar_t value[256] = {};
@@ -60,7 +44,8 @@ TEST(Start, KeepsTheWindowAwayAsToldAndTheIconToo) {
         ASSERT_TRUE(run.Start(row.arguments));
         const auto name =
             ::testing::PrintToString(row.arguments) + ::testing::PrintToString(row.programLines);
-        EXPECT_TRUE(WaitFor([&] { return HasTrayIcon(run.Frame()) == row.icon; })) << name;
+        ASSERT_TRUE(run.IsThrough()) << name;
+        EXPECT_TRUE(WaitFor([&] { return run.ChangeTrayIcon(NIM_MODIFY) == row.icon; })) << name;
         EXPECT_FALSE(IsWindowVisible(run.MainDialog())) << name;
         EXPECT_EQ(run.Exit(), 1) << name;
     }
@@ -70,12 +55,11 @@ TEST(Start, ItsIconComesBackAndASecondCopyWaitsForABusyFirstOneAndShowsIt) {
     ProgramRun first;
     ASSERT_TRUE(first.WriteSettings(SettingsText({})));
     ASSERT_TRUE(first.Start(L"-bg"));
-    const HWND frame = first.Frame();
-    ASSERT_TRUE(WaitFor([&] { return HasTrayIcon(frame); }));
-    ASSERT_TRUE(ChangeIcon(NIM_DELETE, frame));
-    ASSERT_FALSE(HasTrayIcon(frame));
+    ASSERT_TRUE(WaitFor([&] { return first.ChangeTrayIcon(NIM_MODIFY); }));
+    ASSERT_TRUE(first.ChangeTrayIcon(NIM_DELETE));
+    ASSERT_FALSE(first.ChangeTrayIcon(NIM_MODIFY));
     PostMessageW(HWND_BROADCAST, RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
-    EXPECT_TRUE(WaitFor([&] { return HasTrayIcon(frame); }));
+    EXPECT_TRUE(WaitFor([&] { return first.ChangeTrayIcon(NIM_MODIFY); }));
     const Target inFront;
     // Busy for a while, as in the middle of a long execution.
     const DWORD thread = GetWindowThreadProcessId(first.MainDialog(), nullptr);
@@ -90,7 +74,7 @@ TEST(Start, ItsIconComesBackAndASecondCopyWaitsForABusyFirstOneAndShowsIt) {
     EXPECT_TRUE(WaitFor([&] {
         return IsWindowVisible(first.MainDialog()) && GetForegroundWindow() == first.MainDialog();
     }));
-    EXPECT_TRUE(HasTrayIcon(frame)) << "beside the window too";
+    EXPECT_TRUE(first.ChangeTrayIcon(NIM_MODIFY)) << "beside the window too";
     EXPECT_EQ(first.Exit(), 1) << "unharmed";
 }
 
@@ -140,11 +124,13 @@ TEST(Start, ReportsAPathItCannotUseAndRunsOn) {
             15000));
         // The first run's list is lost with the program, which is asked about.
         PostMessageW(run.MainDialog(), WM_COMMAND, CMD_EXIT, 0);
-        EXPECT_TRUE(WaitFor([&] {
-            const HWND box = run.Program().WaitForVisibleWindow(L"#32770", nullptr, 0);
-            if (box && !GetDlgItem(box, IDC_LIST)) PostMessageW(box, WM_COMMAND, IDYES, 0);
-            return WaitForSingleObject(run.Program().Handle(), 0) == WAIT_OBJECT_0;
-        }));
+        EXPECT_TRUE(WaitFor(
+            [&] {
+                const HWND box = run.Program().WaitForVisibleWindow(L"#32770", nullptr, 0);
+                if (box && !GetDlgItem(box, IDC_LIST)) PostMessageW(box, WM_COMMAND, IDYES, 0);
+                return WaitForSingleObject(run.Program().Handle(), 0) == WAIT_OBJECT_0;
+            },
+            15000));
     }
 }
 

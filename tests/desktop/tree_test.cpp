@@ -35,8 +35,8 @@ class TreeWindow : public ProgramWindow {
     }
     // Until what the stroke does has been done: who asks whether a key is down may be told how it is now.
     template <typename Fact>
-    static bool Hold(BYTE held, BYTE key, Fact fact) {
-        PressKeyDown(held);
+    static bool HoldUntil(BYTE held, BYTE key, Fact fact) {
+        Hold({held});
         PlayStroke({}, key);
         const bool holds = fact();
         LetKeyUp(held);
@@ -59,8 +59,7 @@ class TreeWindow : public ProgramWindow {
 
 TEST_F(TreeWindow, TakesTheListsPlaceWithSelectionFilterAndMenu) {
     Start(L"");
-    ClickAt(ListPlace(3));
-    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/three"));
+    ASSERT_TRUE(Select(3, IDC_LABEL, L"Group/three"));
     SendMessageW(dialog_, WM_COMMAND, CMD_SHOW_TREE, kMarker);
     EXPECT_TRUE(IsWindowVisible(tree_));
     EXPECT_FALSE(IsWindowVisible(list_));
@@ -136,14 +135,13 @@ TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlacesForGood) {
     EXPECT_TRUE(FileGets(L"text_004=Ctrl+W=text five<E<N<D|"));
     EXPECT_TRUE(FileGets(L"text_004=five"));
     EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/three"));
-    EXPECT_TRUE(Hold(VK_LMENU, VK_UP, [&] { return FileGets(L"text_000=Ctrl+Q=text three<E<N<D|"); }));
+    EXPECT_TRUE(HoldUntil(VK_LMENU, VK_UP, [&] { return FileGets(L"text_000=Ctrl+Q=text three<E<N<D|"); }));
     EXPECT_TRUE(FileGets(L"text_000=Group/three\r\ntext_001=Group/one"));
     EXPECT_EQ(run_.Exit(), 1);
     ASSERT_TRUE(run_.Start());
     FindControls();
     ASSERT_TRUE(ComesToFront());
-    ClickAt(ListPlace(1));
-    EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/one"));
+    EXPECT_TRUE(Select(1, IDC_LABEL, L"Group/one"));
     // In another order there is no place between two rows.
     SetWindowTextW(Control(IDC_FILTER), L"text");
     const std::string before = ReadBytes(run_.SettingsFile());
@@ -152,6 +150,7 @@ TEST_F(TreeWindow, DraggingMovesToGroupsHotkeysAndPlacesForGood) {
               [&] { EXPECT_TRUE(WaitFor([&] { return SendMessageW(status, SB_ISSIMPLE, 0, 0) != 0; })); });
     PlayStroke({VK_LMENU}, VK_UP);
     Linger(300);
+    EXPECT_TRUE(run_.IsThrough());
     EXPECT_EQ(ReadBytes(run_.SettingsFile()), before);
 }
 
@@ -167,8 +166,7 @@ TEST_F(TreeWindow, SeveralAreMovedGroupedAndDeletedAtOnceAndComeBackAtOnce) {
         PostMessageW(view, WM_LBUTTONUP, held, MAKELPARAM(place.x, place.y));
         EXPECT_TRUE(selected(count));
     };
-    ClickAt(ListPlace(1));
-    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    ASSERT_TRUE(Select(1, IDC_LABEL, L"Group/two"));
     click(list_, ListPlace(3), MK_CONTROL, 2);
     EXPECT_TRUE(Becomes(IDC_LABEL, L"Group/three"));
     PlayStroke({}, VK_DELETE);
@@ -179,12 +177,12 @@ TEST_F(TreeWindow, SeveralAreMovedGroupedAndDeletedAtOnceAndComeBackAtOnce) {
     EXPECT_TRUE(FileGets(L"text_001=Ctrl+Q=text two<E<N<D|"));
     EXPECT_TRUE(FileHolds(L"text_003=Group/three"));
     EXPECT_TRUE(selected(2)) << "what came back";
-    EXPECT_TRUE(Hold(VK_LMENU, VK_DOWN, [&] { return FileGets(L"text_004=Ctrl+Q=text three<E<N<D|"); }));
+    EXPECT_TRUE(
+        HoldUntil(VK_LMENU, VK_DOWN, [&] { return FileGets(L"text_004=Ctrl+Q=text three<E<N<D|"); }));
     EXPECT_TRUE(FileHolds(L"text_002=Ctrl+Q=text two<E<N<D|"));
     PlayStroke({VK_LCONTROL}, 'Z');
     EXPECT_TRUE(FileGets(L"text_003=Ctrl+Q=text three<E<N<D|"));
-    ClickAt(ListPlace(0));
-    ASSERT_TRUE(Becomes(IDC_LABEL, L"one"));
+    ASSERT_TRUE(Select(0, IDC_LABEL, L"one"));
     click(list_, ListPlace(1), MK_SHIFT, 2);
     DragMouse(ListPlace(1), ListPlace(4, 90));
     EXPECT_TRUE(FileGets(L"text_003=Ctrl+Q=text one<E<N<D|"));
@@ -208,8 +206,8 @@ TEST_F(TreeWindow, SeveralAreMovedGroupedAndDeletedAtOnceAndComeBackAtOnce) {
     // Of three rows the space bar takes one out again, and a group stands for what is in it.
     ClickAt(TreePlace(3, 2));
     ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
-    EXPECT_TRUE(Hold(VK_LSHIFT, VK_UP, [&] { return selected(2); }));
-    EXPECT_TRUE(Hold(VK_LSHIFT, VK_DOWN, [&] { return selected(1); }));
+    EXPECT_TRUE(HoldUntil(VK_LSHIFT, VK_UP, [&] { return selected(2); }));
+    EXPECT_TRUE(HoldUntil(VK_LSHIFT, VK_DOWN, [&] { return selected(1); }));
     DragMouse(TreePlace(1, 1), TreePlace(6, 0));
     EXPECT_TRUE(FileGets(L"text_004=Ctrl+W=text two<E<N<D|"));
     EXPECT_TRUE(FileHolds(L"text_001=Ctrl+W=text three<E<N<D|"));
@@ -227,8 +225,7 @@ TEST_F(TreeWindow, SeveralAreMovedGroupedAndDeletedAtOnceAndComeBackAtOnce) {
 
 TEST_F(TreeWindow, F2RenamesInPlace) {
     Start(L"");
-    ClickAt(ListPlace(1));
-    ASSERT_TRUE(Becomes(IDC_LABEL, L"Group/two"));
+    ASSERT_TRUE(Select(1, IDC_LABEL, L"Group/two"));
     RenameWithF2(list_, L"Group/two", {'X', VK_ESCAPE});
     RenameWithF2(list_, L"Group/two", {VK_END, 'X', VK_RETURN});
     EXPECT_TRUE(FileGets(L"text_001=Group/twox"));
@@ -254,6 +251,7 @@ TEST_F(TreeWindow, F2RenamesInPlace) {
     ASSERT_TRUE(WaitFor([&] { return (box = DialogOf(run_.Program().Id(), dialog_)) != nullptr; }));
     const HWND field = GetDlgItem(box, IDC_ASKED_HOTKEY);
     EXPECT_TRUE(WaitFor([&] { return WindowText(field) == L"Hotkey: Press the keys"; }));
+    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == box; }));
     PressKeyDown(VK_LMENU);
     PressKeyDown('T');
     Linger(70);

@@ -27,6 +27,7 @@ TEST_F(MainDialog, TheMarkerTellsTheTablesApartAndOptionsTheWaysOut) {
     Send(5, kMarker);
     EXPECT_EQ(ReadNumber(L"tray_if_minimize"), 1);
     EXPECT_TRUE(IsWindowVisible(dialog_));
+    ASSERT_TRUE(WaitFor([&] { return run_.ChangeTrayIcon(NIM_MODIFY); }));
     SendMessageW(dialog_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
     EXPECT_TRUE(Shows(false));
     EXPECT_FALSE(IsIconic(dialog_));
@@ -98,6 +99,7 @@ TEST_F(MainDialog, HidingTellsTheUserOnce) {
     // Shown by starting the program again, as a user would; then hidden without a word.
     ProgramRun second;
     second.StartPlain(L"");
+    EXPECT_EQ(second.Program().WaitForExit(20000), 0xAFFEU);
     ASSERT_TRUE(Shows(true));
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
     EXPECT_TRUE(Shows(false));

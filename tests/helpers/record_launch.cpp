@@ -12,8 +12,12 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
     wchar_t folder[MAX_PATH] = {};
     GetCurrentDirectoryW(MAX_PATH, folder);
     const std::wstring line = std::wstring(commandLine) + L"|" + folder + L"\n";
-    const HANDLE file = CreateFileW((path + L"launched.txt").c_str(), FILE_APPEND_DATA, FILE_SHARE_READ,
-                                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // Another one may just be writing.
+    HANDLE file = INVALID_HANDLE_VALUE;
+    do {
+        file = CreateFileW((path + L"launched.txt").c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
+                           OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    } while (file == INVALID_HANDLE_VALUE && GetLastError() == ERROR_SHARING_VIOLATION);
     DWORD written = 0;
     WriteFile(file, line.data(), static_cast<DWORD>(line.size() * sizeof(wchar_t)), &written, nullptr);
     CloseHandle(file);

@@ -41,13 +41,25 @@ inline void HoldDown(BYTE modifier) {
     }
 }
 
+// Holds modifiers down, as long as a hand does before the key comes, and until all have stayed down so
+// long. False when they never do.
+inline bool Hold(std::initializer_list<BYTE> modifiers, int attempts = 50) {
+    constexpr DWORD kMilliseconds = 60;
+    const auto isDown = [](BYTE modifier) { return GetAsyncKeyState(modifier) < 0; };
+    for (; attempts > 0; --attempts) {
+        for (const BYTE modifier : modifiers) {
+            if (!isDown(modifier)) HoldDown(modifier);
+        }
+        Linger(kMilliseconds);
+        if (std::all_of(modifiers.begin(), modifiers.end(), isDown)) return true;
+    }
+    return false;
+}
+
 // Whether a modifier that is held stays down for a while: see SettlesInFront.
 inline bool KeepsModifiers() {
     constexpr BYTE kHarmless = VK_LSHIFT;
-    constexpr DWORD kMilliseconds = 60;
-    PressKeyDown(kHarmless);
-    Linger(kMilliseconds);
-    const bool isDown = GetAsyncKeyState(kHarmless) < 0;
+    const bool isDown = Hold({kHarmless}, 1);
     LetKeyUp(kHarmless);
     return isDown;
 }
@@ -75,11 +87,7 @@ inline bool SettlesInFront(HWND window) {
 
 // Holds `held` down in that order, strokes `key`, lets `held` up in reverse order.
 inline void PlayStroke(std::initializer_list<BYTE> held, BYTE key) {
-    for (const BYTE modifier : held) HoldDown(modifier);
-    const auto isUp = [](BYTE modifier) { return GetAsyncKeyState(modifier) >= 0; };
-    for (const BYTE modifier : held) {
-        if (isUp(modifier)) HoldDown(modifier);
-    }
+    if (held.size() > 0) Hold(held);
     PressKeyDown(key);
     LetKeyUp(key);
     for (auto modifier = std::rbegin(held); modifier != std::rend(held); ++modifier) LetKeyUp(*modifier);

@@ -14,7 +14,7 @@ static bool StandsAt(POINT place) {
 
 // The screen reports a movement to the program below the mouse, and a late report of the one before puts
 // the mouse back: it is there when it has stayed there while that program answered.
-static void MoveTo(POINT place) {
+void MoveMouse(POINT place) {
     SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
     mouse_event(MOUSEEVENTF_MOVE, 0, 0, 0, 0);
     for (int calm = 0; calm < 3; ++calm) {
@@ -39,19 +39,19 @@ POINT OnScreen(HWND window, int x, int y) {
 }
 
 void ClickAt(POINT place, DWORD down, DWORD up) {
-    MoveTo(place);
+    MoveMouse(place);
     Press(down);
     Press(up);
 }
 
 void DragMouse(POINT from, POINT to, const std::function<void()>& before) {
     constexpr LONG kSteps = 6;
-    MoveTo(from);
+    MoveMouse(from);
     Press(MOUSEEVENTF_LEFTDOWN);
     for (LONG step = 1; step <= kSteps; ++step) {
-        MoveTo({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
+        MoveMouse({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
     }
-    MoveTo(to);
+    MoveMouse(to);
     if (before) before();
     Press(MOUSEEVENTF_LEFTUP);
 }

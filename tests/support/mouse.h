@@ -10,6 +10,9 @@ namespace verbatix::test {
 // A place in a window's client area as one on the screen.
 POINT OnScreen(HWND window, int x, int y);
 
+// Puts the mouse there, for good.
+void MoveMouse(POINT place);
+
 // Puts the mouse there and presses and releases a button.
 void ClickAt(POINT place, DWORD down = MOUSEEVENTF_LEFTDOWN, DWORD up = MOUSEEVENTF_LEFTUP);
 

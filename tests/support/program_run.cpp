@@ -1,10 +1,10 @@
 #include "support/program_run.h"
 
 #include <gtest/gtest.h>
-
 #include "base/text.h"
 #include "ids.h"
 #include "support/keys.h"
+#include "support/mouse.h"
 #include "support/wait.h"
 
 namespace verbatix::test {
@@ -32,7 +32,7 @@ std::wstring SettingsText(const std::vector<StoredLine>& lines, std::wstring_vie
 ProgramRun::ProgramRun(std::wstring_view programName) : programName_(programName) {
     // Beside all windows: one that comes up below the pointer has the bench read the keyboard anew, and
     // what is held there is let go.
-    SetCursorPos(1270, 600);
+    MoveMouse({1270, 600});
     CopyFileW(HelperPath(L"..\\Verbatix.exe").c_str(), folder_.File(programName_).c_str(), FALSE);
 }
 
@@ -77,13 +77,28 @@ std::string ProgramRun::Diagnostics() const {
     return bytes;
 }
 
+bool ProgramRun::IsThrough() const {
+    // Whether a field counts as changed is of no use to the program.
+    const HWND field = GetDlgItem(MainDialog(), IDC_FILTER);
+    const bool next = !SendMessageW(field, EM_GETMODIFY, 0, 0);
+    PostMessageW(field, EM_SETMODIFY, next, 0);
+    return WaitFor([&] { return (SendMessageW(field, EM_GETMODIFY, 0, 0) != 0) == next; }, 20000);
+}
+
+bool ProgramRun::ChangeTrayIcon(DWORD message) const {
+    NOTIFYICONDATAW data = {};
+    data.cbSize = NOTIFYICONDATAW_V1_SIZE;
+    data.hWnd = Frame();
+    data.uID = IDI_VERBATIX;
+    return Shell_NotifyIconW(message, &data) != FALSE;
+}
+
 Target::Target(std::wstring_view title)
     : process_(L"\"" + HelperPath(L"target_window.exe") + L"\" " + std::wstring(title)) {
     window_ = process_.WaitForVisibleWindow(L"VerbatixTestTarget");
     EXPECT_TRUE(window_) << "exit code: " << process_.WaitForExit(0).value_or(STILL_ACTIVE);
     edit_ = GetDlgItem(window_, 1);
-    Activate();
-    SettlesInFront(window_);
+    EXPECT_TRUE(Activate() && SettlesInFront(window_));
 }
 
 void Target::SetText(std::wstring_view text) const {

@@ -2,6 +2,10 @@
 // that the test wrote, and somebody else's window to paste into.
 #pragma once
 
+#include <windows.h>
+
+#include <shellapi.h>
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -48,6 +52,12 @@ class ProgramRun {
     // What the program itself says of its last presses: for the message of a test that has failed, because
     // it opens a window.
     std::string Diagnostics() const;
+    // Whether the program gets through with all that was posted to it, an execution that waits among it, in
+    // which only what is sent is served. Keys of the keyboard are not posted.
+    bool IsThrough() const;
+    // As the program does it, so that the task bar takes it for the program's word. NIM_MODIFY, which
+    // changes nothing, asks whether the icon is there: one that is not cannot be changed.
+    bool ChangeTrayIcon(DWORD message) const;
     const Process& Program() const { return *process_; }
 
   private:
