@@ -62,13 +62,20 @@ class Process {
   public:
     // Starts `commandLine`, whose first word is the program (quoted where it holds blanks). False in a
     // boolean test when it could not be started.
-    explicit Process(std::wstring commandLine, const std::wstring& workingFolder = {}) {
+    explicit Process(std::wstring commandLine) {
         STARTUPINFOW startup = {};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION started = {};
-        if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                            workingFolder.empty() ? nullptr : workingFolder.c_str(), &startup, &started)) {
-            std::printf("not started (%lu): %ls\n", GetLastError(), commandLine.c_str());
+        // On the bench a program may be gone before it has begun (scripts/on-desktop tells why); nothing of
+        // it has run then.
+        DWORD error = ERROR_INTERNAL_ERROR;
+        for (int starts = 0; error == ERROR_INTERNAL_ERROR && starts < 3; ++starts) {
+            const BOOL isStarted = CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0,
+                                                  nullptr, nullptr, &startup, &started);
+            error = isStarted ? ERROR_SUCCESS : GetLastError();
+        }
+        if (error != ERROR_SUCCESS) {
+            std::printf("not started (%lu): %ls\n", error, commandLine.c_str());
             return;
         }
         CloseHandle(started.hThread);
@@ -90,6 +97,7 @@ class Process {
     // The exit code, or nothing when the program still runs after that time. Messages are dispatched.
     std::optional<DWORD> WaitForExit(DWORD milliseconds = 10000) const {
         const bool ended =
+            process_ &&
             WaitFor([&] { return WaitForSingleObject(process_.Get(), 0) == WAIT_OBJECT_0; }, milliseconds);
         DWORD code = 0;
         if (!ended || !GetExitCodeProcess(process_.Get(), &code)) return std::nullopt;
@@ -119,7 +127,8 @@ class Process {
     HWND Find(const wchar_t* className, Fits fits, DWORD milliseconds) const {
         HWND found = nullptr;
         const auto isOurs = [&](HWND window) { return ProcessOf(window) == id_ && fits(window); };
-        WaitFor([&] { return (found = FindTopWindow(className, isOurs)) != nullptr; }, milliseconds);
+        if (process_)
+            WaitFor([&] { return (found = FindTopWindow(className, isOurs)) != nullptr; }, milliseconds);
         return found;
     }
 
