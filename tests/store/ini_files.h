@@ -30,6 +30,11 @@ class SettingsFolder {
 
     std::wstring File(std::wstring_view name) const { return folder_.File(name); }
     const std::wstring& Path() const { return folder_.Path(); }
+    // What the one file in the backup folder holds.
+    std::string Kept() const {
+        const auto names = FilesIn(File(L"Backup"));
+        return names.size() == 1 ? ReadBytes(File(L"Backup\\" + names[0])) : "not one file";
+    }
 
   private:
     Folder folder_;
@@ -59,18 +64,6 @@ inline ListClient Client(int answer = IDYES) {
         return asked.answer;
     };
     return client;
-}
-
-// Names of what is in a folder.
-inline std::vector<std::wstring> FilesIn(const std::wstring& folder) {
-    std::vector<std::wstring> names;
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
-        if (found.cFileName[0] != L'.') names.emplace_back(found.cFileName);
-    }
-    FindClose(search);
-    return names;
 }
 
 // Ordinary files, and what hands and other programs make of them, with keys in section S.
