@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <regex>
-
 #include "app/language_default.h"
 #include "base/text.h"
 #include "support/folder.h"
@@ -43,7 +41,7 @@ TEST(LanguageLines, NumbersAndTextsOfOrdinaryAndHostileFiles) {
     for (int i = 0; i < 20000; ++i) text += Format(L"%d=x\n", i);
     for (int i = 100; i < 400; ++i) text += Format(L"[language %d x]\n", i);
     text += L"[language 7 again]\n0=still\n19999=late\n";
-    text += std::wstring(100000, L'[') + L'\n' + std::wstring(100000, L'\\');
+    text.append(100000, L'[').append(1, L'\n').append(100000, L'\\');
     std::map<int, Language> languages;
     ReadLanguageLines(text, 7, languages);
     EXPECT_EQ(languages.size(), 100U);
@@ -90,30 +88,6 @@ TEST(TranslateFiles, OverrideInTheOrderOfTheirNamesWhateverTheirEncoding) {
     EXPECT_EQ(without[1].texts[18], L"second");  // no language 5: its lines go to English
     EXPECT_FALSE(without.contains(5));
     AddTranslateFiles(folder.File(L"missing"), 0, languages);
-}
-
-// The archive itself: through LanguageText English would stand in for what German lacks.
-TEST(OwnArchive, HasEveryTextInBothLanguages) {
-    const HRSRC resource = FindResourceW(nullptr, L"AAAA_UNICODE.TMP", L"PNG");
-    ASSERT_TRUE(resource);
-    const auto* const bytes = static_cast<const char*>(LockResource(LoadResource(nullptr, resource)));
-    LanguageArchive archive =
-        ParseLanguageArchive(FromBytes({bytes, SizeofResource(nullptr, resource)}, CP_UTF8));
-    const LanguageTexts& german = archive.languages[kLanguageGerman].texts;
-    const LanguageTexts& english = archive.languages[kLanguageEnglish].texts;
-    EXPECT_GT(english.size(), 100U);
-    EXPECT_EQ(german.size(), english.size());
-    for (const auto& [number, text] : english) {
-        ASSERT_TRUE(german.contains(number)) << number;
-        const std::wstring& other = german.at(number);
-        EXPECT_FALSE(text.empty() || other.empty()) << number;
-        for (const wchar_t* gap : {L"{1}", L"{2}"}) {
-            EXPECT_EQ(text.find(gap) == std::wstring::npos, other.find(gap) == std::wstring::npos)
-                << number;
-        }
-        // A user may replace any text, so none is a printf format.
-        EXPECT_FALSE(std::regex_search(text + other, std::wregex(L"%[ds]"))) << number;
-    }
 }
 
 // Numbers in settings files, by the system's language identifiers.

@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include "app/command_line.h"
-#include "base/handle.h"
 #include "base/text.h"
 #include "store/settings_commit.h"
 #include "store/settings_path.h"
@@ -91,8 +90,7 @@ TEST(WriteTest, LeavesAFreshStampAndWhatTheFileHeld) {
     }
 
     // Another program holds it: waited for, and the right file even where that takes too long.
-    UniqueFile reader(
-        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    UniqueFile reader = OpenShared(path, FILE_SHARE_READ);
     ASSERT_TRUE(reader);
     const ULONGLONG start = GetTickCount64();
     EXPECT_TRUE(WriteTest(path, 44));

@@ -26,6 +26,13 @@ for source in res/language/english.txt res/language/german.txt; do
     report "twice in $source" "$(uniq -d <<<"$texts")"
     report "names without a text in $source" "$(join -v1 <(echo "$names") <(echo "$texts"))"
     report "texts without a name in $source" "$(comm -13 <(echo "$numbers") <(echo "$texts"))"
+    report "empty in $source" "$(grep -nE '^[0-9]+= *$' "$source")"
+    # Users may replace any text, so none is a format for printf.
+    report "formats in $source" "$(grep -noE '^[0-9]+=.*%[ds]' "$source")"
+done
+gaps() { sed -nE "s/^([0-9]+)=.*\{$2\}.*/\1/p" "res/language/$1.txt" | sort; }
+for gap in 1 2; do
+    report "{$gap} in one language only" "$(comm -3 <(gaps english $gap) <(gaps german $gap))"
 done
 
 said=$(grep -rhoE 'text::k[A-Za-z]+' src --include='*.cpp' --include='*.h' | sed 's/.*:://' | sort -u)

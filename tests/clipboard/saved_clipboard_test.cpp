@@ -9,7 +9,6 @@
 #include "clipboard/named_format.h"
 #include "support/foreign_clipboard.h"
 #include "support/import_patch.h"
-#include "support/wait.h"
 
 // The import table's entry for GlobalAlloc: what the program calls, and what a test can have refused.
 extern "C" {
@@ -21,6 +20,7 @@ namespace verbatix {
 namespace {
 
 using test::ClipboardRecordKind;
+using test::ClipboardText;
 using test::ForeignFormat;
 using test::HoldClipboard;
 using test::PutForeign;
@@ -55,40 +55,13 @@ std::vector<ForeignFormat> RichContent() {
             {Registered(L"Somebody's own"), std::string(3, '\0') + everyByte + everyByte}};
 }
 
-std::wstring Text() {
-    std::wstring text = L"(none)";
-    ClipboardGetText(text);
-    return text;
+int closes;
+const decltype(&CloseClipboard) realClose = __imp_CloseClipboard;
+
+BOOL WINAPI CountedClose() {
+    ++closes;
+    return realClose();
 }
-
-// How often others have been told of a new content of the clipboard.
-class ClipboardChanges {
-  public:
-    ClipboardChanges() {
-        count = 0;
-        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure));
-        AddClipboardFormatListener(window_);
-    }
-    ~ClipboardChanges() { DestroyWindow(window_); }
-    ClipboardChanges(const ClipboardChanges&) = delete;
-    ClipboardChanges& operator=(const ClipboardChanges&) = delete;
-
-    int Count() const {
-        test::WaitFor([] { return count > 0; });
-        test::Linger(20);
-        return count;
-    }
-
-  private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        count += message == WM_CLIPBOARDUPDATE;
-        return DefWindowProcW(window, message, wParam, lParam);
-    }
-
-    static inline int count;
-    HWND window_ =
-        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-};
 
 TEST(SavedClipboard, GivesEveryFormatBackByteForByte) {
     ASSERT_TRUE(PutForeign(RichContent()));
@@ -99,9 +72,12 @@ TEST(SavedClipboard, GivesEveryFormatBackByteForByte) {
     EXPECT_EQ(store.entries[0].size, RichContent()[0].bytes.size());
     for (int round = 0; round < 2; ++round) {  // restoring does not use the store up
         ASSERT_TRUE(PutForeign({{Registered(L"Something else"), "x"}}));
-        const ClipboardChanges changes;
-        EXPECT_EQ(RestoreClipboard(store), saved);
-        EXPECT_EQ(changes.Count(), 1) << "empty in between";
+        closes = 0;
+        {
+            const test::ImportPatch patch(__imp_CloseClipboard, CountedClose);
+            EXPECT_EQ(RestoreClipboard(store), saved);
+        }
+        EXPECT_EQ(closes, 1) << "others saw it empty in between";
         for (const ForeignFormat& format : RichContent()) {
             EXPECT_EQ(ReadForeign(format.format), format.bytes) << format.format;
         }
@@ -147,7 +123,7 @@ TEST(SavedClipboard, CountIsTheMostItEverHeld) {
     SavedClipboard store;
     ASSERT_TRUE(ClipboardPutText(L"theirs"));
     EXPECT_EQ(RestoreClipboard(store), 0);  // never saved: the clipboard stays
-    EXPECT_EQ(Text(), L"theirs");
+    EXPECT_EQ(ClipboardText(), L"theirs");
     ASSERT_TRUE(PutForeign({{first, "1"}, {second, "22"}, {third, "333"}}));
     EXPECT_EQ(SaveClipboard(store), 3);
     ASSERT_TRUE(PutForeign({{third, "4444"}}));
@@ -227,7 +203,7 @@ TEST(SavedClipboard, KeepsWhatItHasWhereAnotherTakesTheClipboardOver) {
     }
     CloseClipboard();
     RestoreClipboard(store);
-    EXPECT_EQ(Text(), L"kept");
+    EXPECT_EQ(ClipboardText(), L"kept");
 }
 
 TEST(ClipboardReadNamedFormat, TakesTheLastOfThatExactName) {

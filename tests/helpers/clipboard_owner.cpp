@@ -3,7 +3,6 @@
 //     keep FILE   the same, but stays: formats announced without data keep their owner
 //     hang FILE   the same, but takes no messages any more
 //     hold        opens the clipboard and stays, so that nobody else can open it
-//     stay        stays and does nothing
 //     read FILE   writes what it finds into the file and ends
 // Staying is told by a hidden window of class VerbatixClipboardReady. The exit code is 0 when all went
 // well. The file is a row of records, see tests/support/foreign_clipboard.cpp.
@@ -111,7 +110,6 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
         const int failure = Put(path, owner);
         return failure ? failure : Stay(deed == L"hang");
     }
-    if (deed == L"stay") return Stay();
     if (deed == L"hold") return OpenPatiently(owner) ? Stay() : 2;
     return 1;
 }

@@ -119,11 +119,6 @@ TEST(WinHotkey, IsTriedWithoutATraceAndToldWhenItIsTaken) {
     SetLanguageTexts({}, {});
 }
 
-HWND ShownNotice() {
-    const HWND window = FindWindowW(L"tooltips_class32", nullptr);
-    return IsWindowVisible(window) ? window : nullptr;
-}
-
 TEST(NoticeCorner, StaysInsideTheWorkAreaAndOffTheCaretsLine) {
     const struct {
         RECT caret;
@@ -145,7 +140,7 @@ TEST(Notice, StandsAtTheCaretWithoutTakingTheKeyboardUntilItIsHidden) {
     MessageThread thread;
     thread.Run([] { NoticeAtCaret(L"first"); });
     thread.Run([] { NoticeAtCaret(L"Nothing was pasted.\nSecond line"); });
-    const HWND shown = ShownNotice();
+    const HWND shown = ShownTooltip();
     ASSERT_TRUE(shown);
     EXPECT_EQ(WindowText(shown), L"Nothing was pasted.\nSecond line");
     EXPECT_EQ(GetForegroundWindow(), target.Window());
@@ -156,7 +151,7 @@ TEST(Notice, StandsAtTheCaretWithoutTakingTheKeyboardUntilItIsHidden) {
     GetWindowRect(target.Window(), &window);
     EXPECT_TRUE(IntersectRect(&common, &notice, &window)) << "not at the target's caret";
     thread.Run(HideNotice);
-    EXPECT_FALSE(ShownNotice());
+    EXPECT_FALSE(ShownTooltip());
 }
 
 }  // namespace

@@ -235,8 +235,8 @@ TEST_F(KeyboardHookTest, AHotkeyPressedWhileAnEntryRunsIsSwallowed) {
         for (const std::wstring& later : executed.Take()) ran.push_back(later);
         EXPECT_EQ(ran, Texts{text});
         const auto last = [this] {
-            const std::vector<ArrivedCommand> commands = thread.Commands();
-            return commands.empty() ? 0 : commands.back().id;
+            const std::vector<int> commands = thread.Commands();
+            return commands.empty() ? 0 : commands.back();
         };
         EXPECT_TRUE(WaitFor([&] { return last() == CMD_REINSTALL_HOOK; })) << "Windows may have dropped it";
         LetKeyUp('W');
@@ -276,7 +276,7 @@ TEST_F(KeyboardHookTest, F2AsksForRenamingAndGoesOn) {
     keyboardHook.client.wantsRename = [] { return true; };
     PressKeyDown(VK_F2);
     EXPECT_TRUE(WaitFor([&] { return !thread.Commands().empty(); }));
-    EXPECT_EQ(thread.Commands(), (std::vector<ArrivedCommand>{{CMD_RENAME_ENTRY, true}}));
+    EXPECT_EQ(thread.Commands(), std::vector<int>{CMD_RENAME_ENTRY});
     EXPECT_EQ(watch.Take(), (std::vector<SeenKey>{{VK_F2, false, 0}}));
     keyboardHook.client.wantsRename = [] { return false; };
     LetKeyUp(VK_F2);

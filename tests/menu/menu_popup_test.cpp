@@ -471,31 +471,27 @@ TEST_F(MenuPopupTest, NineHundredRowsCanBeUsedAndNoMore) {
 }
 
 TEST_F(MenuPopupTest, TheTooltipShowsTheHighlightedRowsText) {
-    const auto shown = [] {
-        const HWND tooltip = FindWindowW(L"tooltips_class32", nullptr);
-        return tooltip && IsWindowVisible(tooltip) ? WindowText(tooltip) : L"(none)";
-    };
     showTooltips = true;
     Add(L"Dear %name%\\nbest wishes", L"&Letter");
     Add(L"text two", L"&Other");
     Open();
-    EXPECT_EQ(shown(), L"(none)");
+    EXPECT_FALSE(ShownTooltip());
     PlayStroke({}, VK_DOWN);
-    EXPECT_TRUE(WaitFor([&] { return shown() == L"Dear %name%\r\nbest wishes"; }));
+    EXPECT_TRUE(WaitFor([&] { return WindowText(ShownTooltip()) == L"Dear %name%\r\nbest wishes"; }));
     const RECT menu = ScreenPlace(MenuWindows().at(0));
-    const RECT tooltip = ScreenPlace(FindWindowW(L"tooltips_class32", nullptr));
+    const RECT tooltip = ScreenPlace(ShownTooltip());
     RECT common = {};
     EXPECT_FALSE(IntersectRect(&common, &menu, &tooltip));
     PlayStroke({}, VK_DOWN);
-    EXPECT_TRUE(WaitFor([&] { return shown() == L"text two"; }));
+    EXPECT_TRUE(WaitFor([&] { return WindowText(ShownTooltip()) == L"text two"; }));
     PlayStroke({}, VK_ESCAPE);
     ExpectClosed();
-    EXPECT_EQ(shown(), L"(none)");
+    EXPECT_FALSE(ShownTooltip());
     showTooltips = false;
     Open();
     PlayStroke({}, VK_DOWN);
     Linger(100);
-    EXPECT_EQ(shown(), L"(none)");
+    EXPECT_FALSE(ShownTooltip());
 }
 
 }  // namespace

@@ -28,6 +28,7 @@ namespace verbatix {
 namespace {
 
 using test::ClipboardRecordKind;
+using test::ClipboardText;
 
 class AimedExecution : public test::SelectionTarget {
   protected:
@@ -40,10 +41,7 @@ class AimedExecution : public test::SelectionTarget {
         HideNotice();
         SetLanguageTexts({}, {});
     }
-    static std::wstring Notice() {
-        const HWND notice = FindWindowW(L"tooltips_class32", nullptr);
-        return IsWindowVisible(notice) ? test::WindowText(notice) : L"";
-    }
+    static std::wstring Notice() { return test::WindowText(test::ShownTooltip()); }
     void Execute(const std::wstring& text, HWND pressWindow) {
         HideNotice();
         Select(L"selected");
@@ -56,8 +54,7 @@ class AimedExecution : public test::SelectionTarget {
 
 TEST_F(AimedExecution, StrokesGoOnlyIntoTheWindowOfThePress) {
     settings.restoreOldClipboard = 1;
-    const HWND other =
-        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    const HWND other = test::MakeWindow(DefWindowProcW);
     const struct {
         const wchar_t* text;
         const wchar_t* notice;
@@ -75,14 +72,14 @@ TEST_F(AimedExecution, StrokesGoOnlyIntoTheWindowOfThePress) {
         Execute(text, other);
         EXPECT_EQ(Notice(), notice) << text;
         OnRestoreTimer();
-        EXPECT_EQ(Clipboard(), clipboard) << text;
+        EXPECT_EQ(ClipboardText(), clipboard) << text;
         EXPECT_TRUE(TargetShows(L"selected")) << text;
         EXPECT_EQ(GetForegroundWindow(), target);
     }
     DestroyWindow(other);
     Execute(L"a text", other);
     EXPECT_EQ(Notice(), L"gone");
-    EXPECT_EQ(Clipboard(), L"a text");
+    EXPECT_EQ(ClipboardText(), L"a text");
 
     settings.restoreOldClipboard = 0;
     for (const HWND window : {target, HWND{nullptr}}) {
@@ -137,20 +134,20 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
         const test::Process holder = test::HoldClipboard();
         OnRestoreTimer();
     }
-    EXPECT_EQ(Clipboard(), L"a text");
+    EXPECT_EQ(ClipboardText(), L"a text");
     OnRestoreTimer();
-    EXPECT_EQ(Clipboard(), L"old text");
+    EXPECT_EQ(ClipboardText(), L"old text");
 
     const auto executeWhileTheTargetHangs = [&] {
         Select(L"selected");
         PostMessageW(target, WM_APP, 700, 0);
         ExecuteEntry(L"a text");
         OnRestoreTimer();
-        EXPECT_EQ(Clipboard(), L"a text");
+        EXPECT_EQ(ClipboardText(), L"a text");
     };
     const auto comesBack = [] {
         OnRestoreTimer();
-        return Clipboard() == L"old text";
+        return ClipboardText() == L"old text";
     };
     executeWhileTheTargetHangs();
     EXPECT_TRUE(test::WaitFor(comesBack));
@@ -160,13 +157,13 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
     const test::Process other = test::PutForeignAndStay({{CF_UNICODETEXT, test::WideBytes(L"new")}});
     EXPECT_FALSE(comesBack());
     EXPECT_TRUE(TargetShows(L"new"));
-    EXPECT_EQ(Clipboard(), L"new");
+    EXPECT_EQ(ClipboardText(), L"new");
 
     // What never touches the clipboard leaves it to whatever the entry has started.
     Execute(L"sys:MonitorOn", target);
     ASSERT_TRUE(test::PutForeign({{CF_UNICODETEXT, test::WideBytes(L"of a tool")}}));
     OnRestoreTimer();
-    EXPECT_EQ(Clipboard(), L"of a tool");
+    EXPECT_EQ(ClipboardText(), L"of a tool");
     const DWORD content = GetClipboardSequenceNumber();
     ExecuteEntry(L"sys:MonitorOn");
     OnRestoreTimer();
@@ -177,7 +174,7 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
     ExecuteEntry(L"<%pptxt%>");
     OnRestoreTimer();
     EXPECT_TRUE(TargetShows(L"a text<old text>"));
-    EXPECT_EQ(Clipboard(), L"old text");
+    EXPECT_EQ(ClipboardText(), L"old text");
 
     Execute(L"cpy:missing.exe", target);
     OnRestoreTimer();
@@ -187,7 +184,7 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
     OnCpyLaunchTimer();
     EXPECT_EQ(CapturedText, L"selected");
     OnRestoreTimer();
-    EXPECT_EQ(Clipboard(), L"old text");
+    EXPECT_EQ(ClipboardText(), L"old text");
 }
 
 // Which of the formats are on the clipboard that ask histories to leave it alone.
@@ -234,11 +231,11 @@ TEST_F(AimedExecution, AHangingOwnerIsNeitherReadNorTold) {
     SavedClipboard store;
     EXPECT_GT(SaveClipboard(store), 0);
     const test::Process owner =
-        test::PutForeignAndHang({{CF_UNICODETEXT, "", ClipboardRecordKind::announced}});
+        test::PutForeignAndStay({{CF_UNICODETEXT, "", ClipboardRecordKind::announced}}, true);
     const ULONGLONG start = GetTickCount64();
     SavedClipboard none;
     EXPECT_EQ(SaveClipboard(none), 0);
-    EXPECT_EQ(Clipboard(), L"(none)");
+    EXPECT_EQ(ClipboardText(), L"(none)");
     EXPECT_FALSE(ClipboardPutText(L"x") || ClearClipboard() || HtmlClipboardPut(L"x"));
     EXPECT_FALSE(PutSavedClipboard(store, 0));
     Select(L"selected");
@@ -264,9 +261,9 @@ TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
     AimStrokes(target);
     CopySlot(L'1', true);
     test::Linger(500);
-    EXPECT_EQ(Clipboard(), L"old text");
+    EXPECT_EQ(ClipboardText(), L"old text");
     RestoreClipboard(clipboardSlots[1]);
-    EXPECT_EQ(Clipboard(), L"kept");
+    EXPECT_EQ(ClipboardText(), L"kept");
 }
 
 TEST_F(AimedExecution, AFieldOfOurOwnGetsEachPiece) {
@@ -297,9 +294,7 @@ TEST_F(AimedExecution, ASecondCopyStartsItsProgramWithItsOwnSelection) {
     const test::Folder folder;
     const std::wstring tool = folder.File(L"tool.exe");
     ASSERT_TRUE(CopyFileW(test::HelperPath(L"record_launch.exe").c_str(), tool.c_str(), FALSE));
-    const HWND timers =
-        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-    SetWindowLongPtrW(timers, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RunTimers));
+    const HWND timers = test::MakeWindow(RunTimers);
     executorClient.mainWindow = timers;
     const auto execute = [&](const wchar_t* selection, const std::wstring& text) {
         Select(selection);

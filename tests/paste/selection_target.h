@@ -12,6 +12,7 @@
 #include "hotkeys/key_watch.h"
 #include "support/desktop.h"
 #include "support/folder.h"
+#include "support/foreign_clipboard.h"
 #include "support/keys.h"
 #include "support/process.h"
 #include "support/wait.h"
@@ -56,11 +57,6 @@ class SelectionTarget : public testing::Test {
     }
     bool TargetShows(const std::wstring& text) const {
         return WaitFor([&] { return WindowText(edit) == text; }, 20000);
-    }
-    static std::wstring Clipboard() {
-        std::wstring text = L"(none)";
-        ClipboardGetText(text);
-        return text;
     }
 
     KeyWatch watch;

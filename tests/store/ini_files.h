@@ -3,15 +3,12 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "base/text.h"
-#include "store/entry_syntax.h"
 #include "store/list_file.h"
-#include "store/profile.h"
 #include "store/settings_path.h"
 #include "support/folder.h"
 
@@ -30,6 +27,11 @@ class SettingsFolder {
 
     std::wstring File(std::wstring_view name) const { return folder_.File(name); }
     const std::wstring& Path() const { return folder_.Path(); }
+    // What the one file in the backup folder holds.
+    std::string Kept() const {
+        const auto names = FilesIn(File(L"Backup"));
+        return names.size() == 1 ? ReadBytes(File(L"Backup\\" + names[0])) : "not one file";
+    }
 
   private:
     Folder folder_;
@@ -61,18 +63,6 @@ inline ListClient Client(int answer = IDYES) {
     return client;
 }
 
-// Names of what is in a folder.
-inline std::vector<std::wstring> FilesIn(const std::wstring& folder) {
-    std::vector<std::wstring> names;
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
-        if (found.cFileName[0] != L'.') names.emplace_back(found.cFileName);
-    }
-    FindClose(search);
-    return names;
-}
-
 // Ordinary files, and what hands and other programs make of them, with keys in section S.
 inline constexpr const wchar_t* kOddFiles[] = {
     L"",
@@ -99,6 +89,17 @@ inline constexpr const wchar_t* kOddFiles[] = {
     L"b\x0b=2\x1a\r\n",
     L"[S]\r\na=\xe4\xf6\r\nb=\xa0x\xa0\r\n",
 };
+
+// Entries of texts and labels that reading a file could change: blanks and quotes at an end, what other
+// lines of it look like, a character that ends a file or is half of one.
+inline void AddOddEntries(EntryList& list) {
+    for (const wchar_t* odd :
+         {L" x ", L"\tx\t", L"'x'", L"\"x\"", L"\"x, 'y", L"\"", L"x;y", L";x", L"[list_label]", L"=",
+          L"a=b=\\n", L"\x1ax", L"\xa0x\xa0", L"\xd83d", L"x\xd83d\xde00\x20ac"}) {
+        const auto n = static_cast<unsigned>(list.size());
+        AddEntry(list, odd, odd, 'A' + n, n % 10, -1, 7 - static_cast<int>(n));
+    }
+}
 
 // The same file on every run for the same seed.
 class HostileFiles {
@@ -174,22 +175,5 @@ class HostileFiles {
 
     std::mt19937 random_;
 };
-
-// What the editor can store: no line breaks, a text, any blanks and quotes.
-inline EntryList RandomEntries(unsigned seed, std::size_t count) {
-    HostileFiles random(seed);
-    EntryList list;
-    while (list.size() < count) {
-        std::wstring text = ProfileLine(random.RandomValue() + random.RandomValue());
-        ReplaceAll(text, L"\x1a", L"^Z");
-        const std::wstring label = ProfileLine(random.RandomValue());
-        // The marker ends a text wherever it comes from.
-        ReplaceAll(text, kEndMarker, L"END");
-        if (text.empty()) continue;
-        AddEntry(list, text.substr(0, kEditorTextLimit), label, 'A' + random.Below(26), random.Below(10),
-                 -1, static_cast<int>(random.Below(2000)) - 1000);
-    }
-    return list;
-}
 
 }  // namespace verbatix::test

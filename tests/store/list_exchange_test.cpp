@@ -22,22 +22,19 @@ class ListExchange : public testing::Test {
     ListClient client_ = Client();
 };
 
-TEST_F(ListExchange, AThousandRandomEntriesComeBackTheSame) {
-    const EntryList list = RandomEntries(7, 1000);
-    int count = 0;
-    const std::wstring text = ExportText(list, AllPositions(list), &count);
-    EXPECT_EQ(count, 1000);
-    ASSERT_TRUE(WriteExportFile(other_, text));
+TEST_F(ListExchange, OddEntriesComeBackTheSame) {
+    EntryList list;
+    AddOddEntries(list);
+    ASSERT_TRUE(WriteExportFile(other_, ExportText(list, AllPositions(list))));
     nextEntryNumber = 0;
-    // Saving a thousand odd entries takes seconds and is tested elsewhere.
     settingsPath = folder_.File(L"missing\\Verbatix.ini");
     ImportListFile(list_, client_, other_);
     ASSERT_EQ(list_.size(), list.size());
     for (const auto& [position, slot] : list) {
-        ASSERT_STREQ(list_.at(position).current.text, slot.current.text) << position;
-        ASSERT_FALSE(Differ(list_.at(position).current, slot.current)) << position;
+        EXPECT_STREQ(list_.at(position).current.text, slot.current.text);
+        EXPECT_FALSE(Differ(list_.at(position).current, slot.current)) << position;
     }
-    EXPECT_TRUE(asked.message.starts_with(L"found: 1000\n")) << asked.message;
+    EXPECT_TRUE(asked.message.starts_with(L"found: 15\n")) << asked.message;
     EXPECT_TRUE(HasUnsaved(list_)) << "the next save tries again";
 }
 

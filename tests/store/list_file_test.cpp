@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/handle.h"
 #include "base/language.h"
 #include "store/entry_moves.h"
 #include "store/entry_syntax.h"
@@ -37,12 +36,12 @@ void ExpectSameEntries(const EntryList& list, const EntryList& again) {
     }
 }
 
-// Random ones and the edges: the marker, nothing at all, as much as there is room for.
+// Odd ones and the edges: the marker, nothing at all, as much as there is room for.
 EntryList HostileList() {
     nextEntryNumber = 0;
-    EntryList list = RandomEntries(8, 60);
-    for (const wchar_t* text :
-         {L"", L"<E<N<D|", L"a<E<N<D|b", L"x<E<N<D|<E<N<D|", L"[list_label]", L"; no"})
+    EntryList list;
+    AddOddEntries(list);
+    for (const wchar_t* text : {L"", L"<E<N<D|", L"a<E<N<D|b", L"x<E<N<D|<E<N<D|"})
         AddEntry(list, text, L" both ", 0, 0, -1, INT_MAX);
     AddEntry(list, std::wstring(4000, L'x'), std::wstring(255, L'"'), 0xba, 2, -1, INT_MIN);
     return list;
@@ -179,7 +178,7 @@ TEST(LoadList, AFileThatCannotBeReadIsNotWrittenOverAndReadLater) {
     SetFirstRunList(L"[list_text]\ntext_000=Ctrl+B=first run\n");
     WriteList(L"1", L"text_000=Ctrl+A=mine\r\n");
     const std::string original = ReadBytes(settingsPath);
-    UniqueFile lock(CreateFileW(settingsPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    UniqueFile lock = OpenShared(settingsPath, 0);
     EntryList list = Loaded();
     EXPECT_TRUE(list.empty());
     EXPECT_TRUE(IsListUnread());

@@ -12,17 +12,6 @@
 namespace verbatix::test {
 namespace {
 
-UniqueFile Open(const std::wstring& path, DWORD share) {
-    return UniqueFile(
-        CreateFileW(path.c_str(), GENERIC_READ | DELETE, share, nullptr, OPEN_EXISTING, 0, nullptr));
-}
-
-// The one file in the backup folder.
-std::string KeptOriginal(const SettingsFolder& folder) {
-    const auto kept = FilesIn(folder.File(L"Backup"));
-    return kept.size() == 1 ? ReadBytes(folder.File(L"Backup\\" + kept[0])) : "not one file";
-}
-
 TEST(ProfileText, HoldsEveryCharacterAndNoValueBreaksTheFile) {
     const SettingsFolder folder;
     EXPECT_EQ(ReadProfileText(L"S", L"key", 100, L"old"), L"old");
@@ -53,7 +42,7 @@ TEST(ProfileText, AnAnsiFileStaysAnsiUntilACharacterNeedsMore) {
         EXPECT_EQ(ReadProfileText(L"S", L"wide", 100), wide);
         EXPECT_EQ(ReadProfileText(L"S", L"old", 100), L"\xe4");
         EXPECT_NE(ReadBytes(settingsPath).find(Utf16File(L"; a comment").substr(2)), std::string::npos);
-        EXPECT_EQ(KeptOriginal(folder), stillAnsi) << "rewritten once";
+        EXPECT_EQ(folder.Kept(), stillAnsi) << "rewritten once";
     }
     EXPECT_EQ(FilesIn(folder.Path()).size(), 3u) << "the backups, the generation, no temporary file";
 }
@@ -66,7 +55,7 @@ TEST(SettingsFile, BecomesUtf16WhereWindowsWouldMisreadIt) {
         WriteBytes(settingsPath, original);
         EXPECT_TRUE(PrepareSettingsFile());
         EXPECT_EQ(ReadBytes(settingsPath), Utf16File(L"[S]\r\nkey=\x416\r\n"));
-        EXPECT_EQ(KeptOriginal(folder), original);
+        EXPECT_EQ(folder.Kept(), original);
     }
 }
 
@@ -96,17 +85,17 @@ TEST(KeepReadable, WaitsForALockedFileOnlyAndKeepsLocksAway) {
     EXPECT_FALSE(KeepReadable(folder.Path(), 5000)) << "a folder is in the way";
     EXPECT_LT(GetTickCount64() - start, 4000u) << "neither is waited for";
     WriteBytes(settingsPath, "[S]\r\nkey=1\r\n");
-    UniqueFile lock = Open(settingsPath, 0);
+    UniqueFile lock = OpenShared(settingsPath, 0);
     start = GetTickCount64();
     EXPECT_FALSE(KeepReadable(settingsPath, 100));
     EXPECT_GE(GetTickCount64() - start, 100u);
     lock.Reset();
     file = KeepReadable(settingsPath, 0);
     ASSERT_TRUE(file && *file);
-    EXPECT_FALSE(Open(settingsPath, 0));
+    EXPECT_FALSE(OpenShared(settingsPath, 0));
     EXPECT_EQ(ReadProfileText(L"S", L"key", 100), L"1");
     file.reset();
-    EXPECT_TRUE(Open(settingsPath, 0));
+    EXPECT_TRUE(OpenShared(settingsPath, 0));
 }
 
 }  // namespace

@@ -33,15 +33,6 @@ class SettingsCommit : public testing::Test {
         return {reinterpret_cast<const wchar_t*>(bytes.data()) + 1, bytes.size() / 2 - 1};
     }
     std::string Generation() const { return ReadBytes(settingsPath + L".bak"); }
-    // The one copy in the backup folder.
-    std::string Kept() const {
-        const auto names = FilesIn(folder_.File(L"Backup"));
-        return names.size() == 1 ? ReadBytes(folder_.File(L"Backup\\" + names[0])) : "not one file";
-    }
-    static UniqueFile Hold(DWORD share) {
-        return UniqueFile(
-            CreateFileW(settingsPath.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
-    }
 
     const SettingsFolder folder_;
 };
@@ -87,7 +78,7 @@ TEST_F(SettingsCommit, KeepsTheGenerationBeforeAndWritesNextTimeWhatCouldNotBeWr
     }
     noticed.clear();
     before = ReadBytes(settingsPath);
-    UniqueFile lock = Hold(FILE_SHARE_READ);
+    UniqueFile lock = OpenShared(settingsPath, FILE_SHARE_READ);
     EXPECT_FALSE(WriteProgramNumber(L"topmost", 1));
     EXPECT_EQ(noticed, Format(L"%d.", ERROR_SHARING_VIOLATION));
     EXPECT_FALSE(WriteProgramNumber(L"size", 1));
@@ -111,7 +102,7 @@ TEST_F(SettingsCommit, OverwritesOnlyWhereTheFolderTakesNoFilesAndAfterACopy) {
     CreateDirectoryW((settingsPath + L".new").c_str(), nullptr);
     EXPECT_TRUE(WriteProgramNumber(L"topmost", 1));
     EXPECT_EQ(ReadProgramNumber(L"topmost", 0), 1);
-    EXPECT_EQ(Kept(), before);
+    EXPECT_EQ(folder_.Kept(), before);
     RemoveDirectoryW((settingsPath + L".new").c_str());
 
     SetFileAttributesW(settingsPath.c_str(), FILE_ATTRIBUTE_READONLY);

@@ -3,9 +3,9 @@
 
 #include <windows.h>
 
-#include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/handle.h"
 #include "base/text.h"
@@ -17,6 +17,26 @@ inline std::wstring HelperPath(std::wstring_view name) {
     wchar_t path[MAX_PATH];
     const std::wstring_view module(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
     return std::wstring(module.substr(0, module.rfind(L'\\') + 1)).append(name);
+}
+
+// Names of what is in a folder.
+inline std::vector<std::wstring> FilesIn(const std::wstring& folder) {
+    std::vector<std::wstring> names;
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
+        const std::wstring_view name = found.cFileName;
+        if (name != L"." && name != L"..") names.emplace_back(name);
+    }
+    FindClose(search);
+    return names;
+}
+
+// The same, for the message of a test that has failed.
+inline std::wstring NamesIn(const std::wstring& folder) {
+    std::wstring names;
+    for (const std::wstring& name : FilesIn(folder)) names += L" " + name;
+    return names;
 }
 
 // A new empty folder, removed with all it holds when the object goes. It is made beside the test program,
@@ -40,17 +60,11 @@ class Folder {
 
     // Removes a folder with all it holds.
     static void RemoveTree(const std::wstring& path) {
-        WIN32_FIND_DATAW found;
-        const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
-        if (search == INVALID_HANDLE_VALUE) return;
-        do {
-            const std::wstring_view name = found.cFileName;
-            const std::wstring child = path + L"\\" + std::wstring(name);
-            if (name == L"." || name == L"..") continue;
+        for (const std::wstring& name : FilesIn(path)) {
+            const std::wstring child = path + L"\\" + name;
             SetFileAttributesW(child.c_str(), FILE_ATTRIBUTE_NORMAL);
             if (!DeleteFileW(child.c_str())) RemoveTree(child);
-        } while (FindNextFileW(search, &found));
-        FindClose(search);
+        }
         RemoveDirectoryW(path.c_str());
     }
 
@@ -58,21 +72,15 @@ class Folder {
     std::wstring path_;
 };
 
-// What the folder holds, for the message of a test that has failed.
-inline std::wstring NamesIn(const std::wstring& folder) {
-    std::wstring names;
-    std::error_code error;
-    for (const auto& item : std::filesystem::directory_iterator(folder, error))
-        names += L" " + item.path().filename().wstring();
-    return names;
+// An existing file, open for reading; others may meanwhile do what `share` says.
+inline UniqueFile OpenShared(const std::wstring& path, DWORD share) {
+    return UniqueFile(CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
 // The whole file as bytes; empty when it cannot be read.
 inline std::string ReadBytes(const std::wstring& path) {
     // Whoever replaces the file meanwhile may.
-    constexpr DWORD kSharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const UniqueFile file(
-        CreateFileW(path.c_str(), GENERIC_READ, kSharing, nullptr, OPEN_EXISTING, 0, nullptr));
+    const UniqueFile file = OpenShared(path, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
     std::string bytes(file ? GetFileSize(file.Get(), nullptr) : 0, '\0');
     DWORD read = 0;
     if (file) ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);

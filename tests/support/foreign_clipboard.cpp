@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "clipboard/clipboard_text.h"
 #include "support/folder.h"
 
 namespace verbatix::test {
@@ -42,20 +43,12 @@ bool PutForeign(const std::vector<ForeignFormat>& formats) {
            Process(OwnerCommand(L"put", folder.File(L"put"))).WaitForExit(20000) == 0u;
 }
 
-static Process PutForeignAnd(const wchar_t* deed, const std::vector<ForeignFormat>& formats) {
+Process PutForeignAndStay(const std::vector<ForeignFormat>& formats, bool hangs) {
     const Folder folder;
     WriteBytes(folder.File(L"put"), FormatRecords(formats));
-    Process owner(OwnerCommand(deed, folder.File(L"put")));
+    Process owner(OwnerCommand(hangs ? L"hang" : L"keep", folder.File(L"put")));
     owner.WaitForWindow(L"VerbatixClipboardReady");
     return owner;
-}
-
-Process PutForeignAndStay(const std::vector<ForeignFormat>& formats) {
-    return PutForeignAnd(L"keep", formats);
-}
-
-Process PutForeignAndHang(const std::vector<ForeignFormat>& formats) {
-    return PutForeignAnd(L"hang", formats);
 }
 
 std::vector<ForeignFormat> ReadForeign() {
@@ -69,6 +62,12 @@ std::string ReadForeign(UINT format) {
         if (found.format == format) return found.bytes;
     }
     return "(absent)";
+}
+
+std::wstring ClipboardText() {
+    std::wstring text = L"(none)";
+    ClipboardGetText(text);
+    return text;
 }
 
 Process HoldClipboard() {

@@ -34,11 +34,9 @@ std::string WideBytes(std::wstring_view text);
 // it could not.
 bool PutForeign(const std::vector<ForeignFormat>& formats);
 
-// The same by a process that stays, for formats announced without data; it runs until the object goes.
-Process PutForeignAndStay(const std::vector<ForeignFormat>& formats);
-
-// The same by a process that hangs.
-Process PutForeignAndHang(const std::vector<ForeignFormat>& formats);
+// The same by a process that stays, for formats announced without data, and may hang; it runs until the
+// object goes.
+Process PutForeignAndStay(const std::vector<ForeignFormat>& formats, bool hangs = false);
 
 // What another process finds on the clipboard, in its order; formats that Windows makes of others
 // (synthesised ones) are among them.
@@ -46,6 +44,9 @@ std::vector<ForeignFormat> ReadForeign();
 
 // The bytes that another process finds under that format; "(absent)" when there is no such format.
 std::string ReadForeign(UINT format);
+
+// The text that this process finds; "(none)" when there is none.
+std::wstring ClipboardText();
 
 // A process that holds the clipboard open until the object goes.
 Process HoldClipboard();

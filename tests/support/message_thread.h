@@ -11,21 +11,20 @@
 
 namespace verbatix::test {
 
-// A WM_COMMAND that arrived; a posted one came through the queue, any other was sent.
-struct ArrivedCommand {
-    int id;
-    bool posted;
-    bool operator==(const ArrivedCommand&) const = default;
-};
+// A hidden window of this thread; the procedure finds `self` in its GWLP_USERDATA.
+inline HWND MakeWindow(WNDPROC procedure, void* self = nullptr, HWND parent = nullptr) {
+    const HWND window = CreateWindowExW(0, L"STATIC", L"", parent ? WS_CHILD : WS_POPUP, 0, 0, 1, 1, parent,
+                                        nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+    return window;
+}
 
 class MessageThread {
   public:
     MessageThread() {
         thread_ = std::thread([this] {
-            window_ = CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr,
-                                      nullptr);
-            SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-            SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure));
+            window_ = MakeWindow(Procedure, this);
             ready_.set_value();
             MSG message;
             while (GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -51,10 +50,10 @@ class MessageThread {
     // Called on the thread for each command; set by Run.
     std::function<void(int)> onCommand;
 
-    // A hidden window of the thread, and the commands it has got so far.
+    // A hidden window of the thread, and the commands that were posted to it so far; a sent one is 0.
     HWND Window() const { return window_; }
-    std::vector<ArrivedCommand> Commands() {
-        std::vector<ArrivedCommand> copy;
+    std::vector<int> Commands() {
+        std::vector<int> copy;
         Run([&] { copy = commands_; });
         return copy;
     }
@@ -67,7 +66,7 @@ class MessageThread {
         if (message == kRun) (*reinterpret_cast<const std::function<void()>*>(lParam))();
         if (message == WM_DESTROY) PostQuitMessage(0);
         if (message == WM_COMMAND) {
-            self->commands_.push_back({LOWORD(wParam), self->dispatching_});
+            self->commands_.push_back(self->dispatching_ ? LOWORD(wParam) : 0);
             if (self->onCommand) self->onCommand(LOWORD(wParam));
         }
         return DefWindowProcW(window, message, wParam, lParam);
@@ -75,7 +74,7 @@ class MessageThread {
 
     std::promise<void> ready_;  // a member: the thread still has it in hand when the waiting ends
     HWND window_ = nullptr;
-    std::vector<ArrivedCommand> commands_;  // touched on the thread only, like the next one
+    std::vector<int> commands_;  // touched on the thread only, like the next one
     bool dispatching_ = false;
     std::thread thread_;
 };

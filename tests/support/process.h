@@ -25,6 +25,12 @@ inline std::wstring WindowText(HWND window) {
     return text;
 }
 
+// The tooltip in sight of whatever program; null when there is none.
+inline HWND ShownTooltip() {
+    const HWND window = FindWindowW(L"tooltips_class32", nullptr);
+    return IsWindowVisible(window) ? window : nullptr;
+}
+
 // The first top-level window of that class, shown or not, which `fits`; null when there is none.
 template <typename Fits>
 HWND FindTopWindow(std::wstring_view className, Fits fits) {

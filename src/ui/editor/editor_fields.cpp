@@ -76,7 +76,6 @@ ListEntry EditedButText(const ListEntry& old, const EditorFields& fields) {
 }
 
 std::optional<int> FindClash(const EntryList& list, int position, unsigned key, unsigned modifier) {
-    if ((key & 0xff) == 0) return std::nullopt;
     for (const auto& [other, slot] : list) {
         const ListEntry& entry = slot.current;
         // An entry without text has no hotkey, whatever stands in its record.

@@ -40,16 +40,7 @@ class BuiltinCommandsTest : public SelectionTarget {
 // A window that takes every message away from the system and remembers the system commands and the rest.
 class Recorder {
   public:
-    explicit Recorder(HWND parent = nullptr) {
-        WNDCLASSW windowClass = {};
-        windowClass.lpfnWndProc = Procedure;
-        windowClass.hInstance = GetModuleHandleW(nullptr);
-        windowClass.lpszClassName = L"VerbatixTestRecorder";
-        RegisterClassW(&windowClass);
-        window_ =
-            CreateWindowExW(0, windowClass.lpszClassName, L"", parent ? WS_CHILD : WS_OVERLAPPEDWINDOW, 10,
-                            10, 200, 100, parent, nullptr, windowClass.hInstance, this);
-    }
+    explicit Recorder(HWND parent = nullptr) : window_(MakeWindow(Procedure, this, parent)) {}
     ~Recorder() { DestroyWindow(window_); }
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
@@ -61,17 +52,13 @@ class Recorder {
 
   private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-        if (message == WM_NCCREATE) {
-            const auto& made = *reinterpret_cast<const CREATESTRUCTW*>(lParam);
-            SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made.lpCreateParams));
-        }
         auto* const self = reinterpret_cast<Recorder*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        if (self && message == WM_SYSCOMMAND) return self->commands.emplace_back(wParam, lParam), 0;
-        if (self && message == WM_USER + 7) return ++self->asked, self->shellBrowser;
+        if (message == WM_SYSCOMMAND) return self->commands.emplace_back(wParam, lParam), 0;
+        if (message == WM_USER + 7) return ++self->asked, self->shellBrowser;
         return DefWindowProcW(window, message, wParam, lParam);
     }
 
-    HWND window_;
+    const HWND window_;
 };
 
 TEST_F(BuiltinCommandsTest, MonitorAndScreenSaverArePostedToEveryWindow) {
@@ -117,7 +104,7 @@ TEST_F(BuiltinCommandsTest, ShellBrowserAsksFourGenerations) {
 
 TEST_F(BuiltinCommandsTest, PathsAndPictureOfASelectionInTheShell) {
     Run(L"PathToClipboard");  // no shell selection
-    EXPECT_EQ(Clipboard(), L"");
+    EXPECT_EQ(ClipboardText(), L"");
     EXPECT_TRUE(std::exchange(keepClipboardOnce, false));
     RunBuiltinCommand(L"ImgToClipboard", nullptr);
     EXPECT_TRUE(ReadForeign().empty());
@@ -136,7 +123,7 @@ TEST_F(BuiltinCommandsTest, PathsAndPictureOfASelectionInTheShell) {
     ASSERT_TRUE(SettlesInFront(window));
     pathQuote = L"'";                                     // left by whoever
     RunBuiltinCommand(L"PathToClipboardSlash+", window);  // the plain form takes them all
-    EXPECT_EQ(Clipboard(), paths);
+    EXPECT_EQ(ClipboardText(), paths);
     EXPECT_TRUE(std::exchange(keepClipboardOnce, false));
     RunBuiltinCommand(L"ImgToClipboard", window);
     EXPECT_EQ(ReadForeign(RegisterClipboardFormatW(L"PNG")), kPng);

@@ -20,6 +20,8 @@
 namespace verbatix {
 namespace {
 
+using test::ClipboardText;
+
 std::wstring Expand(std::wstring_view entryText) {
     std::wstring text(entryText);
     std::wstring result = ExpandPlaceholders(text, true, true);
@@ -79,7 +81,7 @@ TEST_F(Expansion, OfHtml) {
 TEST_F(Expansion, DeliveryIsTextOrHtml) {
     const UINT html = RegisterClipboardFormatW(L"HTML Format");
     FinishForDelivery(Expand(L"a\\nb\\%nc%n %nc%pastehtml:%nc%"));
-    EXPECT_EQ(Clipboard(), L"a\r\nb\\n pastehtml:");
+    EXPECT_EQ(ClipboardText(), L"a\r\nb\\n pastehtml:");
     EXPECT_FALSE(IsClipboardFormatAvailable(html));
     FinishForDelivery(Expand(L"pastehtml:<b>x</b>"));
     EXPECT_NE(test::ReadForeign(html).find("<!--StartFragment--><b>x</b><!--"), std::string::npos);
@@ -87,7 +89,7 @@ TEST_F(Expansion, DeliveryIsTextOrHtml) {
     EXPECT_FALSE(IsClipboardFormatAvailable(html));
     EXPECT_EQ(Expand(L"pastehtml:"), L"");  // even without a percent sign
     FinishForDelivery({});
-    EXPECT_EQ(Clipboard(), L"next");
+    EXPECT_EQ(ClipboardText(), L"next");
     EXPECT_FALSE(PasteAsHtml);
 }
 
@@ -124,19 +126,19 @@ TEST_F(Expansion, ExecutionGivesBackWhatTheUserHadOrNothing) {
     ExecuteEntry(L"a");
     EXPECT_TRUE(TargetShows(L"a"));
     OnRestoreTimer();
-    EXPECT_EQ(Clipboard(), L"first");
+    EXPECT_EQ(ClipboardText(), L"first");
     ClipboardPutText(L"second");
     {
         const test::Process holder = test::HoldClipboard();
         ExecuteEntry(L"cannot be saved");
     }
     OnRestoreTimer();
-    EXPECT_EQ(Clipboard(), L"second");  // not "first"
+    EXPECT_EQ(ClipboardText(), L"second");  // not "first"
     ASSERT_TRUE(test::PutForeign({}));
     ExecuteEntry(L"from an empty clipboard");
     EXPECT_TRUE(TargetShows(L"afrom an empty clipboard"));
     OnRestoreTimer();
-    EXPECT_EQ(Clipboard(), L"from an empty clipboard");  // not "first" either
+    EXPECT_EQ(ClipboardText(), L"from an empty clipboard");  // not "first" either
     CapturedText = L"an earlier capture";
     Select(L"");
     ClearClipboard();

@@ -15,6 +15,8 @@ TEST(HotkeyVerdict, SaysWhatTheHotkeyWouldTakeAway) {
     EntryList list;
     AddEntry(list, L"a", L"Ctrl & co", 'Q', kModifierCtrl, -1, 0);
     AddEntry(list, L"b", L"", 'C', kModifierCtrl, -1, 0);
+    AddEntry(list, L"", L"", 'W', kModifierCtrl, -1, 0);
+    AddEntry(list, L"d", L"", 'J', 77, -1, 0);  // a modifier that does not exist counts as 0
     struct Row {
         unsigned modifier;
         unsigned key;
@@ -25,6 +27,8 @@ TEST(HotkeyVerdict, SaysWhatTheHotkeyWouldTakeAway) {
     const Row rows[] = {
         {kModifierCtrl, 0, L""},
         {kModifierCtrl, 'K', L"Ctrl + K is free."},
+        {kModifierCtrl, 'W', L"Ctrl + W is free."},
+        {kModifierLeftWin, 'J', L"Shares a menu with d.", L"d"},
         {99, 'K', L"Left Win + K is free."},
         {kModifierCtrl, 'Q', L"Shares a menu with Ctrl & co.", L"Ctrl & co"},
         {kModifierCtrl, 'C', L"Shares a menu with b. Ctrl + C copies in nearly every program.", L"b"},

@@ -25,25 +25,32 @@ class ListRows : public ::testing::Test {
     EntryList list_;
 };
 
-TEST_F(ListRows, FilterLooksAtHotkeyLabelAndText) {
-    const std::tuple<const wchar_t*, bool, std::vector<int>> cases[] = {
-        {L"", true, {0, 1, 3, 4}},
-        {L"PFEL", true, {1, 4}},
-        {L"PFEL", false, {}},
-        {L"\x00e4", true, {1}},
-        {L"b", false, {0}},
-        {L"Ctrl", true, {0, 1, 4}},
+TEST_F(ListRows, AreFilteredByHotkeyLabelAndTextAndSortedInTheUsersLanguage) {
+    const std::pair<ListOrder, std::vector<int>> cases[] = {
+        {{L""}, {0, 1, 3, 4}},
+        {{L"PFEL"}, {1, 4}},
+        {{L"PFEL", false}, {}},
+        {{L"\x00e4"}, {1}},
+        {{L"b", false}, {0}},
+        {{L"Ctrl"}, {0, 1, 4}},
         // Words in any order, each anywhere in one of the three.
-        {L" q  ZEB b", true, {0}},
-        {L"zebra c", true, {0}},
-        {L"zebra pfel", true, {}},
-        {L"a alt ctrl", true, {1}},
-        {L"ctrl+alt+a", true, {1}},
+        {{L" q  ZEB b"}, {0}},
+        {{L"zebra c"}, {0}},
+        {{L"zebra pfel"}, {}},
+        {{L"a alt ctrl"}, {1}},
+        {{L"ctrl+alt+a"}, {1}},
+        // The pinned entry stays, but not a deleted one.
+        {{L"zebra", true, -1, false, 3}, {0, 3}},
+        {{L"zebra", true, -1, false, 2}, {0}},
+        // "b" and "B" are equal without case and stay as in the list, descending too.
+        {{L"", true, 0, false}, {3, 1, 4, 0}},
+        {{L"", true, 1, false}, {3, 0, 1, 4}},
+        {{L"", true, 1, true}, {4, 0, 1, 3}},
+        {{L"", true, 3, true}, {0, 1, 3, 4}},
     };
-    for (const auto& [filter, ignoreCase, rows] : cases) {
-        const ListOrder order = {filter, ignoreCase, -1, false, -1};
-        EXPECT_EQ(ShownRows(list_, order), rows) << ::testing::PrintToString(filter);
-    }
+    for (const auto& [order, rows] : cases)
+        EXPECT_EQ(ShownRows(list_, order), rows)
+            << ::testing::PrintToString(order.filter) << order.sortColumn << order.pinned;
     EXPECT_EQ(CountEntries(list_), 4U);
 }
 
@@ -57,20 +64,6 @@ TEST_F(ListRows, TypedLettersFindTheNextSuchName) {
         EXPECT_EQ(FindRow(list_, rows, from, typed), row) << from << ::testing::PrintToString(typed);
     list_.at(3).current.label[0] = 0;
     EXPECT_EQ(FindRow(list_, rows, 0, L"bir"), 2) << "what has no label goes by its text";
-}
-
-TEST_F(ListRows, ThePinnedEntryStays) {
-    EXPECT_EQ(ShownRows(list_, {L"zebra", true, -1, false, 3}), (std::vector<int>{0, 3}));
-    // A deleted one does not, even so.
-    EXPECT_EQ(ShownRows(list_, {L"zebra", true, -1, false, 2}), (std::vector<int>{0}));
-}
-
-TEST_F(ListRows, SortsByAnyColumnInTheUsersLanguage) {
-    EXPECT_EQ(ShownRows(list_, {L"", true, 0, false}), (std::vector<int>{3, 1, 4, 0}));
-    // "b" and "B" are equal without case and stay as in the list, descending too.
-    EXPECT_EQ(ShownRows(list_, {L"", true, 1, false}), (std::vector<int>{3, 0, 1, 4}));
-    EXPECT_EQ(ShownRows(list_, {L"", true, 1, true}), (std::vector<int>{4, 0, 1, 3}));
-    EXPECT_EQ(ShownRows(list_, {L"", true, 3, true}), (std::vector<int>{0, 1, 3, 4}));
 }
 
 TEST_F(ListRows, SortsByUseWithTheUnusedAtOneEnd) {
