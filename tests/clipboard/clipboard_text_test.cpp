@@ -106,7 +106,7 @@ TEST(ClipboardSession, WhatAnotherOneTakesOverIsDoneAgain) {
     };
     for (const int takenOver : {0, 1, 5}) {
         int times = 0;
-        EXPECT_TRUE(WithClipboard(kClipboardPatience, [&] {
+        EXPECT_TRUE(WithClipboard(20000, [&] {
             EmptyClipboard();
             GiveToClipboard(CF_UNICODETEXT, MakeClipboardBlock(WideBytes(L"text"), 10));
             if (times++ < takenOver) takeOver();

@@ -51,8 +51,8 @@ TEST(HotkeyRoad, EveryModifierKeyAndTextArrivesAndWhatIsNoHotkeyIsUntouched) {
     ProgramRun run;
     ASSERT_TRUE(run.WriteSettings(SettingsText(lines, L"m_disables_keys=Ctrl+I|\r\n")));
     ASSERT_TRUE(run.Start(L"-bg"));
-    MoveMouse({900, 300});
     const Target target;
+    MoveMouse({900, 300});
     const auto shows = [&](const std::wstring& text) {
         return WaitFor([&] { return target.Text() == text; });
     };

@@ -1,15 +1,21 @@
 // Somebody else's program: a window with one multi-line edit control that holds the keyboard. Tests read
-// the control with WM_GETTEXT. Below it lies a strip where clicks do nothing. WM_APP keeps it busy for as
-// many milliseconds as its wParam says. Arguments: the window's title (optional).
+// the control with WM_GETTEXT. Below it lies a strip where clicks do nothing. WM_APP keeps it busy
+// until the event "VerbatixTestGoOn" is set. Arguments: the window's title (optional).
 #include <windows.h>
 
 static HWND edit;
+
+static void Hang() {
+    const HANDLE goOn = OpenEventW(SYNCHRONIZE, FALSE, L"VerbatixTestGoOn");
+    WaitForSingleObject(goOn, 20000);
+    CloseHandle(goOn);
+}
 
 static LRESULT CALLBACK TargetProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SETFOCUS: SetFocus(edit); return 0;
         case WM_SIZE: MoveWindow(edit, 0, 0, LOWORD(lParam), HIWORD(lParam) - 12, TRUE); return 0;
-        case WM_APP: Sleep(static_cast<DWORD>(wParam)); return 0;
+        case WM_APP: return Hang(), 0;
         case WM_DESTROY: PostQuitMessage(0); return 0;
         default: return DefWindowProcW(window, message, wParam, lParam);
     }

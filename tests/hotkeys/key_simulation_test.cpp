@@ -41,8 +41,7 @@ TEST(KeySimulation, HeldModifiersGoUpFirstButShiftStays) {
     EXPECT_TRUE(WaitFor(KeepsModifiers, 20000));
     MessageThread thread;
     KeyWatch watch;
-    for (const BYTE key : std::initializer_list<BYTE>{VK_LSHIFT, VK_LCONTROL, VK_LMENU, VK_RMENU})
-        PressKeyDown(key);
+    EXPECT_TRUE(Hold({VK_LSHIFT, VK_LCONTROL, VK_LMENU, VK_RMENU}));
     watch.Take();
     HeldKeys held;
     thread.Run([&] { ReleaseHeldModifiers(held); });
@@ -91,7 +90,7 @@ TEST(KeySimulation, TheControlOfAnAltGrGoesAlongWithOursAndComesBehindThemWithTh
         EXPECT_EQ(heldBackOf, heldBack);
         // The right Alt of the one that was held back is still to come, and will bring none along.
         const std::vector<SeenKey> seen = watch.Take();
-        EXPECT_EQ(seen.size(), heldBack.size());
+        ASSERT_EQ(seen.size(), heldBack.size());
         EXPECT_EQ(seen.back() == (SeenKey{VK_LCONTROL, false, 444}), heldBack[0]);
         LetKeyUp(VK_LCONTROL);
         watch.Take();

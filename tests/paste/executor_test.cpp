@@ -2,7 +2,6 @@
 #include "paste/executor.h"
 
 #include <atomic>
-#include <thread>
 
 #include "base/language.h"
 #include "clipboard/clipboard_session.h"
@@ -10,6 +9,7 @@
 #include "clipboard/slots.h"
 #include "hotkeys/key_simulation.h"
 #include "hotkeys/notice.h"
+#include "hotkeys/stroke_target.h"
 #include "ids.h"
 #include "paste/steps/expansion.h"
 #include "paste/steps/launcher.h"
@@ -21,7 +21,11 @@
 #include "support/program_run.h"
 
 extern "C" {
+extern decltype(&EmptyClipboard) __imp_EmptyClipboard;
+extern decltype(&GetClipboardData) __imp_GetClipboardData;
 extern decltype(&GetFileAttributesW) __imp_GetFileAttributesW;
+extern decltype(&OpenClipboard) __imp_OpenClipboard;
+extern decltype(&SendMessageTimeoutW) __imp_SendMessageTimeoutW;
 }
 
 namespace verbatix {
@@ -29,6 +33,17 @@ namespace {
 
 using test::ClipboardRecordKind;
 using test::ClipboardText;
+
+// The target takes no messages until it is let go.
+class HangingTarget {
+  public:
+    explicit HangingTarget(HWND target) { PostMessageW(target, WM_APP, 0, 0); }
+    ~HangingTarget() { LetGo(); }
+    void LetGo() const { SetEvent(goOn_.Get()); }
+
+  private:
+    UniqueKernelObject goOn_{CreateEventW(nullptr, FALSE, FALSE, L"VerbatixTestGoOn")};
+};
 
 class AimedExecution : public test::SelectionTarget {
   protected:
@@ -42,10 +57,17 @@ class AimedExecution : public test::SelectionTarget {
         SetLanguageTexts({}, {});
     }
     static std::wstring Notice() { return test::WindowText(test::ShownTooltip()); }
+    // Whether that is given back, however late the target answers.
+    static bool ComesBack(const std::wstring& text) {
+        return test::WaitFor([&] {
+            OnRestoreTimer();
+            return ClipboardText() == text;
+        });
+    }
     void Execute(const std::wstring& text, HWND pressWindow) {
         HideNotice();
         Select(L"selected");
-        ClipboardPutText(L"old text");
+        Put(L"old text");
         StrokesOf('V');
         executorClient.pressWindow = pressWindow;
         ExecuteEntry(text);
@@ -93,6 +115,13 @@ TEST_F(AimedExecution, StrokesGoOnlyIntoTheWindowOfThePress) {
     EXPECT_TRUE(TargetShows(L"a text!"));
 }
 
+int refusals;
+decltype(&OpenClipboard) realOpen;
+
+BOOL WINAPI OpenLater(HWND owner) {
+    return --refusals < 0 && realOpen(owner);
+}
+
 TEST_F(AimedExecution, NothingForeignIsPastedFromAClipboardInUse) {
     SaveClipboard(clipboardSlots[5]);
     for (const wchar_t* text :
@@ -110,18 +139,16 @@ TEST_F(AimedExecution, NothingForeignIsPastedFromAClipboardInUse) {
     // It waits for one that only looks at what has come.
     for (const wchar_t* text : {L"a text", L"paste_slot:5"}) {
         Select(L"selected");
-        ClipboardPutText(L"a text");
+        Put(L"a text");
         SaveClipboard(clipboardSlots[5]);
-        ClipboardPutText(L"old text");
-        std::atomic<bool> isOpen = false;
-        std::thread reader([&] {
-            isOpen = test::WaitFor([] { return OpenClipboard(nullptr) != FALSE; });
-            Sleep(150);
-            CloseClipboard();
-        });
-        EXPECT_TRUE(test::WaitFor([&] { return isOpen.load(); }));
-        ExecuteEntry(text);
-        reader.join();
+        Put(L"old text");
+        {
+            refusals = 3;
+            realOpen = __imp_OpenClipboard;
+            const test::ImportPatch patch(__imp_OpenClipboard, OpenLater);
+            ExecuteEntry(text);
+        }
+        EXPECT_LT(refusals, 0);
         EXPECT_TRUE(TargetShows(L"a text")) << text << test::WindowText(edit);
     }
 }
@@ -135,27 +162,28 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
         OnRestoreTimer();
     }
     EXPECT_EQ(ClipboardText(), L"a text");
-    OnRestoreTimer();
-    EXPECT_EQ(ClipboardText(), L"old text");
+    EXPECT_TRUE(ComesBack(L"old text"));
 
-    const auto executeWhileTheTargetHangs = [&] {
-        Select(L"selected");
-        PostMessageW(target, WM_APP, 700, 0);
+    const auto executeWhileItHangs = [&] {
         ExecuteEntry(L"a text");
         OnRestoreTimer();
         EXPECT_EQ(ClipboardText(), L"a text");
     };
-    const auto comesBack = [] {
-        OnRestoreTimer();
-        return ClipboardText() == L"old text";
-    };
-    executeWhileTheTargetHangs();
-    EXPECT_TRUE(test::WaitFor(comesBack));
+    Select(L"selected");
+    {
+        const HangingTarget hanging(target);
+        executeWhileItHangs();
+    }
+    EXPECT_TRUE(ComesBack(L"old text"));
     EXPECT_TRUE(TargetShows(L"a text"));
     // What he copies meanwhile is the user's clipboard then.
-    executeWhileTheTargetHangs();
+    Select(L"selected");
+    const HangingTarget hanging(target);
+    executeWhileItHangs();
     const test::Process other = test::PutForeignAndStay({{CF_UNICODETEXT, test::WideBytes(L"new")}});
-    EXPECT_FALSE(comesBack());
+    OnRestoreTimer();
+    EXPECT_EQ(ClipboardText(), L"new");
+    hanging.LetGo();
     EXPECT_TRUE(TargetShows(L"new"));
     EXPECT_EQ(ClipboardText(), L"new");
 
@@ -172,9 +200,8 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
     // While a restore is due, the user's text is the one that waits for it.
     Execute(L"a text", target);
     ExecuteEntry(L"<%pptxt%>");
-    OnRestoreTimer();
     EXPECT_TRUE(TargetShows(L"a text<old text>"));
-    EXPECT_EQ(ClipboardText(), L"old text");
+    EXPECT_TRUE(ComesBack(L"old text"));
 
     Execute(L"cpy:missing.exe", target);
     OnRestoreTimer();
@@ -183,8 +210,7 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
     OnRestoreTimer();
     OnCpyLaunchTimer();
     EXPECT_EQ(CapturedText, L"selected");
-    OnRestoreTimer();
-    EXPECT_EQ(ClipboardText(), L"old text");
+    EXPECT_TRUE(ComesBack(L"old text"));
 }
 
 // Which of the formats are on the clipboard that ask histories to leave it alone.
@@ -200,7 +226,7 @@ std::string HistoryMarks() {
 }
 
 TEST_F(AimedExecution, HistoriesAreToLeaveAloneWhatIsThereForThePasteOnly) {
-    ClipboardPutText(L"of the slot");
+    Put(L"of the slot");
     SaveClipboard(clipboardSlots[5]);
     for (const int restore : {0, 1}) {
         settings.restoreOldClipboard = restore;
@@ -208,7 +234,7 @@ TEST_F(AimedExecution, HistoriesAreToLeaveAloneWhatIsThereForThePasteOnly) {
         for (const wchar_t* text : {L"a text", L"pastehtml:a text", L"a%send_tab%b", L"paste_slot:5"}) {
             Execute(text, target);
             EXPECT_EQ(HistoryMarks(), marks) << text;
-            OnRestoreTimer();
+            EXPECT_TRUE(!restore || ComesBack(L"old text")) << text;
             EXPECT_EQ(HistoryMarks(), marks) << text;
         }
         // What a command leaves there is the user's.
@@ -220,9 +246,19 @@ TEST_F(AimedExecution, HistoriesAreToLeaveAloneWhatIsThereForThePasteOnly) {
     const test::Process owner = test::PutForeignAndStay(
         {{CF_UNICODETEXT, test::WideBytes(L"secret")}, {mark, "", ClipboardRecordKind::announced}});
     SaveClipboard(clipboardSlots[5]);
-    ClipboardPutText(L"old text");
+    Put(L"old text");
     RestoreClipboard(clipboardSlots[5]);
     EXPECT_EQ(HistoryMarks(), "0---");
+}
+
+int asked;  // of the clipboard's owner
+
+HANDLE WINAPI CountReading(UINT) {
+    return ++asked, nullptr;
+}
+
+BOOL WINAPI CountTelling() {
+    return ++asked, TRUE;
 }
 
 // Each format that was read, and each time that its owner is told that the clipboard is empty, would take
@@ -232,7 +268,9 @@ TEST_F(AimedExecution, AHangingOwnerIsNeitherReadNorTold) {
     EXPECT_GT(SaveClipboard(store), 0);
     const test::Process owner =
         test::PutForeignAndStay({{CF_UNICODETEXT, "", ClipboardRecordKind::announced}}, true);
-    const ULONGLONG start = GetTickCount64();
+    asked = 0;
+    const test::ImportPatch reading(__imp_GetClipboardData, CountReading);
+    const test::ImportPatch telling(__imp_EmptyClipboard, CountTelling);
     SavedClipboard none;
     EXPECT_EQ(SaveClipboard(none), 0);
     EXPECT_EQ(ClipboardText(), L"(none)");
@@ -244,23 +282,37 @@ TEST_F(AimedExecution, AHangingOwnerIsNeitherReadNorTold) {
         ExecuteEntry(text);
         EXPECT_EQ(Notice(), L"in use") << text;
     }
-    EXPECT_LT(GetTickCount64() - start, 4000u);
-    EXPECT_TRUE(TargetShows(L"selected"));
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(StrokesOf('V'), 0);
+}
+
+const HangingTarget* asksForAnswer;
+decltype(&SendMessageTimeoutW) realSend;
+
+// Lets the target go once the program waits for it.
+LRESULT WINAPI SendAndLetGo(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
+                            UINT milliseconds, DWORD_PTR* result) {
+    if (message == WM_NULL) asksForAnswer->LetGo();
+    return realSend(window, message, wParam, lParam, flags, milliseconds, result);
 }
 
 TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
+    realSend = __imp_SendMessageTimeoutW;
+    const test::ImportPatch patch(__imp_SendMessageTimeoutW, SendAndLetGo);
     Select(L"");
-    PostMessageW(target, WM_APP, 400, 0);
+    const HangingTarget hanging(target);
+    asksForAnswer = &hanging;
     ExecuteEntry(L"a%send_tab%%nc%b%send_enter%c\\%nc%n");
     EXPECT_TRUE(TargetShows(L"a\tb\r\nc\\n")) << test::WindowText(edit);
     // Its copy, however late, reaches the slot and does not stay in the place of the user's clipboard.
     settings.restoreOldClipboard = 1;
-    ClipboardPutText(L"old text");
+    Put(L"old text");
     Select(L"kept");
-    PostMessageW(target, WM_APP, 400, 0);
+    PostMessageW(target, WM_APP, 0, 0);
     AimStrokes(target);
     CopySlot(L'1', true);
-    test::Linger(500);
+    NoteStroke();
+    EXPECT_TRUE(AwaitStroke(20000)) << "the target has come to all keys";
     EXPECT_EQ(ClipboardText(), L"old text");
     RestoreClipboard(clipboardSlots[1]);
     EXPECT_EQ(ClipboardText(), L"kept");
@@ -271,7 +323,7 @@ TEST_F(AimedExecution, AFieldOfOurOwnGetsEachPiece) {
                                      50, 300, 200, nullptr, nullptr, nullptr, nullptr);
     SetForegroundWindow(own);
     SetFocus(own);
-    EXPECT_TRUE(test::WaitFor([&] { return GetForegroundWindow() == own && GetFocus() == own; }));
+    EXPECT_TRUE(test::SettlesInFront(own));
     ExecuteEntry(L"a%send_tab%b%send_enter%c");
     EXPECT_TRUE(test::WaitFor([&] { return test::WindowText(own) == L"a\tb\r\nc"; }))
         << test::WindowText(own);
@@ -305,10 +357,12 @@ TEST_F(AimedExecution, ASecondCopyStartsItsProgramWithItsOwnSelection) {
     execute(L"two", L"cpy:\"" + tool + L"\" second:%cpy%");  // the first is still to be started
     const std::wstring line = L"second:two|";
     std::string seen;
-    EXPECT_TRUE(test::WaitFor([&] {
-        seen = test::ReadBytes(folder.File(L"launched.txt"));
-        return !seen.empty();
-    }));
+    EXPECT_TRUE(test::WaitFor(
+        [&] {
+            seen = test::ReadBytes(folder.File(L"launched.txt"));
+            return !seen.empty();
+        },
+        20000));
     EXPECT_EQ(seen.find(std::string(reinterpret_cast<const char*>(line.data()), line.size() * 2)), 0u);
     executorClient.mainWindow = nullptr;
     DestroyWindow(timers);

@@ -14,6 +14,7 @@
 #include "support/folder.h"
 #include "support/foreign_clipboard.h"
 #include "support/keys.h"
+#include "support/mouse.h"
 #include "support/process.h"
 #include "support/wait.h"
 
@@ -24,6 +25,7 @@ class SelectionTarget : public testing::Test {
   protected:
     void SetUp() override {
         WaitForClipboard();
+        ParkMouse();
         static const Process program(HelperPath(L"target_window.exe"));
         target = program.WaitForVisibleWindow(L"VerbatixTestTarget");
         ASSERT_TRUE(target);
@@ -31,7 +33,7 @@ class SelectionTarget : public testing::Test {
         Select(L"");
         SetForegroundWindow(target);
         ASSERT_TRUE(SettlesInFront(target));
-        ClipboardPutText(L"old text");
+        Put(L"old text");
         keepClipboardOnce = false;
         KeyWatch::Take();
     }
@@ -41,6 +43,10 @@ class SelectionTarget : public testing::Test {
     void Select(const std::wstring& text) {
         SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
         SendMessageW(edit, EM_SETSEL, 0, -1);
+    }
+    // On the clipboard, which the target may still be reading.
+    static void Put(const std::wstring& text) {
+        EXPECT_TRUE(WaitFor([&] { return ClipboardPutText(text); }));
     }
     void SelectNothing() { SendMessageW(edit, EM_SETSEL, static_cast<WPARAM>(-1), 0); }
 
@@ -52,9 +58,7 @@ class SelectionTarget : public testing::Test {
         return count;
     }
 
-    bool IsInFront() const {
-        return WaitFor([this] { return GetForegroundWindow() == target; });
-    }
+    bool IsInFront() const { return SettlesInFront(target); }
     bool TargetShows(const std::wstring& text) const {
         return WaitFor([&] { return WindowText(edit) == text; }, 20000);
     }

@@ -71,9 +71,7 @@ TEST_F(ListExchange, BadFilesAreToldOfAndChangeNothing) {
     for (const auto& row : rows) {
         asked.message.clear();
         ASSERT_TRUE(WriteBytes(other_, row.bytes));
-        const ULONGLONG before = GetTickCount64();
         ImportListFile(list_, client_, other_);
-        EXPECT_LT(GetTickCount64() - before, 5000u) << row.name;
         EXPECT_TRUE(asked.message.starts_with(row.message)) << row.name << asked.message;
         EXPECT_EQ(list_.size(), 1u);
         EXPECT_EQ(ReadBytes(settingsPath), "");

@@ -1,5 +1,7 @@
 #include "support/foreign_clipboard.h"
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 
 #include "clipboard/clipboard_text.h"
@@ -47,13 +49,13 @@ Process PutForeignAndStay(const std::vector<ForeignFormat>& formats, bool hangs)
     const Folder folder;
     WriteBytes(folder.File(L"put"), FormatRecords(formats));
     Process owner(OwnerCommand(hangs ? L"hang" : L"keep", folder.File(L"put")));
-    owner.WaitForWindow(L"VerbatixClipboardReady");
+    EXPECT_TRUE(owner.WaitForWindow(L"VerbatixClipboardReady"));
     return owner;
 }
 
 std::vector<ForeignFormat> ReadForeign() {
     const Folder folder;
-    Process(OwnerCommand(L"read", folder.File(L"read"))).WaitForExit(20000);
+    EXPECT_EQ(Process(OwnerCommand(L"read", folder.File(L"read"))).WaitForExit(20000), 0U);
     return ParseRecords(ReadBytes(folder.File(L"read")));
 }
 
@@ -72,7 +74,7 @@ std::wstring ClipboardText() {
 
 Process HoldClipboard() {
     Process holder(OwnerCommand(L"hold"));
-    holder.WaitForWindow(L"VerbatixClipboardReady");
+    EXPECT_TRUE(holder.WaitForWindow(L"VerbatixClipboardReady"));
     return holder;
 }
 

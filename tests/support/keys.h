@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <initializer_list>
 #include <iterator>
+#include <vector>
 
 #include "support/process.h"
 #include "support/wait.h"
@@ -42,15 +43,20 @@ inline void HoldDown(BYTE modifier) {
 }
 
 // Holds modifiers down, as long as a hand does before the key comes, and until all have stayed down so
-// long. False when they never do.
-inline bool Hold(std::initializer_list<BYTE> modifiers, int attempts = 50) {
+// long. It is the program in front that reads the keyboard anew; it has done so once it answers. False when
+// they never stay down.
+inline bool Hold(const std::vector<BYTE>& modifiers, int attempts = 50) {
     constexpr DWORD kMilliseconds = 60;
+    constexpr int kAnswers = 3;
     const auto isDown = [](BYTE modifier) { return GetAsyncKeyState(modifier) < 0; };
     for (; attempts > 0; --attempts) {
         for (const BYTE modifier : modifiers) {
             if (!isDown(modifier)) HoldDown(modifier);
         }
-        Linger(kMilliseconds);
+        for (int answers = 0; answers < kAnswers; ++answers) {
+            SendMessageTimeoutW(GetForegroundWindow(), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 2000, nullptr);
+            Linger(kMilliseconds / kAnswers);
+        }
         if (std::all_of(modifiers.begin(), modifiers.end(), isDown)) return true;
     }
     return false;

@@ -27,6 +27,10 @@ void MoveMouse(POINT place) {
     }
 }
 
+void ParkMouse() {
+    MoveMouse({1270, 600});
+}
+
 static void Press(DWORD button) {
     mouse_event(button, 0, 0, 0, 0);
     Linger(kBetweenEvents);

@@ -13,6 +13,10 @@ POINT OnScreen(HWND window, int x, int y);
 // Puts the mouse there, for good.
 void MoveMouse(POINT place);
 
+// Puts it beside all windows: one that comes up below the pointer has the bench read the keyboard anew, and
+// what is held there is let go.
+void ParkMouse();
+
 // Puts the mouse there and presses and releases a button.
 void ClickAt(POINT place, DWORD down = MOUSEEVENTF_LEFTDOWN, DWORD up = MOUSEEVENTF_LEFTUP);
 

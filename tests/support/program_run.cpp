@@ -30,9 +30,7 @@ std::wstring SettingsText(const std::vector<StoredLine>& lines, std::wstring_vie
 }
 
 ProgramRun::ProgramRun(std::wstring_view programName) : programName_(programName) {
-    // Beside all windows: one that comes up below the pointer has the bench read the keyboard anew, and
-    // what is held there is let go.
-    MoveMouse({1270, 600});
+    ParkMouse();
     CopyFileW(HelperPath(L"..\\Verbatix.exe").c_str(), folder_.File(programName_).c_str(), FALSE);
 }
 
@@ -94,7 +92,7 @@ bool ProgramRun::ChangeTrayIcon(DWORD message) const {
 }
 
 Target::Target(std::wstring_view title)
-    : process_(L"\"" + HelperPath(L"target_window.exe") + L"\" " + std::wstring(title)) {
+    : process_((ParkMouse(), L"\"" + HelperPath(L"target_window.exe") + L"\" " + std::wstring(title))) {
     window_ = process_.WaitForVisibleWindow(L"VerbatixTestTarget");
     EXPECT_TRUE(window_) << "exit code: " << process_.WaitForExit(0).value_or(STILL_ACTIVE);
     edit_ = GetDlgItem(window_, 1);

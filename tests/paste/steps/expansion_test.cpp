@@ -50,14 +50,14 @@ TEST_F(Expansion, OfTheSystemAndTheSelection) {
         L"oNE é €|ONE É &#x20ac;|ONE É €|oNE é €|One é &#x20ac;");
     EXPECT_EQ(StrokesOf('C'), 1);
     // The clipboard is read before the copy and its text, tokens and all, put in after it.
-    ClipboardPutText(L"old %copy_text%%TAB%");
+    Put(L"old %copy_text%%TAB%");
     EXPECT_EQ(Expand(L"%pptxt%-%copy_text%"), L"old %copy_text%%TAB%-oNE é €");
     std::wstring large;
     while (large.size() < 524288) large += L"line of a megabyte of text: ä\r\n";
     Select(large);
     EXPECT_TRUE(Expand(L"%copy_text%%copy_text_uc%") == large + UpperCase(large));
     SelectNothing();
-    ClipboardPutText(L"old text");
+    Put(L"old text");
     EXPECT_EQ(Expand(L"<%copy_text_uc%>"), L"<OLD TEXT>");
     const test::Process holder = test::HoldClipboard();
     EXPECT_EQ(Expand(L"<%copy_text%|%pptxt%>"), L"<|>");
@@ -115,19 +115,21 @@ TEST_F(Expansion, OfTheLinesOfARunEntry) {
                                          // %pptxt% is the clipboard's text, with its blanks
                                          L"elevated a b \ta b\t "}));
     SelectNothing();
-    ClipboardPutText(L"stale");
+    Put(L"stale");
     EXPECT_EQ(RunLines(false, L"%cpy%!"),
               std::vector<std::wstring>{L"a b!"});  // the selection captured last
 }
 
 TEST_F(Expansion, ExecutionGivesBackWhatTheUserHadOrNothing) {
     settings.restoreOldClipboard = 1;
-    ClipboardPutText(L"first");
+    Put(L"first");
     ExecuteEntry(L"a");
     EXPECT_TRUE(TargetShows(L"a"));
-    OnRestoreTimer();
-    EXPECT_EQ(ClipboardText(), L"first");
-    ClipboardPutText(L"second");
+    EXPECT_TRUE(test::WaitFor([] {
+        OnRestoreTimer();
+        return ClipboardText() == L"first";
+    }));
+    Put(L"second");
     {
         const test::Process holder = test::HoldClipboard();
         ExecuteEntry(L"cannot be saved");

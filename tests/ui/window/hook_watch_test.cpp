@@ -12,6 +12,7 @@
 #include "base/language.h"
 #include "hotkeys/integrity.h"
 #include "hotkeys/keyboard_hook.h"
+#include "ids.h"
 #include "store/settings_path.h"
 #include "support/folder.h"
 #include "support/keys.h"
@@ -38,7 +39,10 @@ class HookWatchTest : public ::testing::Test {
                          {});
         settingsPath = folder_.File(L"list.ini");
         EXPECT_TRUE(WriteBytes(settingsPath, Utf16File(SettingsText({{L"Ctrl-Alt+W", L"text w"}}))));
-        thread.Run([] { CreateMainWindow(GetModuleHandleW(nullptr)); });
+        thread.Run([] {
+            CreateMainWindow(GetModuleHandleW(nullptr));
+            KillTimer(mainWindow.window, TIMER_REINSTALL_HOOK);  // which is due in the middle of a test
+        });
     }
     ~HookWatchTest() override {
         thread.Run([] {
@@ -76,8 +80,7 @@ TEST_F(HookWatchTest, ADroppedHookIsBackInTimeForTheHotkey) {
         const unsigned installs = keyboardHook.installCount;
         HoldDown(VK_LCONTROL);
         EXPECT_TRUE(WaitFor([=] { return keyboardHook.installCount > installs; }));
-        PlayStroke({VK_LMENU}, 'W');
-        LetKeyUp(VK_LCONTROL);
+        PlayStroke({VK_LCONTROL, VK_LMENU}, 'W');
         EXPECT_TRUE(WaitFor([&] { return target.Text() == L"text w"; })) << target.Text();
         EXPECT_EQ(State(), state);
     }
