@@ -68,6 +68,10 @@ TEST_F(ImageFileTest, ArrivesAsBitmapAndAsItsOwnBytes) {
     for (const UINT other :
          {RegisterClipboardFormatW(L"GIF"), RegisterClipboardFormatW(L"JFIF"), UINT{CF_UNICODETEXT}})
         EXPECT_EQ(ReadForeign(other), "(absent)");
+    // One pixel.
+    const auto gif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\xff\xff\xff,\0\0\0\0\1\0\1\0\0\2\2\x44\1\0;"sv;
+    EXPECT_TRUE(ImageFileToClipboard(Write(L"b.gif", gif)));
+    EXPECT_EQ(ReadForeign(RegisterClipboardFormatW(L"GIF")), gif);
 }
 
 std::string WithBytes(std::string_view file, std::size_t at, std::string_view bytes) {
