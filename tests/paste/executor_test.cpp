@@ -174,8 +174,10 @@ TEST_F(AimedExecution, TheClipboardComesBackWhenItCan) {
         const HangingTarget hanging(target);
         executeWhileItHangs();
     }
-    EXPECT_TRUE(ComesBack(L"old text"));
     EXPECT_TRUE(TargetShows(L"a text"));
+    OnRestoreTimer();
+    EXPECT_EQ(ClipboardText(), L"a text") << "it has only begun to answer";
+    EXPECT_TRUE(ComesBack(L"old text"));
     // What he copies meanwhile is the user's clipboard then.
     Select(L"selected");
     const HangingTarget hanging(target);
