@@ -183,7 +183,7 @@ static bool DismissesTooltip(UINT message) {
     }
 }
 
-// The dialog whose keys Tab, Enter and Esc are: the main one, or the one that it waits for.
+// The dialog that Tab, Enter and Esc belong to: the main one, or the one that it waits for.
 static HWND DialogOfKeys(HWND target) {
     const HWND main = mainWindow.window;
     return main && !IsWindowEnabled(main) ? GetAncestor(target, GA_ROOT) : main;

@@ -106,14 +106,18 @@ TEST(WriteTest, LeavesAFreshStampAndWhatTheFileHeld) {
 TEST(ChooseSettingsPath, MakesANamedFileAFullPathOnce) {
     const std::wstring folder = HelperPath(L"");
     ASSERT_TRUE(SetCurrentDirectoryW(folder.c_str()));
+    const auto tidyUp = [&] {
+        for (const wchar_t* name : {L"named.ini", L"named.ini.bak", L"Verbatix.ini", L"Verbatix.ini.bak"})
+            DeleteFileW((folder + name).c_str());
+    };
+    tidyUp();  // after a run that was ended
     for (const wchar_t* named : {L"named.ini", L"./x/../named.INI", L"x/../named.ini"}) {
         startOptions.iniPathOverride = named;
         EXPECT_EQ(ChooseSettingsPath(), 1);
         EXPECT_TRUE(EqualsIgnoreCase(settingsPath, folder + L"named.ini")) << settingsPath;
         EXPECT_EQ(startOptions.iniPathOverride, settingsPath) << "so the next start finds it from anywhere";
     }
-    for (const wchar_t* name : {L"named.ini", L"named.ini.bak", L"Verbatix.ini", L"Verbatix.ini.bak"})
-        DeleteFileW((folder + name).c_str());
+    tidyUp();
 }
 
 // The arguments as "name" or "name=>value", joined by "|".

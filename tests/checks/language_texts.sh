@@ -2,7 +2,8 @@
 # Every language text has a name in src/base/language_texts.h, every name a text in each language, and the
 # program says every one of them by its name. Texts that a table gives out are found as well: the table holds
 # the name. The numbers of commands have their names in res/ids.h. Arguments: the build folder, which is not
-# looked at, and another folder than . to look into. The guides in all languages have the same chapters.
+# looked at, and another folder than . to look into. No text is empty or holds a format, and those of one
+# number have the same gaps. The guides in all languages have the same chapters.
 set -eu
 cd "${2-.}"
 header=src/base/language_texts.h

@@ -6,6 +6,7 @@
 #include "hotkeys/key_watch.h"
 #include "ids.h"
 #include "support/desktop.h"
+#include "support/foreign_clipboard.h"
 #include "support/keys.h"
 #include "support/program_run.h"
 #include "support/wait.h"
@@ -31,7 +32,7 @@ class EntryCommands : public ::testing::Test {
     // As a hand does it: the modifiers first, then the key for a moment, which comes up before they do.
     void Press(BYTE key, DWORD pause = kGuardMilliseconds) const {
         Linger(pause);
-        Hold({VK_LCONTROL, VK_LMENU});
+        EXPECT_TRUE(Hold({VK_LCONTROL, VK_LMENU}));
         PressKeyDown(key);
         Linger(70);
         LetKeyUp(key);
@@ -47,11 +48,6 @@ class EntryCommands : public ::testing::Test {
     }
     bool Shows(const std::wstring& text) const {
         return WaitFor([&] { return target_->Text() == text; });
-    }
-    static std::wstring Clipboard() {
-        std::wstring text;
-        ClipboardGetText(text);
-        return text;
     }
 
     ProgramRun run_;
@@ -141,12 +137,12 @@ TEST_F(EntryCommands, TheUsersClipboardComesBackOnce) {
         EXPECT_TRUE(Shows(shown)) << ::testing::PrintToString(target_->Text());
         EXPECT_TRUE(run_.IsThrough());
     }
-    EXPECT_TRUE(ClipboardGets(L"the user's")) << ::testing::PrintToString(Clipboard());
+    EXPECT_TRUE(ClipboardGets(L"the user's")) << ::testing::PrintToString(ClipboardText());
     // A command whose result is the clipboard's content keeps it there.
     Press('P');
     EXPECT_TRUE(ClipboardGets(L""));
     Linger(400);
-    EXPECT_EQ(Clipboard(), L"");
+    EXPECT_EQ(ClipboardText(), L"");
 }
 
 TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
@@ -183,8 +179,8 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
         << ::testing::PrintToString(target_->Text()) << NameOf(GetForegroundWindow()) << run_.Diagnostics();
     EXPECT_EQ(GetForegroundWindow(), target_->Window()) << NameOf(GetForegroundWindow());
     ASSERT_TRUE(open()) << run_.Diagnostics();
-    EXPECT_EQ(Clipboard(), L"second");  // nothing comes back without the option
-    PlayStroke({}, VK_UP);              // the program's own row
+    EXPECT_EQ(ClipboardText(), L"second");  // nothing comes back without the option
+    PlayStroke({}, VK_UP);                  // the program's own row
     PlayStroke({}, VK_RETURN);
     EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog; }))
         << NameOf(GetForegroundWindow()) << isOpen() << run_.Diagnostics();
@@ -197,7 +193,7 @@ TEST_F(EntryCommands, SharedHotkeyOpensAMenu) {
 // Held for longer than Windows, and the bench, wait for a hook.
 TEST_F(EntryCommands, AHeldKeyDoesNotReachTheBoxOfItsEntry) {
     Start({{L"Ctrl-Alt+Space", L"sys:ShellBrowser"}});
-    Hold({VK_LCONTROL, VK_LMENU});
+    EXPECT_TRUE(Hold({VK_LCONTROL, VK_LMENU}));
     HWND box = nullptr;
     ASSERT_TRUE(WaitFor([&] {
         PressKeyDown(VK_SPACE);

@@ -13,35 +13,6 @@
 namespace verbatix::test {
 namespace {
 
-using FoundFiles = UniqueHandle<HANDLE, FindClose, -1>;
-
-std::vector<std::wstring> Files(const std::wstring& pattern) {
-    std::vector<std::wstring> names;
-    WIN32_FIND_DATAW found = {};
-    const FoundFiles search(FindFirstFileW(pattern.c_str(), &found));
-    if (!search) return names;
-    do names.emplace_back(found.cFileName);
-    while (FindNextFileW(search.Get(), &found));
-    return names;
-}
-
-std::string Content(const std::wstring& path) {
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                      nullptr, OPEN_EXISTING, 0, nullptr));
-    std::string content(1 << 20, '\0');
-    DWORD read = 0;
-    if (!file || !ReadFile(file.Get(), content.data(), static_cast<DWORD>(content.size()), &read, nullptr))
-        return {};
-    content.resize(read);
-    return content;
-}
-
-void Write(const std::wstring& path, std::string_view content) {
-    const UniqueFile file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
-    DWORD written = 0;
-    WriteFile(file.Get(), content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
-}
-
 void RunInside(const ProgramRun& run, void* place, void* parameter) {
     const UniqueKernelObject thread(CreateRemoteThread(run.Program().Handle(), nullptr, 0,
                                                        reinterpret_cast<LPTHREAD_START_ROUTINE>(place),
@@ -116,10 +87,10 @@ TEST(Fault, ACrashInTheStartLeavesADumpOfWhichTheNextStartTellsBeforeItComesToTh
     ASSERT_TRUE(run.WriteSettings(SettingsText({{L"Ctrl+Q", L"geheim", L"geheim"}}, told)));
     for (const wchar_t* name :
          {L"crash_20010101_000000", L"crash_20010101_000001", L"start_20010101_000002"}) {
-        Write(run.Place().File(Format(L"Verbatix_%ls.dmp", name)), "old");
-        Write(run.Place().File(Format(L"Verbatix_%ls.txt", name)), "old");
+        WriteBytes(run.Place().File(Format(L"Verbatix_%ls.dmp", name)), "old");
+        WriteBytes(run.Place().File(Format(L"Verbatix_%ls.txt", name)), "old");
     }
-    Write(run.Place().File(L"Verbatix_crash_mine.dmp"), "not one of these");
+    WriteBytes(run.Place().File(L"Verbatix_crash_mine.dmp"), "not one of these");
     const std::wstring named = L"\"-ini:" + run.SettingsFile() + L"\" -bg";
     run.StartPlain(named);
     BoxThatTells(run, L"Verbatix_start_20010101_000002.txt");
@@ -127,16 +98,16 @@ TEST(Fault, ACrashInTheStartLeavesADumpOfWhichTheNextStartTellsBeforeItComesToTh
     CrashLikeTheHeap(run);
     EXPECT_EQ(run.Program().WaitForExit(60000), 0xC0000374);
 
-    std::vector<std::wstring> dumps = Files(run.Place().File(L"Verbatix_start_2*.dmp"));
+    std::vector<std::wstring> dumps = FilesIn(run.Place().Path(), L"Verbatix_start_2*.dmp");
     ASSERT_EQ(dumps.size(), 2U);
     std::sort(dumps.begin(), dumps.end());
-    EXPECT_EQ(Files(run.Place().File(L"Verbatix_crash_2*.dmp")),
+    EXPECT_EQ(FilesIn(run.Place().Path(), L"Verbatix_crash_2*.dmp"),
               std::vector<std::wstring>{L"Verbatix_crash_20010101_000001.dmp"});
-    EXPECT_EQ(Files(run.Place().File(L"Verbatix_*_2*.txt")).size(), 3U);
-    EXPECT_EQ(Files(run.Place().File(L"Verbatix_crash_mine.dmp")).size(), 1U);
-    EXPECT_EQ(Content(run.Place().File(dumps[1])).substr(0, 4), "MDMP");
+    EXPECT_EQ(FilesIn(run.Place().Path(), L"Verbatix_*_2*.txt").size(), 3U);
+    EXPECT_EQ(FilesIn(run.Place().Path(), L"Verbatix_crash_mine.dmp").size(), 1U);
+    EXPECT_EQ(ReadBytes(run.Place().File(dumps[1])).substr(0, 4), "MDMP");
     const std::wstring report = dumps[1].substr(0, dumps[1].size() - 4) + L".txt";
-    const std::string places = Content(run.Place().File(report));
+    const std::string places = ReadBytes(run.Place().File(report));
     EXPECT_NE(places.find("Exception 0xc0000374"), std::string::npos) << places;
 
     run.StartPlain(named);
@@ -153,7 +124,7 @@ TEST(Fault, ACrashInTheStartLeavesADumpOfWhichTheNextStartTellsBeforeItComesToTh
 TEST(Fault, AMainThreadThatStandsStillIsWrittenDownAndACrashWithTheHeapInItsHandsEndsAllTheSame) {
     ProgramRun run;
     ASSERT_TRUE(run.WriteSettings(SettingsText({})));
-    Write(run.Place().File(L"Verbatix_hang_19990101_000000.txt"), "old");
+    WriteBytes(run.Place().File(L"Verbatix_hang_19990101_000000.txt"), "old");
     ASSERT_TRUE(run.Start(L"-bg"));
     Close(BoxThatTells(run, L"Verbatix_hang_19990101_000000.txt"));
     // Between two messages, where it holds nothing that the watch needs.
@@ -162,8 +133,8 @@ TEST(Fault, AMainThreadThatStandsStillIsWrittenDownAndACrashWithTheHeapInItsHand
     const DWORD mainThread = GetWindowThreadProcessId(run.Frame(), nullptr);
     const UniqueKernelObject thread(OpenThread(THREAD_SUSPEND_RESUME, FALSE, mainThread));
     ASSERT_NE(SuspendThread(thread.Get()), static_cast<DWORD>(-1));
-    const auto reports = [&] { return Files(run.Place().File(L"Verbatix_hang_2*.txt")); };
-    const auto dumps = [&] { return Files(run.Place().File(L"Verbatix_hang_2*.dmp")); };
+    const auto reports = [&] { return FilesIn(run.Place().Path(), L"Verbatix_hang_2*.txt"); };
+    const auto dumps = [&] { return FilesIn(run.Place().Path(), L"Verbatix_hang_2*.dmp"); };
     EXPECT_TRUE(
         WaitFor([&] { return !dumps().empty() && IsWritten(run.Place().File(dumps()[0])); }, 60000));
     ResumeThread(thread.Get());
@@ -172,14 +143,14 @@ TEST(Fault, AMainThreadThatStandsStillIsWrittenDownAndACrashWithTheHeapInItsHand
     EXPECT_EQ(run.Program().WaitForExit(60000), EXCEPTION_ACCESS_VIOLATION);
     ASSERT_EQ(reports().size(), 1U);
     ASSERT_EQ(dumps().size(), 1U);
-    EXPECT_EQ(Content(run.Place().File(dumps()[0])).substr(0, 4), "MDMP");
-    const std::vector<std::wstring> crashes = Files(run.Place().File(L"Verbatix_crash_2*"));
+    EXPECT_EQ(ReadBytes(run.Place().File(dumps()[0])).substr(0, 4), "MDMP");
+    const std::vector<std::wstring> crashes = FilesIn(run.Place().Path(), L"Verbatix_crash_2*");
     ASSERT_EQ(crashes.size(), 1U) << "the heap was not to be had for a minidump";
     for (const std::wstring& name : {reports()[0], crashes[0]}) {
-        const std::string places = Content(run.Place().File(name));
+        const std::string places = ReadBytes(run.Place().File(name));
         EXPECT_NE(places.find(".dll+0x"), std::string::npos) << places;
     }
-    EXPECT_NE(Content(run.Place().File(crashes[0])).find("Exception 0xc0000005"), std::string::npos);
+    EXPECT_NE(ReadBytes(run.Place().File(crashes[0])).find("Exception 0xc0000005"), std::string::npos);
 }
 
 }  // namespace

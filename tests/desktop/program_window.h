@@ -65,6 +65,18 @@ class ProgramWindow : public ::testing::Test {
     static void Keys(std::initializer_list<BYTE> keys) {
         for (const BYTE key : keys) PlayStroke({}, key);
     }
+    // As a hand does it, also in a field that takes what is held for itself, where it never shows as down.
+    static void HoldAndLetGo(const std::vector<BYTE>& down, const std::vector<BYTE>& up) {
+        constexpr DWORD kHeld = 70;
+        for (const BYTE key : down) {
+            PressKeyDown(key);
+            Linger(kHeld);
+        }
+        for (const BYTE key : up) {
+            LetKeyUp(key);
+            Linger(kHeld);
+        }
+    }
     void PressKey(int id, WPARAM key) const { PostMessageW(Control(id), WM_KEYDOWN, key, 0); }
     std::wstring File() const {
         const std::string bytes = ReadBytes(run_.SettingsFile());

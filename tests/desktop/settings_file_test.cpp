@@ -9,8 +9,7 @@ using SettingsFileTest = ProgramWindow;
 TEST_F(SettingsFileTest, HotkeysComeToLifeWhenALockEnds) {
     const std::wstring options = L"lng=0\r\n";
     ASSERT_TRUE(run_.WriteSettings(SettingsText({{L"Ctrl-Alt+Q", L"mine"}}, options)));
-    UniqueFile lock(
-        CreateFileW(run_.SettingsFile().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    UniqueFile lock = OpenShared(run_.SettingsFile(), 0);
     ASSERT_TRUE(run_.Start(L"-bg"));
     FindControls();
     EXPECT_EQ(Rows(), 0);

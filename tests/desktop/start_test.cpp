@@ -13,8 +13,6 @@
 namespace verbatix::test {
 namespace {
 
-constexpr DWORD kSecondCopyExitCode = 45054;
-
 std::wstring ReadSetting(const std::wstring& file, const wchar_t* key) {
     wchar_t value[256] = {};
     GetPrivateProfileStringW(L"Program", key, L"", value, 256, file.c_str());

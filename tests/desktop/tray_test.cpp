@@ -67,9 +67,9 @@ TEST_F(Tray, ItsMenuPausesShowsAddsAndEnds) {
         ASSERT_TRUE(Shows(true) && SettlesInFront(dialog_));
         SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(IDC_HOTKEY)), TRUE);
         ASSERT_TRUE(Becomes(IDC_HOTKEY, L"Hotkey: Press the keys"));
-        PlayStroke({VK_LCONTROL}, 'W');
+        HoldAndLetGo({VK_LCONTROL, 'W'}, {'W', VK_LCONTROL});
         EXPECT_TRUE(FileGets(L"Ctrl+W=text w"));
-        PlayStroke({VK_LCONTROL, VK_LMENU}, 'W');
+        HoldAndLetGo({VK_LCONTROL, VK_LMENU, 'W'}, {'W', VK_LMENU, VK_LCONTROL});
         EXPECT_TRUE(FileGets(L"Ctrl-Alt+W=text w"));
         ASSERT_TRUE(target.Activate() && SettlesInFront(target.Window()));
         PlayStroke({VK_LCONTROL, VK_LMENU}, 'W');

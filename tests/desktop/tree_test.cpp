@@ -36,7 +36,7 @@ class TreeWindow : public ProgramWindow {
     // Until what the stroke does has been done: who asks whether a key is down may be told how it is now.
     template <typename Fact>
     static bool HoldUntil(BYTE held, BYTE key, Fact fact) {
-        Hold({held});
+        EXPECT_TRUE(test::Hold({held}));
         PlayStroke({}, key);
         const bool holds = fact();
         LetKeyUp(held);
@@ -252,11 +252,7 @@ TEST_F(TreeWindow, F2RenamesInPlace) {
     const HWND field = GetDlgItem(box, IDC_ASKED_HOTKEY);
     EXPECT_TRUE(WaitFor([&] { return WindowText(field) == L"Hotkey: Press the keys"; }));
     ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == box; }));
-    PressKeyDown(VK_LMENU);
-    PressKeyDown('T');
-    Linger(70);
-    LetKeyUp(VK_LMENU);
-    LetKeyUp('T');
+    HoldAndLetGo({VK_LMENU, 'T'}, {VK_LMENU, 'T'});
     EXPECT_TRUE(WaitFor([&] { return WindowText(GetDlgItem(box, IDC_ASKED_KEY)) == L"T"; }));
     PostMessageW(box, WM_COMMAND, IDOK, 0);
     EXPECT_TRUE(FileGets(L"text_004=Alt+T=text four<E<N<D|"));

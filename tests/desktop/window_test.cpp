@@ -99,7 +99,7 @@ TEST_F(MainDialog, HidingTellsTheUserOnce) {
     // Shown by starting the program again, as a user would; then hidden without a word.
     ProgramRun second;
     second.StartPlain(L"");
-    EXPECT_EQ(second.Program().WaitForExit(20000), 0xAFFEU);
+    EXPECT_EQ(second.Program().WaitForExit(20000), kSecondCopyExitCode);
     ASSERT_TRUE(Shows(true));
     PostMessageW(dialog_, WM_CLOSE, 0, 0);
     EXPECT_TRUE(Shows(false));

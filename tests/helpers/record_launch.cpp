@@ -14,10 +14,11 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
     const std::wstring line = std::wstring(commandLine) + L"|" + folder + L"\n";
     // Another one may just be writing.
     HANDLE file = INVALID_HANDLE_VALUE;
-    do {
+    for (int attempts = 0; file == INVALID_HANDLE_VALUE && attempts < 1000; ++attempts) {
+        if (attempts > 0) Sleep(5);
         file = CreateFileW((path + L"launched.txt").c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
                            OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    } while (file == INVALID_HANDLE_VALUE && GetLastError() == ERROR_SHARING_VIOLATION);
+    }
     DWORD written = 0;
     WriteFile(file, line.data(), static_cast<DWORD>(line.size() * sizeof(wchar_t)), &written, nullptr);
     CloseHandle(file);

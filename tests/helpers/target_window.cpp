@@ -1,6 +1,6 @@
 // Somebody else's program: a window with one multi-line edit control that holds the keyboard. Tests read
 // the control with WM_GETTEXT. Below it lies a strip where clicks do nothing. WM_APP keeps it busy
-// until the event "VerbatixTestGoOn" is set. Arguments: the window's title (optional).
+// until the event "VerbatixTestGoOn" is set, at most 20 s. Arguments: the window's title (optional).
 #include <windows.h>
 
 static HWND edit;

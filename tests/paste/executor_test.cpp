@@ -52,7 +52,6 @@ class AimedExecution : public test::SelectionTarget {
             {{1322, L"in use"}, {1382, L"on the clipboard"}, {1383, L"gone"}, {1385, L"nothing"}}, {});
     }
     ~AimedExecution() override {
-        settings.restoreOldClipboard = 0;
         HideNotice();
         SetLanguageTexts({}, {});
     }
@@ -288,13 +287,13 @@ TEST_F(AimedExecution, AHangingOwnerIsNeitherReadNorTold) {
     EXPECT_EQ(StrokesOf('V'), 0);
 }
 
-const HangingTarget* asksForAnswer;
+const HangingTarget* letGoWhenAsked;
 decltype(&SendMessageTimeoutW) realSend;
 
 // Lets the target go once the program waits for it.
 LRESULT WINAPI SendAndLetGo(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
                             UINT milliseconds, DWORD_PTR* result) {
-    if (message == WM_NULL) asksForAnswer->LetGo();
+    if (message == WM_NULL && letGoWhenAsked) std::exchange(letGoWhenAsked, nullptr)->LetGo();
     return realSend(window, message, wParam, lParam, flags, milliseconds, result);
 }
 
@@ -303,14 +302,15 @@ TEST_F(AimedExecution, ABusyTargetGetsEachPiece) {
     const test::ImportPatch patch(__imp_SendMessageTimeoutW, SendAndLetGo);
     Select(L"");
     const HangingTarget hanging(target);
-    asksForAnswer = &hanging;
+    letGoWhenAsked = &hanging;
     ExecuteEntry(L"a%send_tab%%nc%b%send_enter%c\\%nc%n");
     EXPECT_TRUE(TargetShows(L"a\tb\r\nc\\n")) << test::WindowText(edit);
     // Its copy, however late, reaches the slot and does not stay in the place of the user's clipboard.
     settings.restoreOldClipboard = 1;
     Put(L"old text");
     Select(L"kept");
-    PostMessageW(target, WM_APP, 0, 0);
+    const HangingTarget hangingAgain(target);
+    letGoWhenAsked = &hangingAgain;
     AimStrokes(target);
     CopySlot(L'1', true);
     NoteStroke();

@@ -10,6 +10,7 @@
 #include "clipboard/clipboard_text.h"
 #include "clipboard/saved_clipboard.h"
 #include "hotkeys/key_watch.h"
+#include "store/settings.h"
 #include "support/desktop.h"
 #include "support/folder.h"
 #include "support/foreign_clipboard.h"
@@ -35,6 +36,7 @@ class SelectionTarget : public testing::Test {
         ASSERT_TRUE(SettlesInFront(target));
         Put(L"old text");
         keepClipboardOnce = false;
+        settings.restoreOldClipboard = 0;
         KeyWatch::Take();
     }
     void TearDown() override { DestroyWindow(own_); }
@@ -44,7 +46,7 @@ class SelectionTarget : public testing::Test {
         SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
         SendMessageW(edit, EM_SETSEL, 0, -1);
     }
-    // On the clipboard, which the target may still be reading.
+    // Puts a text on the clipboard, however long the target still reads it.
     static void Put(const std::wstring& text) {
         EXPECT_TRUE(WaitFor([&] { return ClipboardPutText(text); }));
     }
@@ -58,7 +60,7 @@ class SelectionTarget : public testing::Test {
         return count;
     }
 
-    bool IsInFront() const { return SettlesInFront(target); }
+    bool Settles() const { return SettlesInFront(target); }
     bool TargetShows(const std::wstring& text) const {
         return WaitFor([&] { return WindowText(edit) == text; }, 20000);
     }

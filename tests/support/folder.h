@@ -19,11 +19,11 @@ inline std::wstring HelperPath(std::wstring_view name) {
     return std::wstring(module.substr(0, module.rfind(L'\\') + 1)).append(name);
 }
 
-// Names of what is in a folder.
-inline std::vector<std::wstring> FilesIn(const std::wstring& folder) {
+// Names of what is in a folder and fits.
+inline std::vector<std::wstring> FilesIn(const std::wstring& folder, const std::wstring& pattern = L"*") {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+    const HANDLE search = FindFirstFileW((folder + L"\\" + pattern).c_str(), &found);
     for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &found)) {
         const std::wstring_view name = found.cFileName;
         if (name != L"." && name != L"..") names.emplace_back(name);

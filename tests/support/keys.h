@@ -45,7 +45,7 @@ inline void HoldDown(BYTE modifier) {
 // Holds modifiers down, as long as a hand does before the key comes, and until all have stayed down so
 // long. It is the program in front that reads the keyboard anew; it has done so once it answers. False when
 // they never stay down.
-inline bool Hold(const std::vector<BYTE>& modifiers, int attempts = 50) {
+[[nodiscard]] inline bool Hold(const std::vector<BYTE>& modifiers, int attempts = 50) {
     constexpr DWORD kMilliseconds = 60;
     constexpr int kAnswers = 3;
     const auto isDown = [](BYTE modifier) { return GetAsyncKeyState(modifier) < 0; };
@@ -93,9 +93,12 @@ inline bool SettlesInFront(HWND window) {
 
 // Holds `held` down in that order, strokes `key`, lets `held` up in reverse order.
 inline void PlayStroke(std::initializer_list<BYTE> held, BYTE key) {
-    if (held.size() > 0) Hold(held);
-    PressKeyDown(key);
-    LetKeyUp(key);
+    if (held.size() == 0 || Hold(held)) {
+        PressKeyDown(key);
+        LetKeyUp(key);
+    } else {
+        std::printf("modifiers do not stay down over %ls\n", NameOf(GetForegroundWindow()).c_str());
+    }
     for (auto modifier = std::rbegin(held); modifier != std::rend(held); ++modifier) LetKeyUp(*modifier);
 }
 

@@ -17,7 +17,8 @@ static bool StandsAt(POINT place) {
 void MoveMouse(POINT place) {
     SetCursorPos(static_cast<int>(place.x), static_cast<int>(place.y));
     mouse_event(MOUSEEVENTF_MOVE, 0, 0, 0, 0);
-    for (int calm = 0; calm < 3; ++calm) {
+    constexpr int kLongest = 200;
+    for (int calm = 0, rounds = 0; calm < 3 && rounds < kLongest; ++calm, ++rounds) {
         DWORD_PTR answer = 0;
         SendMessageTimeoutW(WindowFromPoint(place), WM_NULL, 0, 0, SMTO_NORMAL, 2000, &answer);
         Linger(kBetweenEvents / 3);
@@ -28,7 +29,7 @@ void MoveMouse(POINT place) {
 }
 
 void ParkMouse() {
-    MoveMouse({1270, 600});
+    MoveMouse({GetSystemMetrics(SM_CXSCREEN) - 10, 600});
 }
 
 static void Press(DWORD button) {

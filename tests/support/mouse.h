@@ -10,7 +10,7 @@ namespace verbatix::test {
 // A place in a window's client area as one on the screen.
 POINT OnScreen(HWND window, int x, int y);
 
-// Puts the mouse there, for good.
+// Puts the mouse there and waits until it stays.
 void MoveMouse(POINT place);
 
 // Puts it beside all windows: one that comes up below the pointer has the bench read the keyboard anew, and

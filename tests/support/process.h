@@ -25,12 +25,6 @@ inline std::wstring WindowText(HWND window) {
     return text;
 }
 
-// The tooltip in sight of whatever program; null when there is none.
-inline HWND ShownTooltip() {
-    const HWND window = FindWindowW(L"tooltips_class32", nullptr);
-    return IsWindowVisible(window) ? window : nullptr;
-}
-
 // The first top-level window of that class, shown or not, which `fits`; null when there is none.
 template <typename Fits>
 HWND FindTopWindow(std::wstring_view className, Fits fits) {
@@ -48,6 +42,11 @@ HWND FindTopWindow(std::wstring_view className, Fits fits) {
     };
     EnumWindows(look, reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+// The tooltip in sight of whatever program; null when there is none.
+inline HWND ShownTooltip() {
+    return FindTopWindow(L"tooltips_class32", [](HWND window) { return IsWindowVisible(window) != FALSE; });
 }
 
 // For the message of a test that has failed: handle, class, text.

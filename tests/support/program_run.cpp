@@ -1,6 +1,7 @@
 #include "support/program_run.h"
 
 #include <gtest/gtest.h>
+
 #include "base/text.h"
 #include "ids.h"
 #include "support/keys.h"
@@ -78,9 +79,14 @@ std::string ProgramRun::Diagnostics() const {
 bool ProgramRun::IsThrough() const {
     // Whether a field counts as changed is of no use to the program.
     const HWND field = GetDlgItem(MainDialog(), IDC_FILTER);
-    const bool next = !SendMessageW(field, EM_GETMODIFY, 0, 0);
+    DWORD_PTR isModified = 0;
+    const auto asks = [&] {
+        return SendMessageTimeoutW(field, EM_GETMODIFY, 0, 0, SMTO_NORMAL, 2000, &isModified) != 0;
+    };
+    if (!WaitFor(asks, 20000)) return false;
+    const bool next = isModified == 0;
     PostMessageW(field, EM_SETMODIFY, next, 0);
-    return WaitFor([&] { return (SendMessageW(field, EM_GETMODIFY, 0, 0) != 0) == next; }, 20000);
+    return WaitFor([&] { return asks() && (isModified != 0) == next; }, 20000);
 }
 
 bool ProgramRun::ChangeTrayIcon(DWORD message) const {
@@ -91,8 +97,12 @@ bool ProgramRun::ChangeTrayIcon(DWORD message) const {
     return Shell_NotifyIconW(message, &data) != FALSE;
 }
 
-Target::Target(std::wstring_view title)
-    : process_((ParkMouse(), L"\"" + HelperPath(L"target_window.exe") + L"\" " + std::wstring(title))) {
+static Process StartTarget(std::wstring_view title) {
+    ParkMouse();
+    return Process(L"\"" + HelperPath(L"target_window.exe") + L"\" " + std::wstring(title));
+}
+
+Target::Target(std::wstring_view title) : process_(StartTarget(title)) {
     window_ = process_.WaitForVisibleWindow(L"VerbatixTestTarget");
     EXPECT_TRUE(window_) << "exit code: " << process_.WaitForExit(0).value_or(STILL_ACTIVE);
     edit_ = GetDlgItem(window_, 1);

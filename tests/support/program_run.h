@@ -16,6 +16,9 @@
 
 namespace verbatix::test {
 
+// The exit code of a second copy, which leaves the place to the first one.
+inline constexpr DWORD kSecondCopyExitCode = 45054;
+
 // A list entry as it stands in a settings file.
 struct StoredLine {
     std::wstring hotkey;  // stored form: L"Ctrl-Alt+W"
@@ -52,8 +55,8 @@ class ProgramRun {
     // What the program itself says of its last presses: for the message of a test that has failed, because
     // it opens a window.
     std::string Diagnostics() const;
-    // Whether the program gets through with all that was posted to it, an execution that waits among it, in
-    // which only what is sent is served. Keys of the keyboard are not posted.
+    // Whether the program gets through with all that was posted to it, also where an execution is under
+    // way. Says nothing of keys that are still on their way from the keyboard.
     bool IsThrough() const;
     // As the program does it, so that the task bar takes it for the program's word. NIM_MODIFY, which
     // changes nothing, asks whether the icon is there: one that is not cannot be changed.

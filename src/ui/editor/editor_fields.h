@@ -35,7 +35,7 @@ std::optional<ListEntry> EditedEntry(const ListEntry& old, const EditorFields& f
 // The same with the text that `old` has.
 ListEntry EditedButText(const ListEntry& old, const EditorFields& fields);
 
-// Position of the first other entry that answers to the same hotkey, which has a key.
+// Position of the first other entry that answers to this hotkey, which must have a key.
 std::optional<int> FindClash(const EntryList& list, int position, unsigned key, unsigned modifier);
 
 // How an entry is called in a message: its label, else the beginning of its text.

@@ -22,30 +22,14 @@ namespace {
 struct HotkeyControls {
     HotkeyControlsClient client = {};
     bool hasEntry = false;
-    unsigned key = 0;       // as the record holds it, and
-    std::wstring keyName;   // its name in the field; another one there is still being typed
-    bool chooses = false;   // one of the controls has the keyboard
-    std::wstring refusal;   // why what was pressed last is no hotkey
-    bool isFilled = false;  // by the program; what the controls tell then is none of the user's doing
+    unsigned key = 0;        // as the record holds it, and
+    std::wstring keyName;    // its name in the field; another one there is still being typed
+    bool chooses = false;    // one of the controls has the keyboard
+    std::wstring refusal;    // why what was pressed last is no hotkey
+    bool isFilling = false;  // by the program; what the controls tell then is none of the user's doing
 };
 
 HotkeyControls controls;
-
-// Asked anew only for another hotkey, and when one is being chosen: typing a text changes nothing here.
-// What the settings file says costs nothing, and another program may change it.
-const KeyFacts& FactsOf(unsigned key, unsigned modifier) {
-    static KeyFacts facts;
-    static std::pair<unsigned, unsigned> known = {0U, 0U};
-    if (controls.chooses || known != std::pair(key, modifier)) {
-        known = {key, modifier};
-        facts = {KeyLabel(key)};
-        if (modifier == kModifierCtrlAlt || modifier == kModifierAltGr) facts.typed = TypedWithCtrlAlt(key);
-        const bool withWin = modifier == kModifierLeftWin || modifier == kModifierRightWin;
-        facts.isTaken = withWin && key != 0 && IsWinHotkeyTaken(mainWindow.window, key, false);
-    }
-    facts.isOff = IsHotkeyDisabled(keyboardHook.disabled, modifier, key & 0xff);
-    return facts;
-}
 
 // In the field that takes keys as they are pressed, what the two drop-downs say.
 void ShowChosenHotkey() {
@@ -57,23 +41,13 @@ void ShowChosenHotkey() {
 
 // The hotkey's key is that one now, whatever was being typed.
 void ShowKey(unsigned key) {
-    const bool wasFilled = std::exchange(controls.isFilled, true);
+    const bool wasFilling = std::exchange(controls.isFilling, true);
     controls.key = key;
     controls.keyName = FormatKeyName(key);
     if (FieldText(IDC_KEY) != controls.keyName)
         SetWindowTextW(DialogControl(IDC_KEY), controls.keyName.c_str());
-    controls.isFilled = wasFilled;
+    controls.isFilling = wasFilling;
     ShowChosenHotkey();
-}
-
-// A combo box tells of the choice before it shows it.
-void ShowChosenKey() {
-    const HWND box = DialogControl(IDC_KEY);
-    const LRESULT chosen = SendMessageW(box, CB_GETCURSEL, 0, 0);
-    wchar_t name[64] = {};
-    if (chosen < 0 || SendMessageW(box, CB_GETLBTEXTLEN, static_cast<WPARAM>(chosen), 0) > 60) return;
-    SendMessageW(box, CB_GETLBTEXT, static_cast<WPARAM>(chosen), reinterpret_cast<LPARAM>(name));
-    SetWindowTextW(box, name);
 }
 
 void ChooseHotkey(bool chooses) {
@@ -92,12 +66,12 @@ void OnKeyField(int code) {
     switch (code) {
         case CBN_SETFOCUS: ChooseHotkey(true); break;
         case CBN_SELCHANGE:
-            ShowChosenKey();
+            ShowChosenKey(DialogControl(IDC_KEY));
             controls.client.changed();
             ShowChange();
             break;
         case CBN_EDITCHANGE:
-            if (controls.isFilled) break;
+            if (controls.isFilling) break;
             controls.client.edited();
             ShowChange();
             break;
@@ -140,23 +114,54 @@ void ClearHotkey() {
 
 }  // namespace
 
+void FillWithModifiers(HWND box) {
+    for (unsigned code = 0; code < kModifierCount; ++code) {
+        std::wstring name;
+        AppendModifierDisplayName(code, name);
+        SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+    }
+}
+
+void FillWithKeys(HWND box) {
+    for (const std::wstring& name : OfferedKeyNames())
+        SendMessageW(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+}
+
+void ShowChosenKey(HWND box) {
+    const LRESULT chosen = SendMessageW(box, CB_GETCURSEL, 0, 0);
+    wchar_t name[64] = {};
+    if (chosen < 0 || SendMessageW(box, CB_GETLBTEXTLEN, static_cast<WPARAM>(chosen), 0) > 60) return;
+    SendMessageW(box, CB_GETLBTEXT, static_cast<WPARAM>(chosen), reinterpret_cast<LPARAM>(name));
+    SetWindowTextW(box, name);
+}
+
+// Asked anew only for another hotkey, and when one is being chosen: typing a text changes nothing here.
+// What the settings file says costs nothing, and another program may change it.
+const KeyFacts& FactsOfHotkey(unsigned key, unsigned modifier) {
+    static KeyFacts facts;
+    static std::pair<unsigned, unsigned> known = {0U, 0U};
+    if (controls.chooses || known != std::pair(key, modifier)) {
+        known = {key, modifier};
+        facts = {KeyLabel(key)};
+        if (modifier == kModifierCtrlAlt || modifier == kModifierAltGr) facts.typed = TypedWithCtrlAlt(key);
+        const bool withWin = modifier == kModifierLeftWin || modifier == kModifierRightWin;
+        facts.isTaken = withWin && key != 0 && IsWinHotkeyTaken(mainWindow.window, key, false);
+    }
+    facts.isOff = IsHotkeyDisabled(keyboardHook.disabled, modifier, key & 0xff);
+    return facts;
+}
+
 void SetUpHotkeyControls(HWND dialog, const HotkeyControlsClient& client) {
     controls.client = client;
     SetHotkeyFieldClient(GetDlgItem(dialog, IDC_HOTKEY), {TakePressed, ClearHotkey, ChooseHotkey});
-    for (const std::wstring& name : OfferedKeyNames()) {
-        SendDlgItemMessageW(dialog, IDC_KEY, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    }
+    FillWithKeys(GetDlgItem(dialog, IDC_KEY));
 }
 
 void RelabelHotkeyControls() {
     const HWND modifiers = DialogControl(IDC_MODIFIER);
     const LRESULT chosen = SendMessageW(modifiers, CB_GETCURSEL, 0, 0);
     SendMessageW(modifiers, CB_RESETCONTENT, 0, 0);
-    for (unsigned code = 0; code < kModifierCount; ++code) {
-        std::wstring name;
-        AppendModifierDisplayName(code, name);
-        SendMessageW(modifiers, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    }
+    FillWithModifiers(modifiers);
     SendMessageW(modifiers, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
     ShowChosenHotkey();
     RelabelHotkeyField(DialogControl(IDC_HOTKEY));
@@ -199,11 +204,7 @@ HotkeyVerdict VerdictOnHotkey(const EntryList& list, int position) {
     const std::optional<unsigned> key = ChosenKey();
     if (!key) return {.text = FillIn(LanguageText(text::kNotAKey), {FieldText(IDC_KEY)})};
     const unsigned modifier = ChosenModifier();
-    return JudgeHotkey(list, position, *key, modifier, FactsOf(*key, modifier), controls.chooses);
-}
-
-KeyFacts FactsOfHotkey(unsigned key, unsigned modifier) {
-    return FactsOf(key, modifier);
+    return JudgeHotkey(list, position, *key, modifier, FactsOfHotkey(*key, modifier), controls.chooses);
 }
 
 bool OnHotkeyNotification(int control, int code) {

@@ -11,12 +11,23 @@
 
 namespace verbatix {
 
+// Fill a drop-down with all modifiers, by their codes, or with the keys that are offered.
+void FillWithModifiers(HWND box);
+void FillWithKeys(HWND box);
+
+// Shows the key that was chosen from the drop-down: it tells of the choice before it shows it.
+void ShowChosenKey(HWND box);
+
 // What the controls tell. No function may be null.
 struct HotkeyControlsClient {
-    void (*changed)() = nullptr;  // another hotkey is chosen, to be kept soon
-    void (*edited)() = nullptr;   // a key's name is being typed: "F1" on the way to "F12" is none yet
-    void (*settled)() = nullptr;  // the user turns elsewhere
-    void (*verdictChanged)() = nullptr;  // VerdictOnHotkey may say something else
+    // Another hotkey is chosen, to be kept soon.
+    void (*changed)() = nullptr;
+    // A key's name is being typed: "F1" may be on the way to "F12".
+    void (*edited)() = nullptr;
+    // The drop-down of keys has lost the keyboard, and a whole key stands in it.
+    void (*settled)() = nullptr;
+    // VerdictOnHotkey may say something else.
+    void (*verdictChanged)() = nullptr;
 };
 
 // Fills the drop-down of keys. Once, before anything else of this module.
@@ -26,8 +37,10 @@ void SetUpHotkeyControls(HWND dialog, const HotkeyControlsClient& client);
 void RelabelHotkeyControls();
 
 // Shows the hotkey of an entry, whatever was being typed or refused. A modifier beyond the table shows as
-// the first one. And: that there is no entry.
+// the first one.
 void ShowHotkey(unsigned key, unsigned modifier);
+
+// Shows that there is no entry.
 void ShowNoHotkey();
 
 // The key that is chosen, as the record holds it; nothing while a name stands there that no key has, or
@@ -42,7 +55,7 @@ bool ChoosesHotkey();
 HotkeyVerdict VerdictOnHotkey(const EntryList& list, int position);
 
 // What the system knows of a hotkey that is being chosen.
-KeyFacts FactsOfHotkey(unsigned key, unsigned modifier);
+const KeyFacts& FactsOfHotkey(unsigned key, unsigned modifier);
 
 // A notification of one of the drop-downs. False when `control` is none of them.
 bool OnHotkeyNotification(int control, int code);

@@ -80,16 +80,6 @@ void ClearKey() {
     ShowAsked();
 }
 
-// A combo box tells of the choice before it shows it.
-void ShowChosenKey() {
-    const HWND box = Control(IDC_ASKED_KEY);
-    const LRESULT chosen = SendMessageW(box, CB_GETCURSEL, 0, 0);
-    wchar_t name[64] = {};
-    if (chosen < 0 || SendMessageW(box, CB_GETLBTEXTLEN, static_cast<WPARAM>(chosen), 0) > 60) return;
-    SendMessageW(box, CB_GETLBTEXT, static_cast<WPARAM>(chosen), reinterpret_cast<LPARAM>(name));
-    SetWindowTextW(box, name);
-}
-
 void OnChosen(int control, int code) {
     if (control == IDC_ASKED_MODIFIER && code == CBN_SELCHANGE) {
         const LRESULT chosen = SendMessageW(Control(control), CB_GETCURSEL, 0, 0);
@@ -97,7 +87,7 @@ void OnChosen(int control, int code) {
         return ShowAsked();
     }
     if (control != IDC_ASKED_KEY || (code != CBN_SELCHANGE && code != CBN_EDITCHANGE)) return;
-    if (code == CBN_SELCHANGE) ShowChosenKey();
+    if (code == CBN_SELCHANGE) ShowChosenKey(Control(control));
     const std::optional<unsigned> key = KeyFromInput(TypedKey());
     question.isKey = key.has_value();
     if (key) question.asked.key = *key;
@@ -119,13 +109,8 @@ void SetUp(HWND dialog) {
     };
     for (const auto& [control, caption] : captions)
         SetDlgItemTextW(dialog, control, LanguageText(caption).c_str());
-    for (unsigned code = 0; code < kModifierCount; ++code) {
-        std::wstring name;
-        AppendModifierDisplayName(code, name);
-        SendMessageW(Control(IDC_ASKED_MODIFIER), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    }
-    for (const std::wstring& name : OfferedKeyNames())
-        SendMessageW(Control(IDC_ASKED_KEY), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+    FillWithModifiers(Control(IDC_ASKED_MODIFIER));
+    FillWithKeys(Control(IDC_ASKED_KEY));
     SetHotkeyFieldClient(Control(IDC_ASKED_HOTKEY), {TakePressed, ClearKey, nullptr});
     ShowInDropDowns();
     ShowAsked();

@@ -33,7 +33,7 @@ class BuiltinCommandsTest : public SelectionTarget {
         ASSERT_TRUE(box.Seen()) << command.substr(0, 40);
         EXPECT_EQ(box.Text(), text);
         EXPECT_EQ(box.Caption(), caption);
-        EXPECT_TRUE(IsInFront()) << command.substr(0, 40);
+        EXPECT_TRUE(Settles()) << command.substr(0, 40);
     }
 };
 
@@ -213,6 +213,8 @@ TEST_F(BuiltinCommandsTest, ASelectionBecomesAPage) {
     EXPECT_EQ(PageFromText(L"a\r\nb\rc\nd\n\re\r\r\n<i>&amp;</i>\\n"),
               L"a<br>b<br>c<br>d<br><br>e<br><br><i>&amp;</i>\\n");
     const Folder folder;
+    wchar_t temporary[MAX_PATH] = {};
+    GetEnvironmentVariableW(L"TMP", temporary, MAX_PATH);
     SetEnvironmentVariableW(L"TMP", folder.Path().c_str());
     openPage = [](const std::wstring& path) { openedPage = path; };
     const std::wstring path = folder.File(L"Verbatix_.html");
@@ -231,6 +233,7 @@ TEST_F(BuiltinCommandsTest, ASelectionBecomesAPage) {
     openedPage.clear();
     Run(L"CopyText2TmpHtmlPageAndOpen");
     EXPECT_TRUE(openedPage.empty());
+    SetEnvironmentVariableW(L"TMP", temporary);
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ struct DateDialogs : test::SelectionTarget {
         hands.join();
         EXPECT_TRUE(dialog) << title;
         EXPECT_TRUE(inFront) << title;
-        EXPECT_TRUE(IsInFront());
+        EXPECT_TRUE(Settles());
     }
 };
 

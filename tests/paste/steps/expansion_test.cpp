@@ -69,7 +69,7 @@ TEST_F(Expansion, OfHtml) {
         const test::MessageBoxAnswer box;
         EXPECT_EQ(Expand(L"[%phtml%]"), L"[<b>grün</b>]");
     }
-    EXPECT_TRUE(IsInFront());  // the box had it
+    EXPECT_TRUE(Settles());  // the box had it
     EXPECT_EQ(StrokesOf('C'), 0);
     // No selection is copied, and what the clipboard held before must not pass for one.
     SelectNothing();
