@@ -506,6 +506,21 @@ TEST_F(EditorTest, ASecondClickEditsTheCellAndLettersFindARow) {
     EXPECT_TRUE(Becomes(IDC_LABEL, L"Second"));
 }
 
+// Where an entry goes into a dialog of the program's own, its keys are that dialog's.
+TEST_F(EditorTest, AnEntryMovesOnInADialogThatAsks) {
+    Start({{L"Ctrl-Alt+W", L"a%send_tab%b"}});
+    ASSERT_TRUE(Becomes(IDC_TEXT, L"a%send_tab%b"));
+    PostMessageW(dialog_, WM_COMMAND, CMD_GROUP_MENU, 0);
+    ASSERT_TRUE(MenuIsOpen(true));
+    Keys({VK_DOWN, VK_DOWN, VK_RETURN});
+    HWND box = nullptr;
+    ASSERT_TRUE(WaitFor([&] { return (box = DialogOf(run_.Program().Id(), dialog_)) != nullptr; }));
+    ASSERT_TRUE(SettlesInFront(box));
+    PlayStroke({VK_LCONTROL, VK_LMENU}, 'W');
+    EXPECT_TRUE(WaitFor([&] { return FocusOf(dialog_) == GetDlgItem(box, IDOK); }));
+    EXPECT_EQ(WindowText(GetDlgItem(box, IDC_GROUP_NAME)), L"a");
+}
+
 TEST_F(EditorTest, NothingOverlapsAtTheSmallestSize) {
     Start({}, L"WinRC=40;50;140;150;1;x,y,w,h,SW\r\n");
     RECT client = {};

@@ -7,8 +7,8 @@ namespace {
 
 // What the program loads at run time. What it imports is on the list of tests/checks/imports.sh, which
 // holds only what Windows takes from its own folder.
-constexpr const wchar_t* kLookedUp[] = {L"comctl32", L"comdlg32", L"dwmapi",  L"gdiplus",
-                                        L"powrprof", L"uxtheme",  L"wtsapi32"};
+constexpr const wchar_t* kLookedUp[] = {L"comctl32", L"comdlg32", L"dbghelp", L"dwmapi",
+                                        L"gdiplus",  L"powrprof", L"uxtheme", L"wtsapi32"};
 
 constexpr wchar_t kThemeKey[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
 

@@ -47,11 +47,16 @@ class ProgramWindow : public ::testing::Test {
     bool ComesToFront() const {
         return WaitFor([&] { return GetForegroundWindow() == dialog_; });
     }
+    // The window of the same thread that has the keyboard.
+    static HWND FocusOf(HWND window) {
+        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+        return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) ? info.hwndFocus
+                                                                                  : nullptr;
+    }
     // Whether the control, or a part of it, has the keyboard.
     bool HasKeyboard(int id) const {
-        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
-        return GetGUIThreadInfo(GetWindowThreadProcessId(dialog_, nullptr), &info) &&
-               (info.hwndFocus == Control(id) || GetParent(info.hwndFocus) == Control(id));
+        const HWND focus = FocusOf(dialog_);
+        return focus && (focus == Control(id) || GetParent(focus) == Control(id));
     }
     HWND Control(int id) const { return GetDlgItem(dialog_, id); }
     std::wstring Text(int id) const { return WindowText(Control(id)); }
