@@ -6,6 +6,8 @@
 // Ends with 0 when every file was whole.
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <string>
 #include <vector>
 
@@ -20,9 +22,12 @@ static void Print(const std::wstring& line) {
               nullptr);
 }
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int) {
-    std::vector<std::wstring> words;
-    for (const auto word : Split(commandLine, L' ')) words.emplace_back(word);
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    // The folder may have blanks in its name.
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    const std::vector<std::wstring> words(arguments + 1, arguments + count);
+    LocalFree(arguments);
     if (words.size() < 3) return 2;
     test::KillOptions options;
     options.entries = ToInt(words[1]);
